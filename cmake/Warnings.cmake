@@ -1,0 +1,9 @@
+# The compile switches of every target of this project, in one place: link it PRIVATE.
+add_library(wizard_warnings INTERFACE)
+target_compile_options(wizard_warnings INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+  -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
+  $<$<BOOL:${WIZARD_WERROR}>:-Werror>)
+target_compile_definitions(wizard_warnings INTERFACE
+  QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING
+  QT_NO_CAST_FROM_BYTEARRAY QT_NO_KEYWORDS QT_DISABLE_DEPRECATED_BEFORE=0x060400)

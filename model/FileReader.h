@@ -1,0 +1,104 @@
+#pragma once
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "model/Text.h"
+
+/// One comma-separated piece of a line, without its quotes.
+class Piece {
+  public:
+    Piece() = default;
+    Piece(char* first, char* last) : first_(first), last_(last) {}
+
+    /// The bytes as they stand, left in the file's bytes. Call it once, and not for the first piece of a line.
+    [[nodiscard]] Text text() const { return Text::inFile(first_, last_); }
+    /// The whole number that the piece holds; 0 when it holds none.
+    [[nodiscard]] std::int32_t number() const;
+
+  private:
+    char* first_ = nullptr;
+    char* last_ = nullptr;
+};
+
+/// Reads the records of a scheme's text file: comma-separated lines whose first byte, blanks (0x20) aside, is a
+/// digit. All other lines, the header among them, are passed over. CR LF, LF and CR each end a line; the last line
+/// may lack its end. Quotes are dropped wherever they stand, and nothing is escaped.
+///
+/// The reader works inside the bytes that it is given, which afterwards hold the texts of the records.
+class FileReader {
+  public:
+    static constexpr std::size_t mostPieces = 10;  ///< further pieces of a line are ignored
+    using Pieces = std::array<Piece, mostPieces>;  ///< missing ones are empty
+
+    /// @param bytes at least one byte longer than `size`, for the end of the last text
+    FileReader(char* bytes, std::size_t size) : next_(bytes), end_(bytes + size), nextLineFeed_(bytes) {}
+
+    /// Reads the next record line. @return false at the end of the bytes
+    [[nodiscard]] bool next(Pieces& pieces);
+
+  private:
+    [[nodiscard]] bool nextLine(char*& first, char*& last);
+
+    char* next_;
+    char* end_;
+    char* nextLineFeed_;  // the first line feed at or after next_, or end_
+};
+
+/// A text file's bytes.
+struct FileBytes {
+    std::unique_ptr<char[]> bytes;  ///< with one spare byte behind them
+    std::size_t size = 0;
+};
+
+/// Reads a whole file. @return no bytes (null) when it is not a regular file or cannot be read to its end
+[[nodiscard]] FileBytes readFile(const std::filesystem::path& file);
+
+/// The records read from one file and, owned with them, the bytes that their texts lie in.
+template <class Record>
+class LoadedFile {
+  public:
+    /// Reads `file`, calling `fill(record, pieces)` for the record of each line.
+    template <class Fill>
+    static std::shared_ptr<LoadedFile> read(const std::filesystem::path& file, Fill fill) {
+        auto loaded = std::make_shared<LoadedFile>();
+        auto content = readFile(file);
+        loaded->bytes_ = std::move(content.bytes);
+        FileReader reader(loaded->bytes_.get(), content.size);
+        FileReader::Pieces pieces;
+        while (loaded->bytes_ && reader.next(pieces)) fill(loaded->append(), pieces);
+        return loaded;
+    }
+
+    [[nodiscard]] std::size_t count() const { return count_; }
+
+    /// Calls `take` with each record, in the order of the lines, as a pointer that keeps this whole object alive.
+    template <class Take>
+    static void handOver(const std::shared_ptr<LoadedFile>& loaded, Take take) {
+        for (auto& part : loaded->parts_)
+            for (auto& record : part) take(std::shared_ptr<Record>(loaded, &record));
+    }
+
+  private:
+    static constexpr std::size_t firstPart = 32;
+    static constexpr std::size_t largestPart = 16384;
+
+    Record& append() {
+        if (parts_.empty() || parts_.back().size() == parts_.back().capacity()) {
+            const auto size = parts_.empty() ? firstPart : std::min(parts_.back().capacity() * 2, largestPart);
+            parts_.emplace_back().reserve(size);
+        }
+        ++count_;
+        return parts_.back().emplace_back();
+    }
+
+    std::unique_ptr<char[]> bytes_;  // outlives the records: declared before them
+    std::vector<std::vector<Record>> parts_;  // each filled up to its capacity, so records never move
+    std::size_t count_ = 0;
+};

@@ -1,0 +1,51 @@
+#include "model/FileWriter.h"
+
+#include <QtCore/QFile>
+#include <QtCore/QSaveFile>
+
+namespace {
+
+constexpr std::size_t largestPiece = std::size_t{4} << 20;
+
+QString nameOf(const std::filesystem::path& file) {
+#ifdef Q_OS_WIN
+    return QString::fromStdWString(file.native());
+#else
+    return QFile::decodeName(QByteArray::fromStdString(file.native()));
+#endif
+}
+
+}  // namespace
+
+struct FileWriter::File {
+    explicit File(const QString& name) : file(name) {}
+    QSaveFile file;
+};
+
+FileWriter::FileWriter(const std::filesystem::path& file) : file_(std::make_unique<File>(nameOf(file))) {
+    std::error_code error;
+    const auto status = std::filesystem::status(file, error);
+    const bool replaceable = !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
+    good_ = replaceable && file_->file.open(QIODevice::WriteOnly);
+}
+
+FileWriter::~FileWriter() = default;
+
+void FileWriter::write(std::string_view bytes) {
+    if (piece_.size() + bytes.size() > largestPiece) writePiece();
+    piece_.append(bytes);
+}
+
+// Every step is looked at: with a full disk each alone may claim success and leave a truncated file.
+void FileWriter::writePiece() {
+    good_ = good_ && file_->file.write(piece_.data(), static_cast<qint64>(piece_.size())) ==
+                         static_cast<qint64>(piece_.size());
+    piece_.clear();
+}
+
+bool FileWriter::commit() {
+    writePiece();
+    good_ = good_ && file_->file.flush();
+    if (!good_) file_->file.cancelWriting();
+    return good_ && file_->file.commit();
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// Writes a file so that the file that was there before is either replaced by all that was written or left
+/// untouched: a full disk, a missing permission or a crash half-way loses nothing.
+class FileWriter {
+  public:
+    /// Starts writing. Only a regular file is ever replaced, never a folder, a pipe or a device.
+    explicit FileWriter(const std::filesystem::path& file);
+    ~FileWriter();
+    FileWriter(const FileWriter&) = delete;
+    FileWriter& operator=(const FileWriter&) = delete;
+
+    void write(std::string_view bytes);
+    /// Puts the file in its place. @return false when anything failed since the start; the old file is then untouched
+    [[nodiscard]] bool commit();
+
+  private:
+    void writePiece();
+
+    struct File;
+    std::unique_ptr<File> file_;
+    std::string piece_;  // what is not handed to the system yet
+    bool good_ = true;
+};

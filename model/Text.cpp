@@ -1,0 +1,110 @@
+#include "model/Text.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <new>
+
+namespace {
+
+constexpr char endInFile = '\n';  // ends a text in a file's bytes, and stands before it
+constexpr char ownedMark = 'o';   // stands before an owned text
+
+// What lies before the bytes of an owned text; `mark` is the byte just before them.
+struct Owned {
+    std::size_t size = 0;
+    std::uint32_t sharers = 1;
+    char unused[3] = {};
+    char mark = ownedMark;
+};
+static_assert(offsetof(Owned, mark) == sizeof(Owned) - 1);
+
+bool isOwned(const char* first) noexcept {
+    return first != nullptr && first[-1] == ownedMark;
+}
+
+Owned* ownedOf(const char* first) noexcept {
+    return std::launder(reinterpret_cast<Owned*>(const_cast<char*>(first) - sizeof(Owned)));
+}
+
+const char* makeOwned(std::string_view bytes) {
+    if (bytes.empty()) return nullptr;
+    void* memory = ::operator new(sizeof(Owned) + bytes.size());
+    auto* head = new (memory) Owned;
+    head->size = bytes.size();
+    char* first = static_cast<char*>(memory) + sizeof(Owned);
+    std::memcpy(first, bytes.data(), bytes.size());
+    return first;
+}
+
+const char* share(const char* first) noexcept {
+    if (isOwned(first)) ++ownedOf(first)->sharers;
+    return first;
+}
+
+void release(const char* first) noexcept {
+    if (isOwned(first) && --ownedOf(first)->sharers == 0) ::operator delete(ownedOf(first));
+}
+
+std::string_view bytesAt(const char* first) noexcept {
+    if (first == nullptr) return {};
+    if (isOwned(first)) return {first, ownedOf(first)->size};
+    const void* end = std::memchr(first, endInFile, PTRDIFF_MAX);
+    return {first, static_cast<std::size_t>(static_cast<const char*>(end) - first)};
+}
+
+}  // namespace
+
+Text::Text(std::string_view bytes) : first_(makeOwned(bytes)) {}
+
+Text::Text(const Text& other) : first_(isOwned(other.first_) ? share(other.first_) : makeOwned(other.view())) {}
+
+Text& Text::operator=(const Text& other) {
+    if (this != &other) {
+        const char* first = isOwned(other.first_) ? share(other.first_) : makeOwned(other.view());
+        release(first_);
+        first_ = first;
+    }
+    return *this;
+}
+
+Text& Text::operator=(Text&& other) noexcept {
+    std::swap(first_, other.first_);
+    return *this;
+}
+
+Text::~Text() {
+    release(first_);
+}
+
+Text Text::inFile(char* first, char* last) noexcept {
+    if (first == last) return {};
+    first[-1] = endInFile;
+    *last = endInFile;
+    Text text;
+    text.first_ = first;
+    return text;
+}
+
+std::string_view Text::view() const noexcept {
+    return bytesAt(first_);
+}
+
+SharedText::SharedText(const Text& text) noexcept : first_(share(text.first_)) {}
+
+SharedText::SharedText(const SharedText& other) noexcept : first_(share(other.first_)) {}
+
+SharedText& SharedText::operator=(const SharedText& other) noexcept {
+    const char* first = share(other.first_);
+    release(first_);
+    first_ = first;
+    return *this;
+}
+
+SharedText::~SharedText() {
+    release(first_);
+}
+
+std::string_view SharedText::view() const noexcept {
+    return bytesAt(first_);
+}

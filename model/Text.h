@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// A text field of a record: bytes of the files' code page, one byte a character, never converted.
+///
+/// A scheme of a million nodes holds six million of them, so a text is one pointer wide. It either owns its
+/// bytes, or, in a record that was read from a file, lies in the bytes of that file, which live as long as the
+/// record does. Copying keeps this safe: a copy shares owned bytes and duplicates bytes of a file, so it never
+/// depends on the record that it came from. (Moving takes the pointer as it is: never move out of a record.)
+///
+/// Texts are for one thread only: the counts of shared bytes are not atomic.
+class Text {
+  public:
+    Text() noexcept = default;  ///< the empty text
+    Text(std::string_view bytes);
+    Text(const std::string& bytes) : Text(std::string_view(bytes)) {}
+    Text(const char* bytes) : Text(std::string_view(bytes)) {}
+    Text(const Text& other);
+    Text& operator=(const Text& other);
+    Text(Text&& other) noexcept : first_(std::exchange(other.first_, nullptr)) {}
+    Text& operator=(Text&& other) noexcept;
+    ~Text();
+
+    /// Makes the bytes from `first` up to `last` of a loaded file a text without copying them. The byte before
+    /// `first` and the byte at `last` become line feeds, which is how the text knows where it lies and where it
+    /// ends; no byte between them may be one. The bytes must outlive the text.
+    [[nodiscard]] static Text inFile(char* first, char* last) noexcept;
+
+    [[nodiscard]] std::string_view view() const noexcept;
+    operator std::string_view() const noexcept { return view(); }
+    [[nodiscard]] bool empty() const noexcept { return first_ == nullptr; }
+
+    friend bool operator==(const Text& a, const Text& b) noexcept { return a.view() == b.view(); }
+    friend bool operator==(const Text& a, std::string_view b) noexcept { return a.view() == b; }
+    friend bool operator==(const Text& a, const std::string& b) noexcept { return a.view() == b; }
+    friend bool operator==(const Text& a, const char* b) noexcept { return a.view() == b; }
+
+  private:
+    friend class SharedText;
+
+    const char* first_ = nullptr;  // the byte before it tells an owned text from one in a file
+};
+
+/// The bytes of a `Text` as they are now, shared instead of copied, for what the screen shows: when the record's
+/// field is set to another text, this one stays as it was. Bytes of a file are not kept alive by it: whoever
+/// holds shared texts holds the records' owner as well (see RowOwners).
+class SharedText {
+  public:
+    SharedText() noexcept = default;
+    explicit SharedText(const Text& text) noexcept;
+    SharedText(const SharedText& other) noexcept;
+    SharedText& operator=(const SharedText& other) noexcept;
+    ~SharedText();
+
+    [[nodiscard]] std::string_view view() const noexcept;
+
+  private:
+    const char* first_ = nullptr;
+};

@@ -1,0 +1,59 @@
+#include "model/FileReader.h"
+#include "model/FileWriter.h"
+#include "model/LineBuilder.h"
+#include "model/clsNavSchemes.h"
+
+namespace {
+
+constexpr std::string_view header =
+    R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")"
+    "\r\n";
+
+void fill(clsNavScheme& node, const FileReader::Pieces& pieces) {
+    node.ID = pieces[0].number();
+    node.descriptionIs = pieces[1].text();
+    node.setTypeIs(pieces[2].text());  // before the query and the parameter, which it may refuse
+    node.parentIs = pieces[3].number();
+    node.setQueryIs(pieces[4].text());
+    node.setParmIs(pieces[5].text());
+    node.iconIs = pieces[6].text();
+    node.roleIs = pieces[7].text();
+}
+
+}  // namespace
+
+bool clsNavSchemes::SaveData(const std::filesystem::path& vFile) const {
+    if (Count() == 0) return false;
+    FileWriter file(vFile);
+    file.write(header);
+    LineBuilder line;
+    walkTree(nodes_, [&](const Pointer& node, std::size_t) {
+        file.write(line.start()
+                       .number(node->ID)
+                       .text(node->descriptionIs)
+                       .text(node->typeIs())
+                       .number(node->parentIs)
+                       .text(node->queryIs())
+                       .text(node->parmIs())
+                       .text(node->iconIs)
+                       .text(node->roleIs)
+                       .end());
+        return true;
+    });
+    return file.commit();
+}
+
+bool clsNavSchemes::LoadData(const std::filesystem::path& vFile) {
+    nodes_.Clear();
+    const auto loaded = LoadedFile<clsNavScheme>::read(vFile, fill);
+    nodes_.Reserve(loaded->count());
+    LoadedFile<clsNavScheme>::handOver(loaded, [this](Pointer node) { nodes_.Add(std::move(node)); });
+    DispInTV();
+    return true;
+}
+
+bool clsNavSchemes::LoadWeb(const std::filesystem::path& oFile) {
+    oWebs.LoadData(oFile);
+    oWebs.DispInGrid(0);
+    return false;
+}

@@ -1,0 +1,112 @@
+#include <algorithm>
+
+#include "model/clsNavSchemes.h"
+
+namespace {
+
+// The rules that a node must obey to be stored. `children` is the number of nodes below it.
+struct TypeRule {
+    std::string_view type;
+    int mostChildren;
+    std::string_view refusal;
+};
+constexpr TypeRule typeRules[] = {
+    {"R", 0,
+     "This Node is having Child Nodes. No child Nodes Allowed for Recurring Node. Changes not saved"},
+    {"N", 0,
+     "This Node is having Child Nodes. No child Nodes Allowed for Non-Generating Node. Changes not saved"},
+    {"G", 1,
+     "This Node is having more than one Child Nodes. Only One Child Node Allowed for Generating Node. Changes not "
+     "saved"},
+};
+
+std::string_view refusalOfParent(std::string_view parentType) {
+    if (parentType != "R" && parentType != "N") return {};
+    return "The Parent of this Node is of Recurring or Non-Generating type. Changes cannot be saved";
+}
+
+std::string_view refusalOfType(std::string_view type, int children) {
+    const auto* rule = std::ranges::find(typeRules, type, &TypeRule::type);
+    return rule != std::end(typeRules) && children > rule->mostChildren ? rule->refusal : std::string_view();
+}
+
+std::string_view refusalOfQuery(std::string_view type, std::string_view query) {
+    if ((type != "G" && type != "R") || !query.empty()) return {};
+    return "No Generating Query or Stored procedure specified. Changes not saved";
+}
+
+// After a renumbering a number may still be the key of another record, or a record be filed under its old number.
+constexpr std::string_view refusalOfKey =
+    "After Re-Number this number is still in use for another record. Changes not saved. Please save the scheme to "
+    "its text file and open that file again; then make this change.";
+
+// What each paragraph type makes of the form number and the columns.
+struct ParagraphRule {
+    std::string_view type;
+    bool clearsForm;
+    bool clearsColumns;
+};
+constexpr ParagraphRule paragraphRules[] = {
+    {"C", true, false}, {"H", false, true}, {"E", true, true},  {"M", true, true},
+    {"I", true, true},  {"S", true, false}, {"T", true, false},
+};
+
+void normalise(clsWebScheme& paragraph) {
+    const auto* rule = std::ranges::find(paragraphRules, paragraph.typeIs.view(), &ParagraphRule::type);
+    if (rule == std::end(paragraphRules)) return;
+    if (rule->clearsForm) paragraph.formIs = 0;
+    if (rule->clearsColumns) paragraph.colsAre = {};
+}
+
+bool refuse(const Inform& inform, std::string_view message) {
+    if (inform) inform(message);
+    return false;
+}
+
+}  // namespace
+
+clsNavSchemes::Pointer clsNavSchemes::CloneNav(std::string_view skey) const {
+    auto copy = std::make_shared<clsNavScheme>();
+    if (const auto from = Item(skey)) {
+        copy->ID = from->ID;
+        copy->descriptionIs = from->descriptionIs;
+        copy->iconIs = from->iconIs;
+        copy->parentIs = from->parentIs;
+        copy->setParmIs(from->parmIs());
+        copy->setQueryIs(from->queryIs());
+        copy->roleIs = from->roleIs;
+        copy->setTypeIs(from->typeIs());  // last: until then the copy accepts query and parameter
+    }
+    return copy;
+}
+
+bool clsNavSchemes::FuseNav(const Pointer& oFuse) {
+    const bool isNew =
+        std::ranges::none_of(nodes_.Slots(), [&](const auto& slot) { return slot && slot->ID == oFuse->ID; });
+    const auto parent = Item(oFuse->parentIs);
+    for (const auto refusal : {refusalOfParent(parent ? parent->typeIs().view() : std::string_view()),
+                               refusalOfType(oFuse->typeIs(), GetChildren(*oFuse)),
+                               refusalOfQuery(oFuse->typeIs(), oFuse->queryIs())})
+        if (!refusal.empty()) return refuse(inform, refusal);
+
+    if (isNew) return Add(oFuse) || refuse(inform, refusalOfKey);
+    const auto stored = Item(oFuse->ID);
+    if (!stored) return refuse(inform, refusalOfKey);
+    stored->ID = oFuse->ID;
+    stored->descriptionIs = oFuse->descriptionIs;
+    stored->setTypeIs(oFuse->typeIs());  // before query and parameter, so that the new type's rule applies to them
+    stored->iconIs = oFuse->iconIs;
+    stored->parentIs = oFuse->parentIs;
+    stored->setParmIs(oFuse->parmIs());
+    stored->setQueryIs(oFuse->queryIs());
+    stored->roleIs = oFuse->roleIs;
+    return true;
+}
+
+bool clsNavSchemes::FuseWeb(const clsWebSchemes::Pointer& oFuse) {
+    const bool isNew = !oWebs.HasID(oFuse->ID);
+    if (oFuse->queryIs.empty()) return refuse(inform, "Query field cannot be blank...");
+    normalise(*oFuse);
+    const bool stored = isNew ? oWebs.Add(oFuse) : oWebs.Update(*oFuse);
+    return stored || refuse(inform, refusalOfKey);
+}

@@ -1,0 +1,54 @@
+#include "model/FileReader.h"
+#include "model/FileWriter.h"
+#include "model/LineBuilder.h"
+#include "model/clsWebSchemes.h"
+
+namespace {
+
+constexpr std::string_view header =
+    R"("ID","XST1","seqNo","titleIs","queryIs","parmIs","typeIs","formIs","colsAre","extra")"
+    "\r\n";
+
+void fill(clsWebScheme& paragraph, const FileReader::Pieces& pieces) {
+    paragraph.ID = pieces[0].number();
+    paragraph.XST1 = pieces[1].number();
+    paragraph.seqNo = pieces[2].number();
+    paragraph.formIs = pieces[7].number();
+    paragraph.titleIs = pieces[3].text();
+    paragraph.queryIs = pieces[4].text();
+    paragraph.parmIs = pieces[5].text();
+    paragraph.typeIs = pieces[6].text();
+    paragraph.colsAre = pieces[8].text();
+    paragraph.extra = pieces[9].text();
+}
+
+}  // namespace
+
+bool clsWebSchemes::SaveData(const std::filesystem::path& vFile) const {
+    if (Count() == 0) return false;
+    FileWriter file(vFile);
+    file.write(header);
+    LineBuilder line;
+    for (const auto& paragraph : paragraphs_)
+        file.write(line.start()
+                       .number(paragraph->ID)
+                       .number(paragraph->XST1)
+                       .number(paragraph->seqNo)
+                       .text(paragraph->titleIs)
+                       .text(paragraph->queryIs)
+                       .text(paragraph->parmIs)
+                       .text(paragraph->typeIs)
+                       .number(paragraph->formIs)
+                       .text(paragraph->colsAre)
+                       .text(paragraph->extra)
+                       .end());
+    return file.commit();
+}
+
+bool clsWebSchemes::LoadData(const std::filesystem::path& vFile) {
+    ClearAll();
+    const auto loaded = LoadedFile<clsWebScheme>::read(vFile, fill);
+    paragraphs_.Reserve(loaded->count());
+    LoadedFile<clsWebScheme>::handOver(loaded, [this](Pointer paragraph) { paragraphs_.Add(std::move(paragraph)); });
+    return true;
+}
