@@ -57,11 +57,11 @@ std::string_view bytesAt(const char* first) noexcept {
 
 Text::Text(std::string_view bytes) : first_(makeOwned(bytes)) {}
 
-Text::Text(const Text& other) : first_(isOwned(other.first_) ? share(other.first_) : makeOwned(other.view())) {}
+Text::Text(const Text& other) : first_(other.isOwned() ? share(other.first_) : makeOwned(other.view())) {}
 
 Text& Text::operator=(const Text& other) {
     if (this != &other) {
-        const char* first = isOwned(other.first_) ? share(other.first_) : makeOwned(other.view());
+        const char* first = other.isOwned() ? share(other.first_) : makeOwned(other.view());
         release(first_);
         first_ = first;
     }
@@ -90,21 +90,16 @@ std::string_view Text::view() const noexcept {
     return bytesAt(first_);
 }
 
-SharedText::SharedText(const Text& text) noexcept : first_(share(text.first_)) {}
-
-SharedText::SharedText(const SharedText& other) noexcept : first_(share(other.first_)) {}
-
-SharedText& SharedText::operator=(const SharedText& other) noexcept {
-    const char* first = share(other.first_);
-    release(first_);
-    first_ = first;
-    return *this;
+bool Text::isOwned() const noexcept {
+    return ::isOwned(first_);
 }
 
-SharedText::~SharedText() {
-    release(first_);
+Text::Ref Text::ref() const noexcept {
+    Ref here;
+    here.first_ = first_;
+    return here;
 }
 
-std::string_view SharedText::view() const noexcept {
+std::string_view Text::Ref::view() const noexcept {
     return bytesAt(first_);
 }

@@ -38,25 +38,22 @@ class Text {
     friend bool operator==(const Text& a, const std::string& b) noexcept { return a.view() == b; }
     friend bool operator==(const Text& a, const char* b) noexcept { return a.view() == b; }
 
-  private:
-    friend class SharedText;
+    /// Whether the bytes are this text's own (shared with its copies) and not those of a file.
+    [[nodiscard]] bool isOwned() const noexcept;
 
+    /// Where the bytes stand now, without any hold on them: as wide as a pointer, free to copy and to drop. It stays
+    /// good while the record's file lives and, if the text is owned, a copy of the text.
+    class Ref {
+      public:
+        Ref() noexcept = default;
+        [[nodiscard]] std::string_view view() const noexcept;
+
+      private:
+        friend class Text;
+        const char* first_ = nullptr;
+    };
+    [[nodiscard]] Ref ref() const noexcept;
+
+  private:
     const char* first_ = nullptr;  // the byte before it tells an owned text from one in a file
-};
-
-/// The bytes of a `Text` as they are now, shared instead of copied, for what the screen shows: when the record's
-/// field is set to another text, this one stays as it was. Bytes of a file are not kept alive by it: whoever
-/// holds shared texts holds the records' owner as well (see RowOwners).
-class SharedText {
-  public:
-    SharedText() noexcept = default;
-    explicit SharedText(const Text& text) noexcept;
-    SharedText(const SharedText& other) noexcept;
-    SharedText& operator=(const SharedText& other) noexcept;
-    ~SharedText();
-
-    [[nodiscard]] std::string_view view() const noexcept;
-
-  private:
-    const char* first_ = nullptr;
 };

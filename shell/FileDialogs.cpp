@@ -1,0 +1,80 @@
+#include "shell/FileDialogs.h"
+
+#include <QFileDialog>
+#include <QSettings>
+
+#include "views/MessageBox.h"
+
+namespace {
+
+// What keeps a scheme from being saved in `file`; empty when nothing does.
+QString refusal(const QFileInfo& file) {
+    const QFileInfo folder(file.absolutePath());
+    const auto folderName = QDir::toNativeSeparators(folder.filePath());
+    if (!folder.isDir()) return QStringLiteral("There is no folder\n%1").arg(folderName);
+    const auto name = QDir::toNativeSeparators(file.filePath());
+    if (file.exists() && !file.isFile()) return QStringLiteral("This is no file to save in:\n%1").arg(name);
+    if (file.exists() && !file.isWritable())
+        return QStringLiteral("This file is write-protected:\n%1").arg(name);
+    if (!folder.isWritable()) return QStringLiteral("No file can be written in the folder\n%1").arg(folderName);
+    return {};
+}
+
+class FileDialog final : public QFileDialog {
+  public:
+    FileDialog(QWidget* owner, const QString& title, const QString& initialDir) : QFileDialog(owner, title) {
+        setOption(DontUseNativeDialog);
+        setOption(HideNameFilterDetails);  // the names say it; "*.*" would leave out files without a dot
+        setNameFilters({QStringLiteral("All Files (*.*) (*)"), QStringLiteral("Text File (.txt) (*.txt)")});
+        setFilter(QDir::AllEntries | QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Hidden);
+        setDirectory(initialDir);
+        setViewMode(Detail);
+        connect(this, &QFileDialog::directoryEntered, this, [this] { setViewMode(Detail); });
+    }
+
+    [[nodiscard]] std::filesystem::path ask() {
+        if (exec() != Accepted || selectedFiles().isEmpty()) return {};
+        return QFileInfo(selectedFiles().constFirst()).filesystemAbsoluteFilePath();
+    }
+
+  protected:
+    void accept() override {
+        const auto files = selectedFiles();
+        if (acceptMode() == AcceptSave && !files.isEmpty()) {
+            const QFileInfo file(files.constFirst());
+            const auto message = file.isDir() ? QString() : refusal(file);  // a folder is entered
+            if (!message.isEmpty()) {
+                showMessage(this, message + QStringLiteral("\n\nPlease choose another name or folder."));
+                return;
+            }
+        }
+        QFileDialog::accept();
+    }
+};
+
+// QFileDialog writes where it has been into a settings file of the user; lead it nowhere.
+void keepNoHistory() {
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral(":/nowhere"));
+}
+
+}  // namespace
+
+std::filesystem::path askOpenName(QWidget* owner, const QString& initialDir) {
+    keepNoHistory();
+    FileDialog dialog(owner, QStringLiteral("Open A File"), initialDir);
+    dialog.setObjectName(QStringLiteral("GetOpenName"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return dialog.ask();
+}
+
+std::filesystem::path askSaveName(QWidget* owner, const QString& name, const QString& initialDir) {
+    keepNoHistory();
+    FileDialog dialog(owner, QStringLiteral("Save File As..."), initialDir);
+    dialog.setObjectName(QStringLiteral("GetSaveAsName"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.selectNameFilter(QStringLiteral("Text File (.txt)"));
+    dialog.setDefaultSuffix(QStringLiteral("txt"));
+    dialog.selectFile(name);
+    return dialog.ask();
+}

@@ -1,0 +1,53 @@
+#include "shell/HelpFile.h"
+
+#include <QDesktopServices>
+#include <QFileInfo>
+#include <QPointer>
+#include <QProcess>
+#include <QUrl>
+#include <QWidget>
+
+#include "views/MessageBox.h"
+
+namespace {
+
+void reportNoViewer(QWidget* window, const QString& path) {
+    showMessage(window, QStringLiteral("No program was found that shows the help file:\n%1").arg(path));
+}
+
+#if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
+// QDesktopServices would not learn that the desktop knows no viewer; the opener's exit code tells.
+void open(const QString& path, QWidget* window) {
+    auto* opener = new QProcess;  // without an owner: the viewer may go on when the wizard ends
+    opener->setStandardOutputFile(QProcess::nullDevice());
+    opener->setStandardErrorFile(QProcess::nullDevice());
+    const QPointer<QWidget> owner(window);
+    const auto fail = [opener, owner, path] {
+        opener->deleteLater();
+        reportNoViewer(owner, path);
+    };
+    QObject::connect(opener, &QProcess::errorOccurred, opener, [fail](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart) fail();
+    });
+    QObject::connect(opener, &QProcess::finished, opener, [fail, opener](int exitCode, QProcess::ExitStatus status) {
+        if (status == QProcess::NormalExit && exitCode != 0)
+            fail();
+        else
+            opener->deleteLater();
+    });
+    opener->start(QStringLiteral("xdg-open"), {path});
+}
+#else
+void open(const QString& path, QWidget* window) {
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path))) reportNoViewer(window, path);
+}
+#endif
+
+}  // namespace
+
+void HelpFile::show(QWidget* window) const {
+    if (QFileInfo(path_).isFile())
+        open(path_, window);
+    else
+        showMessage(window, QStringLiteral("The help file was not found:\n%1").arg(path_));
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QGroupBox>
+
+/// The frame `frRule`: a legend of the node types, what may stand below which, and the keys of the tree. It does
+/// nothing.
+class RulePanel final : public QGroupBox {
+  public:
+    explicit RulePanel(QWidget* parent);
+};

@@ -1,0 +1,55 @@
+#include "shell/fIntro.h"
+
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QScreen>
+
+#include "shell/IntroductionText.h"
+#include "views/PanelLayout.h"
+
+namespace {
+
+// All in twips.
+constexpr QSizeF clientArea(9150, 6960);
+constexpr QRectF pictureArea(120, 120, 8895, 2880);
+constexpr QRectF textArea(120, 3120, 8895, 3735);
+
+}  // namespace
+
+fIntro::fIntro(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(help) {
+    setObjectName(QStringLiteral("fIntro"));
+    setWindowTitle(QStringLiteral("Pelmo Wizard Introduction..."));
+    setFixedSize(toPixels({{0, 0}, clientArea}, logicalDpiX()).size());
+
+    auto* picture = new QLabel(this);
+    picture->setObjectName(QStringLiteral("Image1"));
+    picture->setGeometry(toPixels(pictureArea, logicalDpiX()));
+    picture->setScaledContents(true);
+    picture->setPixmap(QPixmap(QStringLiteral(":/images/introduction.jpg")));
+    picture->setAccessibleName(tr("A navigation tree beside a report page"));
+
+    auto* text = new QPlainTextEdit(this);
+    text->setObjectName(QStringLiteral("Text1"));
+    text->setGeometry(toPixels(textArea, logicalDpiX()));
+    text->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    text->setPlainText(QString::fromLatin1(introductionText));
+    text->setAccessibleName(tr("Introduction"));
+    text->setFocus();
+
+    const auto screenArea = screen()->geometry();
+    move(screenArea.left() + (screenArea.width() - width()) / 2,
+         screenArea.top() + (screenArea.height() - height()) / 2);
+}
+
+// Keys act when they are let go; nothing of QDialog's own Enter and Esc.
+void fIntro::keyPressEvent(QKeyEvent* event) {
+    keys_.pressed(*event);
+}
+
+void fIntro::keyReleaseEvent(QKeyEvent* event) {
+    if (!keys_.released(*event)) return;
+    if (event->key() == Qt::Key_Escape) close();
+    if (event->key() == Qt::Key_F1) help_.show(this);
+}

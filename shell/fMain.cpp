@@ -1,0 +1,247 @@
+#include "shell/fMain.h"
+
+#include <QCoreApplication>
+#include <QGroupBox>
+#include <QMenuBar>
+#include <QResizeEvent>
+#include <QScreen>
+#include <QStyle>
+#include <cmath>
+
+#include "shell/FileDialogs.h"
+#include "shell/RulePanel.h"
+#include "shell/fIntro.h"
+#include "views/CodePage.h"
+#include "views/MessageBox.h"
+#include "views/PanelLayout.h"
+
+namespace {
+
+// Design places and sizes in twips. The frames get their final places when the tree is made.
+constexpr double designWidth = 10785;
+constexpr double designHeight = 5280;
+constexpr QRectF designOfFrN(120, 0, 2895, 1695);
+constexpr QRectF designOfFrW(3960, 0, 3375, 1695);
+constexpr QRectF designOfFrRule(120, 1800, 10575, 3400);
+
+// The sources of the tree's pictures, in the order of their index.
+struct TreePicture {
+    const char* name;
+    const char* file;
+    const char* key;
+};
+constexpr TreePicture treePictures[] = {
+    {"imgRoot", ":/images/root.svg", "root"},
+    {"imgFix", ":/images/fixed.svg", "fixed"},
+    {"imgGen", ":/images/gen.svg", "gen"},
+    {"imgRecur", ":/images/recur.svg", "recur"},
+    {"imgNonGen", ":/images/nongen.svg", "nongen"},
+};
+
+struct MenuItem {
+    const char* menu;  // the name of the menu that it stands in, empty for the menu bar
+    const char* name;
+    const char* caption;
+    void (fMain::*command)();  // null for a menu
+};
+constexpr MenuItem menuItems[] = {
+    {"", "mnuFile", "&File", nullptr},
+    {"mnuFile", "mnuIntro", "&Introduction", &fMain::mnuIntro_Click},
+    {"mnuFile", "mnuOpen", "&Open", nullptr},
+    {"mnuOpen", "mnuNavOpen", "Open &Nav. File", &fMain::mnuNavOpen_Click},
+    {"mnuOpen", "mnuDisOpen", "Open &Web File", &fMain::mnuDisOpen_Click},
+    {"mnuFile", "mnuHelp", "&Help", &fMain::mnuHelp_Click},
+    {"mnuFile", "mnuExit", "E&xit", &fMain::mnuExit_Click},
+    {"", "mnuNavigation", "&Navigation", nullptr},
+    {"mnuNavigation", "mnuNavNew", "&New", &fMain::mnuNavNew_Click},
+    {"mnuNavigation", "mnuNavSave", "&Save to Text File", &fMain::mnuNavSave_Click},
+    {"mnuNavigation", "mnuCollapse", "&Collapse Nodes", &fMain::mnuCollapse_Click},
+    {"mnuNavigation", "mnuNavRenum", "&Re-Number", &fMain::mnuNavRenum_Click},
+    {"", "mnuDisplay", "&Web", nullptr},
+    {"mnuDisplay", "mnuDisSave", "&Save to Text File", &fMain::mnuDisSave_Click},
+};
+
+QString programFolder() {
+    return QCoreApplication::applicationDirPath();
+}
+
+QGroupBox* makeFrame(const char* name, const char* caption, const QRectF& place, QWidget* parent) {
+    auto* frame = new QGroupBox(QString::fromLatin1(caption), parent);
+    frame->setObjectName(QString::fromLatin1(name));
+    frame->setGeometry(toPixels(place, parent->logicalDpiX()));
+    return frame;
+}
+
+template <class Grid>
+Grid* makeGrid(const char* name, QGroupBox* frame) {
+    auto* grid = new Grid(frame);
+    grid->setObjectName(QString::fromLatin1(name));
+    grid->setAccessibleName(frame->title());
+    return grid;
+}
+
+}  // namespace
+
+fMain::fMain()
+    : inner_(new QWidget(this)),
+      frN_(makeFrame("frN", "Navigational Table - XST1", designOfFrN, inner_)),
+      frW_(makeFrame("frW", "Web Page Display Table- XST2", designOfFrW, inner_)),
+      frRule_(new RulePanel(inner_)),
+      flexNav_(makeGrid<NavGrid>("flexNav", frN_)),
+      flexWeb_(makeGrid<WebGrid>("flexWeb", frW_)),
+      help_(programFolder()) {
+    setObjectName(QStringLiteral("fMain"));
+    setWindowTitle(QStringLiteral("Reporting Scheme Wizard for Pelmo 1.02"));
+    setCentralWidget(inner_);
+    makeMenus();
+
+    const int dpi = logicalDpiX();
+    frRule_->setGeometry(toPixels(designOfFrRule, dpi));
+    for (const auto& picture : treePictures) {
+        auto* source = new Picture(QIcon(QString::fromLatin1(picture.file)), inner_);
+        source->setObjectName(QString::fromLatin1(picture.name));
+        source->hide();
+    }
+    resize(toPixels(designWidth, dpi), toPixels(designHeight, dpi) + menuBar()->sizeHint().height());
+}
+
+void fMain::makeMenus() {
+    for (const auto& item : menuItems) {
+        const auto name = QString::fromLatin1(item.name);
+        const auto caption = QString::fromLatin1(item.caption);
+        auto* parent = menuBar()->findChild<QMenu*>(QString::fromLatin1(item.menu));
+        if (item.command) {
+            auto* action = parent->addAction(caption);
+            action->setObjectName(name);
+            connect(action, &QAction::triggered, this, item.command);
+        } else {
+            auto* menu = *item.menu ? parent->addMenu(caption) : menuBar()->addMenu(caption);
+            menu->setObjectName(name);
+        }
+    }
+}
+
+void fMain::Form_Load() {
+    oNavs = std::make_unique<clsNavSchemes>();
+    oNavs->inform = [this](std::string_view message) { showMessage(this, decode(message)); };
+    oNavs->SetGrid(*flexNav_);
+    oNavs->SetTreeview(*this);
+    oNavs->NewScheme();
+    mnuIntro_Click();
+    showMessage(this, QStringLiteral("If you need to be familiarized with the working of this Wizard, \r\n"
+                                     "Please open the Files XST1.txt and XST2.txt for getting started..."));
+}
+
+void fMain::Maximize() {
+    setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+NavTreeView& fMain::CreateTree() {
+    auto* images = new ImageList(inner_);
+    images->setObjectName(QStringLiteral("myImage"));
+    for (const auto& picture : treePictures)
+        images->add(QString::fromLatin1(picture.key),
+                    static_cast<Picture*>(inner_->findChild<QWidget*>(QString::fromLatin1(picture.name)))->icon());
+    myTree_ = new NavTree(*images, inner_);
+    myTree_->setObjectName(QStringLiteral("myTree"));
+    QWidget::setTabOrder(myTree_, flexNav_);
+    QWidget::setTabOrder(flexNav_, flexWeb_);
+    myTree_->setFocus();
+    return *myTree_;
+}
+
+// Before the window is on the screen, a maximized window's inner size can only be estimated: the work area less frame
+// and menu bar. The first resize of the visible maximized window puts it right.
+void fMain::LayOut(clsWebSchemes& webs) {
+    const auto workArea = screen()->availableSize();
+    const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
+    placePanels({workArea.width(), workArea.height() - title - menuBar()->sizeHint().height()}, webs);
+}
+
+void fMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    if (laidOutMaximized_ || !oNavs || !isVisible() || !isMaximized() || !event->spontaneous()) return;
+    laidOutMaximized_ = true;
+    placePanels({width(), height() - menuBar()->height()}, oNavs->oWebs);
+}
+
+void fMain::placePanels(QSize inner, clsWebSchemes& webs) {
+    const int dpi = logicalDpiX();
+    const auto at = layOutPanels(toTwips(inner.width(), dpi), toTwips(inner.height(), dpi), designOfFrRule.height());
+    myTree_->setGeometry(toPixels(at.tree, dpi));
+    frN_->setGeometry(toPixels(at.frN, dpi));
+    flexNav_->setGeometry(toPixels(at.flexNav, dpi));
+    frW_->setGeometry(toPixels(at.frW, dpi));
+    frRule_->setGeometry(toPixels(at.frRule, dpi));
+    const auto whole = [](double twips) { return static_cast<Twips>(std::lrint(twips)); };
+    webs.SetGrid(*flexWeb_, whole(at.flexWeb.left()), whole(at.flexWeb.top()), whole(at.flexWeb.width()),
+                 whole(at.flexWeb.height()));
+}
+
+std::filesystem::path fMain::GetOpenName(const QString& sInitialDir) {
+    return askOpenName(this, sInitialDir);
+}
+
+std::filesystem::path fMain::GetSaveAsName(const QString& sInName, const QString& sInitialDir) {
+    return askSaveName(this, sInName, sInitialDir);
+}
+
+void fMain::mnuIntro_Click() {
+    fIntro introduction(help_, isVisible() ? this : nullptr);
+    introduction.exec();
+}
+
+void fMain::mnuNavOpen_Click() {
+    if (const auto name = GetOpenName(programFolder()); !name.empty()) oNavs->LoadData(name);
+}
+
+void fMain::mnuDisOpen_Click() {
+    if (const auto name = GetOpenName(programFolder()); !name.empty()) oNavs->LoadWeb(name);
+}
+
+void fMain::mnuHelp_Click() {
+    help_.show(this);
+}
+
+void fMain::mnuExit_Click() {
+    close();
+}
+
+void fMain::mnuNavNew_Click() {
+    oNavs->NewScheme();
+}
+
+// A failed save of the nodes is not reported here; the save dialog has refused what cannot be written.
+void fMain::mnuNavSave_Click() {
+    if (const auto name = GetSaveAsName(QStringLiteral("XST1.txt"), programFolder()); !name.empty())
+        static_cast<void>(oNavs->SaveData(name));
+}
+
+void fMain::mnuCollapse_Click() {
+    oNavs->mLastN = "1";  // the key of no node: nothing is selected afterwards
+    oNavs->DispInTV();
+}
+
+void fMain::mnuNavRenum_Click() {
+    oNavs->Renumber();
+}
+
+void fMain::mnuDisSave_Click() {
+    const auto name = GetSaveAsName(QStringLiteral("XST2.txt"), programFolder());
+    if (!name.empty() && !oNavs->SaveWeb(name)) showMessage(this, QStringLiteral("Unable to save file.."));
+}
+
+void fMain::keyPressEvent(QKeyEvent* event) {
+    keys_.pressed(*event);
+    QMainWindow::keyPressEvent(event);
+}
+
+void fMain::keyReleaseEvent(QKeyEvent* event) {
+    QMainWindow::keyReleaseEvent(event);
+    if (keys_.released(*event) && event->key() == Qt::Key_F1) mnuHelp_Click();
+}
+
+void fMain::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange) keys_.forget();
+    QMainWindow::changeEvent(event);
+}

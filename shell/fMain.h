@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QMainWindow>
+#include <filesystem>
+#include <memory>
+
+#include "model/clsNavSchemes.h"
+#include "shell/HelpFile.h"
+#include "views/ImageList.h"
+#include "views/NavTree.h"
+#include "views/ReleasedKeys.h"
+#include "views/SchemeGrid.h"
+
+class QGroupBox;
+class RulePanel;
+
+/// The main window. It owns the navigational scheme, shows it in a tree and two grids, and turns menu commands into
+/// calls of the scheme. It holds no scheme data of its own and asks no questions: there is no "modified" flag.
+class fMain final : public QMainWindow, private NavWindow {
+  public:
+    fMain();
+
+    /// Starts up: makes a scheme of one node, shows the introduction and a first message, each until it is closed.
+    /// To be called once, before the window is shown.
+    void Form_Load();
+
+    std::unique_ptr<clsNavSchemes> oNavs;  ///< made by `Form_Load`, never replaced
+
+    /// The file that the user chooses to open, empty when the choice is cancelled.
+    [[nodiscard]] std::filesystem::path GetOpenName(const QString& sInitialDir);
+    /// The file that the user chooses to save in, with `sInName` proposed; empty when the choice is cancelled.
+    [[nodiscard]] std::filesystem::path GetSaveAsName(const QString& sInName, const QString& sInitialDir);
+
+    // The menu commands.
+    void mnuIntro_Click();
+    void mnuNavOpen_Click();
+    void mnuDisOpen_Click();
+    void mnuHelp_Click();
+    void mnuExit_Click();
+    void mnuNavNew_Click();
+    void mnuNavSave_Click();
+    void mnuCollapse_Click();
+    void mnuNavRenum_Click();
+    void mnuDisSave_Click();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+  private:
+    void makeMenus();
+    void placePanels(QSize inner, clsWebSchemes& webs);
+
+    // What the scheme asks of the window.
+    void Maximize() override;
+    NavTreeView& CreateTree() override;
+    void LayOut(clsWebSchemes& webs) override;
+
+    QWidget* inner_;
+    QGroupBox* frN_;
+    QGroupBox* frW_;
+    RulePanel* frRule_;
+    NavGrid* flexNav_;
+    WebGrid* flexWeb_;
+    NavTree* myTree_ = nullptr;
+    HelpFile help_;
+    ReleasedKeys keys_;
+    bool laidOutMaximized_ = false;
+};

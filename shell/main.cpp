@@ -1,0 +1,19 @@
+#include <QApplication>
+#include <QIcon>
+
+#include "shell/fMain.h"
+#include "views/Look.h"
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/wizard.svg")));
+    applyLook(application);
+
+    fMain window;
+    QApplication::setQuitOnLastWindowClosed(false);  // the windows of the start-up come and go before the main one
+    window.Form_Load();
+    window.show();
+    QApplication::setQuitOnLastWindowClosed(true);
+    return QApplication::exec();
+}

@@ -1,0 +1,42 @@
+#include "views/GridModel.h"
+
+#include <QBrush>
+
+#include "views/CodePage.h"
+
+void GridModel::show(std::unique_ptr<const GridRows> rows) {
+    beginResetModel();
+    rows_ = std::move(rows);
+    endResetModel();
+}
+
+int GridModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(rows_->count());
+}
+
+int GridModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant GridModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) return {};
+    const auto row = static_cast<std::size_t>(index.row());
+    switch (role) {
+        case Qt::DisplayRole: return decode(rows_->cell(row, index.column()));
+        case Qt::ForegroundRole: return QBrush(rows_->colour(row));
+        case Qt::TextAlignmentRole: return QVariant::fromValue(columns_[static_cast<std::size_t>(index.column())].alignment);
+        case Qt::AccessibleDescriptionRole: return rows_->spoken(row);
+        default: return {};
+    }
+}
+
+QVariant GridModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal) return {};
+    const auto& column = columns_[static_cast<std::size_t>(section)];
+    switch (role) {
+        case Qt::DisplayRole: return column.caption;
+        case Qt::TextAlignmentRole: return QVariant::fromValue(column.alignment);
+        case Qt::AccessibleTextRole: return column.caption.trimmed();
+        default: return {};
+    }
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <QColor>
+#include <QString>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/clsNavSchemes.h"
+#include "views/NodeTypes.h"
+#include "views/TextKeeper.h"
+
+/// What a grid shows below its header, as it was when this was made. Rows and columns count from 0.
+class GridRows {
+  public:
+    virtual ~GridRows() = default;
+    [[nodiscard]] virtual std::size_t count() const = 0;
+    /// The bytes of a cell; numbers as plain decimal text.
+    [[nodiscard]] virtual std::string cell(std::size_t row, int column) const = 0;
+    [[nodiscard]] virtual QColor colour(std::size_t row) const = 0;
+    /// How a screen reader says the row's type.
+    [[nodiscard]] virtual QString spoken(std::size_t row) const = 0;
+    /// The longest text of a column of numbers, to make the column as wide; 0 for a column of texts.
+    [[nodiscard]] virtual std::size_t widestNumber(int column) const = 0;
+};
+
+/// The grid of nodes: all of them, in collection order, each row in the colour of its type. A row of unknown type
+/// takes the colour of the row above it.
+class NavGridRows final : public GridRows {
+  public:
+    /// Alignment, caption and width of the columns; see ColumnFormat.
+    static constexpr std::string_view format =
+        ">ID |<Description                                                  |^Type|^Parent    |<Query               "
+        "           |<Parameter     |<Icon              |<Role         ";
+
+    NavGridRows() = default;
+    explicit NavGridRows(const clsNavSchemes& scheme);
+    [[nodiscard]] std::size_t count() const override { return rows_.size(); }
+    [[nodiscard]] std::string cell(std::size_t row, int column) const override;
+    [[nodiscard]] QColor colour(std::size_t row) const override { return QColor(colours_[row]); }
+    [[nodiscard]] QString spoken(std::size_t row) const override;
+    [[nodiscard]] std::size_t widestNumber(int column) const override;
+
+  private:
+    struct Row {
+        Text::Ref description, type, query, parm, icon, role;
+        std::int32_t id, parent;
+    };
+    std::vector<Row> rows_;
+    std::vector<QRgb> colours_;
+    TextKeeper texts_;
+};
+
+/// The grid of paragraphs: those given, in that order, all in black. The field `extra` is not shown.
+class WebGridRows final : public GridRows {
+  public:
+    static constexpr std::string_view format =
+        "^ID |^XST1|^Seq|<Paragraph Title                                       |<Query                             "
+        "|<Parameter  |^Type|^Form#|<Columns                       ";
+
+    WebGridRows() = default;
+    /// Null pointers are passed over.
+    explicit WebGridRows(std::span<const std::shared_ptr<clsWebScheme>> paragraphs);
+    [[nodiscard]] std::size_t count() const override { return rows_.size(); }
+    [[nodiscard]] std::string cell(std::size_t row, int column) const override;
+    [[nodiscard]] QColor colour(std::size_t) const override { return Qt::black; }
+    [[nodiscard]] QString spoken(std::size_t row) const override;
+    [[nodiscard]] std::size_t widestNumber(int column) const override;
+
+  private:
+    struct Row {
+        Text::Ref title, query, parm, type, cols;
+        std::int32_t id, node, seqNo, form;
+    };
+    std::vector<Row> rows_;
+    TextKeeper texts_;
+};

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QIcon>
+#include <QObject>
+#include <QWidget>
+#include <vector>
+
+/// Size of the pictures, in pixels.
+inline constexpr int pictureSize = 16;
+
+/// A picture of 16 x 16 pixels on a window, sharp at every scale.
+class Picture final : public QWidget {
+  public:
+    Picture(const QIcon& icon, QWidget* parent);
+    [[nodiscard]] const QIcon& icon() const { return icon_; }
+
+  protected:
+    void paintEvent(QPaintEvent*) override;
+
+  private:
+    QIcon icon_;
+};
+
+/// The pictures of the tree, by index (from 1) and key.
+class ImageList final : public QObject {
+  public:
+    explicit ImageList(QObject* parent) : QObject(parent) {}
+
+    /// Adds the picture with the next index.
+    void add(const QString& key, const QIcon& icon) { images_.push_back({key, icon}); }
+    [[nodiscard]] int count() const { return static_cast<int>(images_.size()); }
+    /// The picture with this index; an empty one when there is none.
+    [[nodiscard]] QIcon icon(int index) const;
+    [[nodiscard]] QString key(int index) const;
+
+  private:
+    struct Image {
+        QString key;
+        QIcon icon;
+    };
+    std::vector<Image> images_;
+};

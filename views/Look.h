@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QFont>
+
+class QApplication;
+
+/// Gives the application its look on every platform: Fusion style, a light palette whatever the desktop prefers (the
+/// colours of nodes and rows were chosen for white), Arial.
+void applyLook(QApplication& application);
+
+/// Arial at the size of all captions, grids and menus.
+[[nodiscard]] QFont captionFont();

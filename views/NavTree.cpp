@@ -1,0 +1,215 @@
+#include "views/NavTree.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+#include "views/PanelLayout.h"
+
+namespace {
+
+constexpr double indentationTwips = 600;
+constexpr double fontPoints = 10;
+constexpr int rowPadding = 4;    // pixels added to the height of a line
+constexpr int boxSize = 9;       // pixels, of the plus/minus box; odd, so that its cross is centred
+constexpr QRgb lineColour = qRgb(128, 128, 128);
+
+// The rows of one height that make a million of them quick to scroll.
+class RowHeight final : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+    QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+        auto size = QStyledItemDelegate::sizeHint(option, index);
+        size.setHeight(std::max(option.fontMetrics.height(), pictureSize) + rowPadding);
+        return size;
+    }
+};
+
+int keyCodeOf(const QKeyEvent& event) {
+    switch (event.key()) {
+        case Qt::Key_Insert: return keyInsert;
+        case Qt::Key_Delete: return keyDelete;
+        case Qt::Key_F2: return keyF2;
+        default: return 0;
+    }
+}
+
+}  // namespace
+
+NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), model_(images, this) {
+    QFont font(QStringLiteral("Arial"));
+    font.setPointSizeF(fontPoints);
+    font.setBold(true);
+    setFont(font);
+    setItemDelegate(new RowHeight(this));
+    setModel(&model_);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setIconSize({pictureSize, pictureSize});
+    setIndentation(toPixels(indentationTwips, logicalDpiX()));
+    setRootIsDecorated(false);
+    setExpandsOnDoubleClick(false);
+    setHeaderHidden(true);
+    setHorizontalScrollMode(ScrollPerPixel);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::Fixed);
+    header()->setResizeContentsPrecision(0);
+    setAccessibleName(tr("Navigation tree"));
+
+    connect(this, &QTreeView::clicked, this, &NavTree::click);
+    connect(this, &QTreeView::activated, this, &NavTree::click);
+    connect(this, &QTreeView::expanded, this,
+            [this](const QModelIndex& index) { open_.insert(model_.rowOf(index)); });
+    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
+        open_.erase(model_.rowOf(index));
+        forgetDeepBranches(index);
+    });
+    connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &NavTree::fitColumn);
+}
+
+void NavTree::Fill(const clsNavSchemes& scheme) {
+    open_.clear();
+    model_.show(TreeSnapshot(scheme));
+    expand(model_.index(0, 0));
+    const auto& shown = model_.snapshot();
+    if (const auto last = shown.find(scheme.mLastN); last != TreeSnapshot::none) {
+        const auto index = model_.indexOf(last);
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+        scrollTo(index);
+    }
+}
+
+std::string NavTree::SelectedKey() const {
+    const auto selected = selectionModel()->selectedIndexes();
+    if (selected.isEmpty()) return {};
+    return TreeSnapshot::key(model_.snapshot().row(model_.rowOf(selected.front())));
+}
+
+void NavTree::Expand(std::string_view key) {
+    if (const auto row = model_.snapshot().find(key); row != TreeSnapshot::none) expand(model_.indexOf(row));
+}
+
+void NavTree::click(const QModelIndex& index) {
+    if (index.isValid() && NodeClick) NodeClick();
+}
+
+void NavTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    std::vector<QModelIndex> closed;  // above the node, from the inside out
+    for (auto above = index.parent(); above.isValid(); above = above.parent())
+        if (!isExpanded(above)) closed.push_back(above);
+    if (closed.size() > mostNestedLevels) return;
+    while (!closed.empty()) {  // from the outside in: each opens one level of the view
+        expand(closed.back());
+        closed.pop_back();
+    }
+    QTreeView::scrollTo(index, hint);
+}
+
+// What stays open below a closed branch is opened again, by recursion, with that branch.
+void NavTree::forgetDeepBranches(const QModelIndex& closed) {
+    if (model_.snapshot().depth() <= mostNestedLevels) return;
+    const auto top = model_.rowOf(closed);
+    std::vector<std::uint32_t> deep;
+    for (const auto row : open_) {
+        std::size_t levels = 0;
+        auto above = row;
+        while (above != TreeSnapshot::none && above != top && levels <= mostNestedLevels) {
+            above = model_.snapshot().row(above).parent;
+            ++levels;
+        }
+        if (levels > mostNestedLevels) deep.push_back(row);
+    }
+    const QSignalBlocker quiet(this);
+    for (const auto row : deep) {
+        collapse(model_.indexOf(row));
+        open_.erase(row);
+    }
+}
+
+// The one column is as wide as the rows in view need, and at least as wide as the view.
+void NavTree::fitColumn() {
+    header()->resizeSection(0, std::max(viewport()->width(), sizeHintForColumn(0)));
+}
+
+void NavTree::updateGeometries() {
+    fitColumn();
+    QTreeView::updateGeometries();
+}
+
+void NavTree::drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const {
+    if (!index.parent().isValid()) return;  // no lines at the root
+    painter->save();
+    painter->setPen(QPen(QColor(lineColour), 1, Qt::DotLine));
+    const int middle = rect.top() + rect.height() / 2;
+    int x = rect.right() - indentation() / 2;
+
+    // The node's own branch, then a line down past it for each level above that goes on below.
+    painter->drawLine(x, middle, rect.right(), middle);
+    painter->drawLine(x, rect.top(), x, middle);
+    for (auto level = index; level.parent().isValid() && x >= 0; level = level.parent(), x -= indentation()) {
+        const bool goesOn = level.row() + 1 < model_.rowCount(level.parent());
+        if (goesOn && level == index) painter->drawLine(x, middle, x, rect.bottom());
+        if (goesOn && level != index) painter->drawLine(x, rect.top(), x, rect.bottom());
+    }
+
+    if (model_.hasChildren(index)) {
+        QRect box(0, 0, boxSize, boxSize);
+        box.moveCenter({rect.right() - indentation() / 2, middle});
+        painter->setPen(QColor(lineColour));
+        painter->fillRect(box, Qt::white);
+        painter->drawRect(box.adjusted(0, 0, -1, -1));
+        painter->setPen(Qt::black);
+        const auto centre = box.center();
+        painter->drawLine(box.left() + 2, centre.y(), box.right() - 2, centre.y());
+        if (!isExpanded(index)) painter->drawLine(centre.x(), box.top() + 2, centre.x(), box.bottom() - 2);
+    }
+    painter->restore();
+}
+
+void NavTree::keyPressEvent(QKeyEvent* event) {
+    keys_.pressed(*event);
+    if (event->key() == Qt::Key_Asterisk && model_.snapshot().depth() > mostNestedLevels) return;  // opens everything
+    QTreeView::keyPressEvent(event);
+}
+
+void NavTree::keyReleaseEvent(QKeyEvent* event) {
+    QTreeView::keyReleaseEvent(event);
+    const int keyCode = keyCodeOf(*event);
+    if (keys_.released(*event) && keyCode != 0 && KeyUp) KeyUp(keyCode);
+}
+
+void NavTree::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::RightButton) QTreeView::mousePressEvent(event);
+}
+
+// Moving the pressed mouse would select what it passes over without a click.
+void NavTree::mouseMoveEvent(QMouseEvent* event) {
+    if (event->buttons() == Qt::NoButton) QTreeView::mouseMoveEvent(event);
+}
+
+void NavTree::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::RightButton)
+        QTreeView::mouseReleaseEvent(event);
+    else if (MouseUp)
+        MouseUp(buttonRight);
+}
+
+// The base class selects the first node when the tree gets the focus; here nothing stays selected.
+void NavTree::focusInEvent(QFocusEvent* event) {
+    const bool nothing = !currentIndex().isValid();
+    QTreeView::focusInEvent(event);
+    if (nothing) selectionModel()->clear();
+}
+
+void NavTree::focusOutEvent(QFocusEvent* event) {
+    keys_.forget();
+    QTreeView::focusOutEvent(event);
+}
+
+// A click always selects, with Ctrl too; one beside the nodes changes nothing.
+QItemSelectionModel::SelectionFlags NavTree::selectionCommand(const QModelIndex& index, const QEvent*) const {
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}

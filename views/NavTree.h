@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QTreeView>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "model/Screen.h"
+#include "views/ImageList.h"
+#include "views/ReleasedKeys.h"
+#include "views/TreeModel.h"
+
+/// The navigation tree: pictures and coloured texts, lines and plus/minus boxes below the root, none at the root.
+///
+/// A left click or Enter on a node is a click; the arrow keys and redraws only select. Keys count when they are let
+/// go. A right press leaves the selection alone.
+///
+/// QTreeView lays out, scrolls to and reopens nested open branches by recursion, which overflows the stack in a tree
+/// of some 30,000 levels. So no more than `mostNestedLevels` are ever opened at one stroke.
+class NavTree final : public QTreeView, public NavTreeView {
+  public:
+    static constexpr std::size_t mostNestedLevels = 1000;
+
+    /// @param images pictures by index, see NodePicture; must outlive the tree
+    NavTree(const ImageList& images, QWidget* parent);
+
+    void Fill(const clsNavSchemes& scheme) override;
+    [[nodiscard]] std::string SelectedKey() const override;
+    void Expand(std::string_view key) override;
+
+    [[nodiscard]] const TreeModel& treeModel() const { return model_; }
+
+    /// Opens what is above the node and scrolls it into view; does nothing below `mostNestedLevels` closed levels.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
+  protected:
+    void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void updateGeometries() override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                         const QEvent* event) const override;
+
+  private:
+    void click(const QModelIndex& index);
+    void forgetDeepBranches(const QModelIndex& closed);
+    void fitColumn();
+
+    TreeModel model_;
+    ReleasedKeys keys_;
+    std::set<std::uint32_t> open_;  // rows of the snapshot that are open, below closed ones too
+};

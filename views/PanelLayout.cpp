@@ -1,0 +1,38 @@
+#include "views/PanelLayout.h"
+
+namespace {
+
+constexpr double twipsPerInch = 1440;
+constexpr double margin = 10;  // of the tree and the frames to the window's left and top
+constexpr double gap = 40;
+
+}  // namespace
+
+PanelLayout layOutPanels(double width, double height, double heightOfFrRule) {
+    PanelLayout at;
+    at.tree = {margin, margin, 0.3 * width - gap, height - gap};
+
+    const double left = at.tree.left() + at.tree.width();
+    const double frameWidth = width - at.tree.width() - gap;
+    const double frameHeight = (height - heightOfFrRule - 2 * gap) / 2;
+    at.frN = {left, margin, frameWidth, frameHeight};
+    at.frW = {left, margin + frameHeight + gap, frameWidth, frameHeight};
+    at.frRule = {left, (margin + frameHeight + gap) * 2, frameWidth, heightOfFrRule};
+
+    at.flexNav = {gap, 300, frameWidth - 100, frameHeight - 420};
+    at.flexWeb = at.flexNav;
+    return at;
+}
+
+int toPixels(double twips, int dpi) {
+    return qRound(twips * dpi / twipsPerInch);
+}
+
+QRect toPixels(const QRectF& twips, int dpi) {
+    return {toPixels(twips.left(), dpi), toPixels(twips.top(), dpi), toPixels(twips.width(), dpi),
+            toPixels(twips.height(), dpi)};
+}
+
+double toTwips(int pixels, int dpi) {
+    return pixels * twipsPerInch / dpi;
+}

@@ -1,0 +1,109 @@
+#include "views/SchemeGrid.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include "views/PanelLayout.h"
+
+namespace {
+
+constexpr int rowPadding = 4;     // pixels added to the height of a line
+constexpr int columnPadding = 8;  // pixels added to the width of a column's characters
+
+}  // namespace
+
+SchemeGrid::SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> noRows, QWidget* parent)
+    : QTableView(parent), model_(readColumnFormat(format), std::move(noRows), this) {
+    setModel(&model_);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+
+    // Rows of one fixed height: measuring them would take seconds in a large scheme.
+    verticalHeader()->hide();
+    verticalHeader()->setMinimumSectionSize(1);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
+
+    horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->viewport()->installEventFilter(this);
+    fitColumns();
+}
+
+void SchemeGrid::show(std::unique_ptr<const GridRows> rows) {
+    model_.show(std::move(rows));
+    fitColumns();
+    verticalScrollBar()->setValue(0);
+}
+
+// A column is as wide as the characters of its caption, blanks included, and not narrower than its numbers.
+void SchemeGrid::fitColumns() {
+    const auto metrics = fontMetrics();
+    int section = 0;
+    for (const auto& column : model_.columns()) {
+        const int caption =
+            std::max(static_cast<int>(column.caption.size()) * metrics.averageCharWidth(),
+                     QFontMetrics(horizontalHeader()->font()).horizontalAdvance(column.caption.trimmed()));
+        const auto digits = static_cast<int>(model_.rows().widestNumber(section));
+        const int numbers = digits * metrics.horizontalAdvance(QLatin1Char('0'));
+        setColumnWidth(section++, std::max(caption, numbers) + columnPadding);
+    }
+}
+
+// A right click acts on the current row: it must not make another row current.
+void SchemeGrid::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::RightButton) QTableView::mousePressEvent(event);
+}
+
+void SchemeGrid::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton)
+        mouseUp(buttonRight);
+    else
+        QTableView::mouseReleaseEvent(event);
+}
+
+// The base class makes a row current when the grid gets the focus; here the header row stays it.
+void SchemeGrid::focusInEvent(QFocusEvent* event) {
+    const bool headerIsCurrent = !currentIndex().isValid();
+    QTableView::focusInEvent(event);
+    if (headerIsCurrent) selectionModel()->clear();
+}
+
+bool SchemeGrid::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonRelease && watched == horizontalHeader()->viewport() &&
+        static_cast<QMouseEvent*>(event)->button() == Qt::RightButton)
+        mouseUp(buttonRight);
+    return QTableView::eventFilter(watched, event);
+}
+
+NavGrid::NavGrid(QWidget* parent) : SchemeGrid(NavGridRows::format, std::make_unique<NavGridRows>(), parent) {}
+
+void NavGrid::Fill(const clsNavSchemes& scheme) {
+    show(std::make_unique<NavGridRows>(scheme));
+}
+
+WebGrid::WebGrid(QWidget* parent) : SchemeGrid(WebGridRows::format, std::make_unique<WebGridRows>(), parent) {}
+
+void WebGrid::Place(Twips left, Twips top, Twips width, Twips height) {
+    setGeometry(toPixels(QRectF(left, top, width, height), logicalDpiX()));
+}
+
+void WebGrid::Fill(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) {
+    show(std::make_unique<WebGridRows>(paragraphs));
+}
+
+std::string WebGrid::CurrentText(int column) const {
+    const auto current = currentIndex();
+    if (current.isValid()) return gridModel().rows().cell(static_cast<std::size_t>(current.row()), column);
+    return gridModel().columns()[static_cast<std::size_t>(column)].caption.toStdString();
+}
+
+void WebGrid::mouseUp(int button) {
+    if (MouseUp) MouseUp(button);
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QTableView>
+#include <functional>
+#include <memory>
+#include <string_view>
+
+#include "model/Screen.h"
+#include "views/GridModel.h"
+
+/// A grid for viewing: a header row from a column format string, and rows below it. The header row is the current
+/// row until the user makes another one current by a left click or the arrow keys.
+class SchemeGrid : public QTableView {
+  public:
+    SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> noRows, QWidget* parent);
+
+    [[nodiscard]] const GridModel& gridModel() const { return model_; }
+
+  protected:
+    /// Replaces the rows; the header row becomes the current row, the view goes to the top.
+    void show(std::unique_ptr<const GridRows> rows);
+    /// A mouse button was let go on the grid, its header or the space below its rows.
+    virtual void mouseUp(int /*button*/) {}
+
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    void fitColumns();
+
+    GridModel model_;
+};
+
+/// The grid of nodes.
+class NavGrid final : public SchemeGrid, public NavGridView {
+  public:
+    explicit NavGrid(QWidget* parent);
+    void Fill(const clsNavSchemes& scheme) override;
+};
+
+/// The grid of paragraphs.
+class WebGrid final : public SchemeGrid, public WebGridView {
+  public:
+    explicit WebGrid(QWidget* parent);
+    void Place(Twips left, Twips top, Twips width, Twips height) override;
+    void Fill(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) override;
+    [[nodiscard]] std::string CurrentText(int column) const override;
+
+  protected:
+    void mouseUp(int button) override;
+};
