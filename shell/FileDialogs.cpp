@@ -1,11 +1,24 @@
 #include "shell/FileDialogs.h"
 
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QSettings>
+#include <QTreeView>
 
 #include "views/MessageBox.h"
 
 namespace {
+
+// Size in pixels at which the details of a file can be read.
+constexpr QSize dialogSize(800, 480);
+
+// Name filters: what is shown, then the pattern, which is not.
+QString allFiles() {
+    return QStringLiteral("All Files (*.*) (*)");
+}
+QString textFiles() {
+    return QStringLiteral("Text File (.txt) (*.txt)");
+}
 
 // What keeps a scheme from being saved in `file`; empty when nothing does.
 QString refusal(const QFileInfo& file) {
@@ -25,10 +38,15 @@ class FileDialog final : public QFileDialog {
     FileDialog(QWidget* owner, const QString& title, const QString& initialDir) : QFileDialog(owner, title) {
         setOption(DontUseNativeDialog);
         setOption(HideNameFilterDetails);  // the names say it; "*.*" would leave out files without a dot
-        setNameFilters({QStringLiteral("All Files (*.*) (*)"), QStringLiteral("Text File (.txt) (*.txt)")});
+        setNameFilters({allFiles(), textFiles()});
         setFilter(QDir::AllEntries | QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Hidden);
         setDirectory(initialDir);
         setViewMode(Detail);
+        resize(dialogSize);
+        if (auto* details = findChild<QTreeView*>(QStringLiteral("treeView"))) {
+            details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+            details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+        }
         connect(this, &QFileDialog::directoryEntered, this, [this] { setViewMode(Detail); });
     }
 
@@ -73,7 +91,7 @@ std::filesystem::path askSaveName(QWidget* owner, const QString& name, const QSt
     dialog.setObjectName(QStringLiteral("GetSaveAsName"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.selectNameFilter(QStringLiteral("Text File (.txt)"));
+    dialog.selectNameFilter(textFiles());
     dialog.setDefaultSuffix(QStringLiteral("txt"));
     dialog.selectFile(name);
     return dialog.ask();

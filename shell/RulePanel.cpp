@@ -4,6 +4,7 @@
 #include <QLabel>
 
 #include "views/ImageList.h"
+#include "views/Look.h"
 #include "views/PanelLayout.h"
 
 namespace {
@@ -21,6 +22,7 @@ struct Legend {
     QRgb colour;
 };
 
+constexpr double fontPoints = 8.25;  // the size at which the key hint fits its two lines
 constexpr double oneLine = 255;
 constexpr double twoLines = 480;
 constexpr double letterWidth = 255;
@@ -61,8 +63,8 @@ constexpr Legend legends[] = {
      4320, 1380, explanationWidth, twoLines, blue},
     {"(R), Recurring Node and (N)-Non-Generating Node cannot have any child nodes.", 4320, 2040, explanationWidth,
      twoLines, textColour},
-    {"When in Treeview: (Ins) Adds a Child Node,   (F2) Edits a Node,  (Del) Deletes a Node.", 120, 3000, 6135,
-     oneLine, textColour},
+    {"When in Treeview: (Ins) Adds a Child Node,   (F2) Edits a Node,  (Del) Deletes a Node.", 120, 3000, 6135, 400,
+     textColour},
 };
 
 struct LegendPicture {
@@ -82,17 +84,20 @@ struct Separator {
     const char* name;
     double left, top, width, height;
 };
-constexpr Separator separators[] = {{"Line1", 2760, 600, 1440, 0}, {"Line2", 4230, 240, 0, 2520}};
+constexpr Separator separators[] = {{"Line1", 2760, 600, 1440, 0}, {"Line2", 4230, 300, 0, 2460}};
 
 }  // namespace
 
 RulePanel::RulePanel(QWidget* parent) : QGroupBox(QStringLiteral("Rules for Navigational Hierarchy"), parent) {
     setObjectName(QStringLiteral("frRule"));
     const int dpi = logicalDpiX();
+    QFont small = captionFont();
+    small.setPointSizeF(fontPoints);
     int number = 0;
     for (const auto& legend : legends) {
         auto* label = new QLabel(QString::fromLatin1(legend.text), this);
         label->setObjectName(QStringLiteral("Label%1").arg(++number));
+        label->setFont(small);
         label->setTextFormat(Qt::PlainText);
         label->setWordWrap(legend.height > oneLine);
         label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
