@@ -9,15 +9,13 @@
 
 namespace {
 
-char* find(char* first, char* last, char c) {
-    auto* found = static_cast<char*>(std::memchr(first, c, static_cast<std::size_t>(last - first)));
-    return found ? found : last;
+bool endsLine(char c) {
+    return c == '\n' || c == '\r';
 }
 
-Piece withoutQuotes(char* first, char* last) {
-    while (first != last && *first == '"') ++first;
-    while (first != last && last[-1] == '"') --last;
-    return {first, std::remove(find(first, last, '"'), last, '"')};
+// All bytes that mean something inside a line are no greater than the comma; most bytes are greater.
+bool isPlain(char c) {
+    return static_cast<unsigned char>(c) > static_cast<unsigned char>(',');
 }
 
 }  // namespace
@@ -26,34 +24,49 @@ std::int32_t Piece::number() const {
     return readInteger({first_, static_cast<std::size_t>(last_ - first_)}).value_or(0);
 }
 
-bool FileReader::nextLine(char*& first, char*& last) {
-    if (next_ == end_) return false;
-    if (nextLineFeed_ <= next_) nextLineFeed_ = find(next_, end_, '\n');
-    first = next_;
-    last = find(next_, nextLineFeed_, '\r');
-    next_ = last;
-    if (next_ != end_) next_ += next_ + 1 == nextLineFeed_ && nextLineFeed_ != end_ ? 2 : 1;  // CR LF is one end
-    return true;
-}
-
 bool FileReader::next(Pieces& pieces) {
-    char* first = nullptr;
-    char* last = nullptr;
-    while (nextLine(first, last)) {
-        while (first != last && *first == ' ') ++first;
-        while (first != last && last[-1] == ' ') --last;
-        if (first == last || *first < '0' || *first > '9') continue;
-
-        pieces.fill({});
-        for (auto& piece : pieces) {
-            char* comma = find(first, last, ',');
-            piece = withoutQuotes(first, comma);
-            if (comma == last) break;
-            first = comma + 1;
+    while (next_ != end_) {
+        while (*next_ == ' ') ++next_;
+        if (*next_ >= '0' && *next_ <= '9') {
+            readPieces(pieces);
+            return true;
         }
-        return true;
+        goBehind(skipLine(next_));
     }
     return false;
+}
+
+// Reads the line from next_ on, in one pass.
+void FileReader::readPieces(Pieces& pieces) {
+    pieces.fill({});
+    char* here = next_;
+    for (auto& piece : pieces) {
+        char* first = here;
+        while (*first == '"') ++first;
+        here = first;
+        const char* quote = nullptr;  // the first one after that
+        for (; isPlain(*here) || !(*here == ',' || endsLine(*here)); ++here)
+            if (*here == '"' && !quote) quote = here;
+        char* last = here;
+        if (endsLine(*here))
+            while (last != first && last[-1] == ' ') --last;  // blanks at the end of the line
+        if (quote) last = std::remove(first + (quote - first), last, '"');
+        piece = {first, last};
+        if (endsLine(*here)) break;
+        ++here;
+    }
+    goBehind(skipLine(here));
+}
+
+char* FileReader::skipLine(char* from) const {
+    while (!endsLine(*from)) ++from;
+    return from;
+}
+
+// CR LF, LF and CR each end a line; so does the end of the bytes, whose spare byte is an LF.
+void FileReader::goBehind(char* lineEnd) {
+    if (lineEnd != end_ && *lineEnd == '\r' && lineEnd + 1 != end_ && lineEnd[1] == '\n') ++lineEnd;
+    next_ = lineEnd == end_ ? end_ : lineEnd + 1;
 }
 
 FileBytes readFile(const std::filesystem::path& file) {

@@ -37,18 +37,19 @@ class FileReader {
     static constexpr std::size_t mostPieces = 10;  ///< further pieces of a line are ignored
     using Pieces = std::array<Piece, mostPieces>;  ///< missing ones are empty
 
-    /// @param bytes at least one byte longer than `size`, for the end of the last text
-    FileReader(char* bytes, std::size_t size) : next_(bytes), end_(bytes + size), nextLineFeed_(bytes) {}
+    /// @param bytes one byte longer than `size`: the spare byte ends the last line
+    FileReader(char* bytes, std::size_t size) : next_(bytes), end_(bytes + size) { *end_ = '\n'; }
 
     /// Reads the next record line. @return false at the end of the bytes
     [[nodiscard]] bool next(Pieces& pieces);
 
   private:
-    [[nodiscard]] bool nextLine(char*& first, char*& last);
+    void readPieces(Pieces& pieces);
+    [[nodiscard]] char* skipLine(char* from) const;
+    void goBehind(char* lineEnd);
 
-    char* next_;
+    char* next_;  // the first byte of a line, or end_
     char* end_;
-    char* nextLineFeed_;  // the first line feed at or after next_, or end_
 };
 
 /// A text file's bytes.

@@ -26,10 +26,3 @@ void GroupIndex::distribute(const std::vector<std::uint32_t>& groupOf) {
     for (std::uint32_t place = 0; place < groupOf.size(); ++place)
         if (groupOf[place] != KeyIndex::none) members_[ends_[groupOf[place]]++] = place;
 }
-
-std::span<const std::uint32_t> GroupIndex::operator[](std::int32_t number) const {
-    const auto group = groups_.find(number);
-    if (group == KeyIndex::none) return {};
-    const auto start = group == 0 ? 0 : ends_[group - 1];
-    return std::span(members_).subspan(start, ends_[group] - start);
-}

@@ -24,7 +24,17 @@ class GroupIndex {
     GroupIndex() = default;
 
     /// The places that were grouped under `number`, ascending.
-    [[nodiscard]] std::span<const std::uint32_t> operator[](std::int32_t number) const;
+    [[nodiscard]] std::span<const std::uint32_t> operator[](std::int32_t number) const {
+        const auto found = find(number);
+        return found == KeyIndex::none ? std::span<const std::uint32_t>() : group(found);
+    }
+    /// The group of `number`, `KeyIndex::none` when nothing was grouped under it.
+    [[nodiscard]] std::uint32_t find(std::int32_t number) const { return groups_.find(number); }
+    /// The places of that group.
+    [[nodiscard]] std::span<const std::uint32_t> group(std::uint32_t group) const {
+        const auto start = group == 0 ? 0 : ends_[group - 1];
+        return std::span(members_).subspan(start, ends_[group] - start);
+    }
 
   private:
     std::uint32_t groupFor(std::int32_t number);  // counts one more member

@@ -1,13 +1,13 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
-#include <unordered_map>
 #include <vector>
 
 /// Maps 32-bit numbers (keys, IDs) to places 0, 1, 2 … in a list.
 ///
 /// IDs are mostly small and close together, so those below four times the number of entries sit in a plain table,
-/// which makes a lookup one memory access; the others go to a hash map. Every operation is O(1) whatever the
+/// where finding one is one memory access; the others go to a hash table. Every operation is O(1) whatever the
 /// numbers are.
 class KeyIndex {
   public:
@@ -26,10 +26,19 @@ class KeyIndex {
     void clear();
 
   private:
-    std::uint32_t& slotFor(std::int32_t number);  // makes one, holding `none`, where there is none
+    struct Cell {
+        std::int32_t number = 0;
+        std::uint32_t place = none;  // `none` in an empty cell
+    };
 
-    std::vector<std::uint32_t> table_;                      // by number, `none` where there is no entry
-    std::unordered_map<std::int32_t, std::uint32_t> rest_;  // numbers that were outside the table when they came
-    std::size_t expected_ = 0;                              // entries that were inserted or reserved
+    std::uint32_t& slotFor(std::int32_t number);  // makes one, holding `none`, where there is none
+    [[nodiscard]] std::size_t cellOf(std::int32_t number) const;  // its cell, or the empty one where it belongs
+    [[nodiscard]] std::size_t homeOf(std::int32_t number) const;
+    void growCells();
+
+    std::vector<std::uint32_t> table_;  // by number, `none` where there is no entry
+    std::vector<Cell> cells_;           // the numbers that were outside the table when they came; at most half full
+    std::size_t cellsUsed_ = 0;
+    std::size_t expected_ = 0;  // entries that were inserted or reserved
     std::size_t inserted_ = 0;
 };

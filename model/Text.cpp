@@ -90,6 +90,15 @@ std::string_view Text::view() const noexcept {
     return bytesAt(first_);
 }
 
+// Compares a text in a file on the way to its end: types are compared with letters a lot.
+bool Text::equals(std::string_view bytes) const noexcept {
+    if (empty() || isOwned()) return view() == bytes;
+    const char* here = first_;
+    for (const char byte : bytes)
+        if (*here == endInFile || *here++ != byte) return false;
+    return *here == endInFile;
+}
+
 bool Text::isOwned() const noexcept {
     return ::isOwned(first_);
 }

@@ -33,10 +33,11 @@ class Text {
     operator std::string_view() const noexcept { return view(); }
     [[nodiscard]] bool empty() const noexcept { return first_ == nullptr; }
 
-    friend bool operator==(const Text& a, const Text& b) noexcept { return a.view() == b.view(); }
-    friend bool operator==(const Text& a, std::string_view b) noexcept { return a.view() == b; }
-    friend bool operator==(const Text& a, const std::string& b) noexcept { return a.view() == b; }
-    friend bool operator==(const Text& a, const char* b) noexcept { return a.view() == b; }
+    [[nodiscard]] bool equals(std::string_view bytes) const noexcept;
+    friend bool operator==(const Text& a, const Text& b) noexcept { return a.equals(b.view()); }
+    friend bool operator==(const Text& a, std::string_view b) noexcept { return a.equals(b); }
+    friend bool operator==(const Text& a, const std::string& b) noexcept { return a.equals(b); }
+    friend bool operator==(const Text& a, const char* b) noexcept { return a.equals(b); }
 
     /// Whether the bytes are this text's own (shared with its copies) and not those of a file.
     [[nodiscard]] bool isOwned() const noexcept;

@@ -1,49 +1,61 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 #include "model/GroupIndex.h"
 #include "model/KeyedCollection.h"
 #include "model/clsNavScheme.h"
 
-/// Groups the nodes of a scheme by their parent's ID, in collection order.
-[[nodiscard]] inline GroupIndex childrenByParent(const KeyedCollection<clsNavScheme>& nodes) {
-    const auto slots = nodes.Slots();
-    return {static_cast<std::uint32_t>(slots.size()),
-            [&](std::uint32_t slot) { return slots[slot] ? &slots[slot]->parentIs : nullptr; }};
-}
+/// The tree of a scheme's nodes, in arrays by collection slot (see KeyedCollection::Slots), as it is when this is
+/// made. Reading the records once, in the order in which they lie in memory, is what makes a walk through a million
+/// of them quick, whatever their order in the tree.
+class NodeTree {
+  public:
+    explicit NodeTree(const KeyedCollection<clsNavScheme>& nodes);
 
-/// The one way through the tree that saving, renumbering and drawing share: pre-order from the root, which is the
-/// first node whose parent is 0; the children of a node in collection order.
-///
-/// Takes O(n) for any scheme, a chain of a million nodes or one with loops included: it is not recursive and enters
-/// each node once.
-///
-/// @param visit callable: (const std::shared_ptr<clsNavScheme>& node, std::size_t depth) -> bool, where the root has
-///              depth 0; false leaves out what is below the node. It must change neither IDs nor parents.
+    /// The slots of the nodes whose parent has this ID, in collection order.
+    [[nodiscard]] std::span<const std::uint32_t> childrenOf(std::int32_t id) const { return children_[id]; }
+
+    /// The one way through the tree that saving, renumbering and drawing share: pre-order from the root, which is
+    /// the first node whose parent is 0; the children of a node in collection order.
+    ///
+    /// Takes O(n) for any scheme, a chain of a million nodes or one with loops included: it is not recursive and
+    /// enters each node once.
+    ///
+    /// @param visit callable: (std::uint32_t slot, std::size_t depth) -> bool, where the root has depth 0; false
+    ///              leaves out what is below the node
+    template <class Visit>
+    void walk(Visit visit) const {
+        std::vector<bool> entered(childGroups_.size());
+        std::vector<std::span<const std::uint32_t>> open;  // by depth: the siblings still to visit
+        open.emplace_back(root_);
+        while (!open.empty()) {
+            auto& siblings = open.back();
+            if (siblings.empty()) {
+                open.pop_back();
+                continue;
+            }
+            const auto slot = siblings.front();
+            siblings = siblings.subspan(1);
+            if (entered[slot]) continue;
+            entered[slot] = true;
+            if (visit(slot, open.size() - 1) && childGroups_[slot] != KeyIndex::none)
+                open.push_back(children_.group(childGroups_[slot]));
+        }
+    }
+
+  private:
+    GroupIndex children_;                     // slots by parent ID
+    std::vector<std::uint32_t> childGroups_;  // by slot: the group of the node's children
+    std::vector<std::uint32_t> root_;         // the root's slot, if there is a root
+};
+
+/// `NodeTree::walk` with the nodes themselves.
+/// @param visit callable: (const std::shared_ptr<clsNavScheme>& node, std::size_t depth) -> bool
 template <class Visit>
 void walkTree(const KeyedCollection<clsNavScheme>& nodes, Visit visit) {
-    const auto slots = nodes.Slots();
-    std::uint32_t root = 0;
-    while (root < slots.size() && !(slots[root] && slots[root]->parentIs == 0)) ++root;
-    if (root == slots.size()) return;
-
-    const GroupIndex children = childrenByParent(nodes);
-    std::vector<bool> entered(slots.size());
-    std::vector<std::span<const std::uint32_t>> open;  // by depth: the siblings still to visit
-    const std::uint32_t start[] = {root};
-    open.emplace_back(start);
-    while (!open.empty()) {
-        auto& siblings = open.back();
-        if (siblings.empty()) {
-            open.pop_back();
-            continue;
-        }
-        const auto slot = siblings.front();
-        siblings = siblings.subspan(1);
-        if (entered[slot]) continue;
-        entered[slot] = true;
-        if (visit(slots[slot], open.size() - 1)) open.push_back(children[slots[slot]->ID]);
-    }
+    NodeTree(nodes).walk(
+        [&](std::uint32_t slot, std::size_t depth) { return visit(nodes.Slots()[slot], depth); });
 }

@@ -45,13 +45,13 @@ void clsNavSchemes::DelNode(std::string_view dKey) {
         oWebs.DelTreeNode(dKey);
         return;
     }
-    const auto children = childrenByParent(nodes_);
+    const NodeTree tree(nodes_);
     KeyIndex met;  // the IDs of the branch: each is entered once, so loops end
     std::vector<Branch> open;
     const auto enter = [&](std::int32_t id) {
         if (!met.insert(id, 0)) return;
         Branch branch{id, {}};
-        for (const auto slot : children[id])
+        for (const auto slot : tree.childrenOf(id))
             if (slot < nodes_.Slots().size() && nodes_.Slots()[slot])
                 branch.children.push_back(nodes_.Slots()[slot]->ID);
         open.push_back(std::move(branch));

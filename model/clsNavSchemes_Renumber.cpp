@@ -15,15 +15,24 @@ bool clsNavSchemes::Renumber() {
     return true;
 }
 
-// Gives the reachable nodes their new numbers in `tID` and `tParentIs`; `ID` and `parentIs` stay for the walk.
+// Gives the reachable nodes their new numbers in `tID` and `tParentIs`; `ID` and `parentIs` stay as they are.
 void clsNavSchemes::assignNewIDs() {
+    const auto slots = nodes_.Slots();
+    struct NewNumbers {
+        std::int32_t id = 0, parent = 0;
+    };
+    std::vector<NewNumbers> numbers(slots.size());  // 0 for a node that is not reached
     std::int32_t last = 0;
     std::vector<std::int32_t> path;  // the new IDs from the root down to the node last numbered
-    walkTree(nodes_, [&](const Pointer& node, std::size_t depth) {
+    NodeTree(nodes_).walk([&](std::uint32_t slot, std::size_t depth) {
         path.resize(depth);
-        node->tParentIs = depth == 0 ? 0 : path.back();
-        node->tID = ++last;
+        numbers[slot] = {++last, depth == 0 ? 0 : path.back()};
         path.push_back(last);
         return true;
     });
+    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+        if (numbers[slot].id == 0) continue;
+        slots[slot]->tID = numbers[slot].id;
+        slots[slot]->tParentIs = numbers[slot].parent;
+    }
 }

@@ -121,12 +121,16 @@ void fMain::makeMenus() {
     }
 }
 
-void fMain::Form_Load() {
+void fMain::StartScheme() {
     oNavs = std::make_unique<clsNavSchemes>();
     oNavs->inform = [this](std::string_view message) { showMessage(this, decode(message)); };
     oNavs->SetGrid(*flexNav_);
     oNavs->SetTreeview(*this);
     oNavs->NewScheme();
+}
+
+void fMain::Form_Load() {
+    StartScheme();
     mnuIntro_Click();
     showMessage(this, QStringLiteral("If you need to be familiarized with the working of this Wizard, \r\n"
                                      "Please open the Files XST1.txt and XST2.txt for getting started..."));

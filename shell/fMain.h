@@ -23,8 +23,10 @@ class fMain final : public QMainWindow, private NavWindow {
     /// Starts up: makes a scheme of one node, shows the introduction and a first message, each until it is closed.
     /// To be called once, before the window is shown.
     void Form_Load();
+    /// The first part of that, without the windows that wait for the user.
+    void StartScheme();
 
-    std::unique_ptr<clsNavSchemes> oNavs;  ///< made by `Form_Load`, never replaced
+    std::unique_ptr<clsNavSchemes> oNavs;  ///< made at the start, never replaced
 
     /// The file that the user chooses to open, empty when the choice is cancelled.
     [[nodiscard]] std::filesystem::path GetOpenName(const QString& sInitialDir);

@@ -12,10 +12,9 @@ class TextKeeper {
     /// Keeps what `record` belongs to: the file that it was read from. To be called before `keep` for its texts.
     template <class Record>
     void keepOwner(const std::shared_ptr<Record>& record) {
-        const std::shared_ptr<const void> owner = record;
         // The records of one file have one owner and mostly follow each other.
-        if (owners_.empty() || owners_.back().owner_before(owner) || owner.owner_before(owners_.back()))
-            owners_.push_back(owner);
+        if (owners_.empty() || owners_.back().owner_before(record) || record.owner_before(owners_.back()))
+            owners_.push_back(record);
     }
 
     Text::Ref keep(const Text& text) {

@@ -12,20 +12,43 @@ NodePicture pictureOf(const clsNavScheme& node) {
 
 }  // namespace
 
+namespace {
+
+struct Unplaced {
+    Text::Ref text;
+    std::int32_t id = 0;
+    NodePicture picture = NodePicture::none;
+    bool isTwin = false;  // another node has the same ID
+};
+
+}  // namespace
+
 TreeSnapshot::TreeSnapshot(const clsNavSchemes& scheme) {
-    rows_.reserve(static_cast<std::size_t>(scheme.Count()));
-    KeyIndex shown;
-    shown.reserve(rows_.capacity());
-    std::vector<std::uint32_t> path;  // rows from the root down to the one last added
-    walkTree(scheme.NewEnum(), [&](const clsNavSchemes::Pointer& node, std::size_t depth) {
-        const auto picture = pictureOf(*node);
-        if (picture == NodePicture::none || !shown.insert(node->ID, count())) return false;
-        path.resize(depth);
+    // What there is to show, read in the order in which the records lie in memory; then the way through the tree.
+    const auto slots = scheme.NewEnum().Slots();
+    std::vector<Unplaced> unplaced(slots.size());
+    KeyIndex slotOf;  // by ID
+    slotOf.reserve(slots.size());
+    for (std::uint32_t slot = 0; slot < slots.size(); ++slot) {
+        const auto& node = slots[slot];
+        if (!node) continue;
         texts_.keepOwner(node);
+        unplaced[slot] = {texts_.keep(node->descriptionIs), node->ID, pictureOf(*node)};
+        if (!slotOf.insert(node->ID, slot)) unplaced[slot].isTwin = unplaced[slotOf.find(node->ID)].isTwin = true;
+    }
+
+    rows_.reserve(static_cast<std::size_t>(scheme.Count()));
+    KeyIndex shownTwins;
+    std::vector<std::uint32_t> path;  // rows from the root down to the one last added
+    NodeTree(scheme.NewEnum()).walk([&](std::uint32_t slot, std::size_t depth) {
+        const auto& node = unplaced[slot];
+        if (node.picture == NodePicture::none) return false;
+        if (node.isTwin && !shownTwins.insert(node.id, count())) return false;
+        path.resize(depth);
         Row row;
-        row.text = texts_.keep(depth == 0 ? Text("Data Browser") : node->descriptionIs);
-        row.id = node->ID;
-        row.picture = picture;
+        row.text = depth == 0 ? texts_.keep(Text("Data Browser")) : node.text;
+        row.id = node.id;
+        row.picture = node.picture;
         if (depth != 0) {
             row.parent = path.back();
             row.placeInParent = rows_[row.parent].childCount++;

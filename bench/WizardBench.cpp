@@ -1,0 +1,130 @@
+// Times what a user waits for, in the real main window, and prints one "name milliseconds" line each.
+//   wizard_bench start                  the main window, painted
+//   wizard_bench load PREFIX            both files loaded and painted; peak memory
+//   wizard_bench all PREFIX FOLDER      that, and clicks, renumbering, saving into FOLDER, deleting a branch
+// PREFIX.xst1 and PREFIX.xst2 are the two files.
+#include <sys/resource.h>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "shell/fMain.h"
+#include "views/Look.h"
+
+namespace {
+
+template <class Step>
+double timed(Step step) {
+    QElapsedTimer timer;
+    timer.start();
+    step();
+    QCoreApplication::processEvents();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+}
+
+void print(const char* name, double value) {
+    std::printf("%-24s %10.2f\n", name, value);
+    std::fflush(stdout);
+}
+
+double peakMegabytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+void measureClicks(clsNavSchemes& navs) {
+    std::vector<std::int32_t> ids;
+    for (const auto& node : navs.NewEnum()) ids.push_back(node->ID);
+    print("click, the first", timed([&] { navs.oWebs.DispInGrid(ids.front()); }));
+    std::vector<double> times;
+    for (std::size_t i = 0; i < 1000; ++i) {
+        const auto id = ids[i * 7919 % ids.size()];
+        times.push_back(timed([&] { navs.oWebs.DispInGrid(id); }));
+    }
+    std::ranges::sort(times);
+    print("click, median", times[500]);
+    print("click, 95 %", times[950]);
+    print("all paragraphs", timed([&] { navs.DisplayFullWeb(); }));
+    print("leaving them", timed([&] { navs.oWebs.DispInGrid(ids.front()); }));
+}
+
+// A node with about 2 % of the nodes below it.
+std::int32_t branchOfTwoPercent(const clsNavSchemes& navs) {
+    std::vector<std::pair<std::int32_t, std::size_t>> order;  // ID and depth, in pre-order
+    walkTree(navs.NewEnum(), [&](const clsNavSchemes::Pointer& node, std::size_t depth) {
+        order.emplace_back(node->ID, depth);
+        return true;
+    });
+    const auto wanted = order.size() / 50;
+    std::int32_t best = order.back().first;
+    std::size_t bestSize = 0;
+    std::vector<std::size_t> open;
+    const auto close = [&](std::size_t at, std::size_t end) {
+        const auto size = end - at;
+        if (size <= wanted && size > bestSize) {
+            best = order[at].first;
+            bestSize = size;
+        }
+    };
+    for (std::size_t i = 0; i < order.size(); ++i) {
+        while (open.size() > order[i].second) {
+            close(open.back(), i);
+            open.pop_back();
+        }
+        open.push_back(i);
+    }
+    return best;
+}
+
+}  // namespace
+
+int main(int argc, char* argv[]) {
+    const std::string what = argc > 1 ? argv[1] : "start";
+    const std::filesystem::path prefix = argc > 2 ? argv[2] : "";
+    QApplication application(argc, argv);
+    applyLook(application);
+    fMain window;
+    window.StartScheme();
+    window.show();
+    QCoreApplication::processEvents();
+    if (what == "start") return 0;
+
+    auto& navs = *window.oNavs;
+    const auto empty = peakMegabytes();
+    auto nodes = prefix;
+    auto paragraphs = prefix;
+    nodes += ".xst1";
+    paragraphs += ".xst2";
+    const double nodeTime = timed([&] { navs.LoadData(nodes); });
+    const double paragraphTime = timed([&] { navs.LoadWeb(paragraphs); });
+    print("load and draw nodes", nodeTime);
+    print("load and draw paragraphs", paragraphTime);
+    print("load and draw both", nodeTime + paragraphTime);
+    const auto bytes = static_cast<double>(file_size(nodes) + file_size(paragraphs)) / (1 << 20);
+    print("memory / file bytes", (peakMegabytes() - empty) / bytes);
+    if (what != "all") return 0;
+
+    measureClicks(navs);
+    const std::filesystem::path folder = argv[3];
+    double saving = timed([&] { static_cast<void>(navs.SaveData(folder / "saved.xst1")); });
+    saving += timed([&] { static_cast<void>(navs.SaveWeb(folder / "saved.xst2")); });
+    print("save both", saving);
+    print("renumber and redraw", timed([&] { navs.Renumber(); }));
+    navs.LoadData(nodes);
+    navs.LoadWeb(paragraphs);
+    const auto branch = std::to_string(branchOfTwoPercent(navs));
+    const auto before = navs.Count();
+    print("delete a branch", timed([&] {
+              navs.DelNode(branch);
+              navs.DispInTV();
+          }));
+    print("nodes deleted, %", 100.0 * (before - navs.Count()) / before);
+    return 0;
+}
