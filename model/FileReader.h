@@ -99,7 +99,7 @@ class LoadedFile {
         return parts_.back().emplace_back();
     }
 
-    std::unique_ptr<char[]> bytes_;  // outlives the records: declared before them
+    std::unique_ptr<char[]> bytes_;           // outlives the records: declared before them
     std::vector<std::vector<Record>> parts_;  // each filled up to its capacity, so records never move
     std::size_t count_ = 0;
 };

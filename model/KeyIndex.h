@@ -31,7 +31,7 @@ class KeyIndex {
         std::uint32_t place = none;  // `none` in an empty cell
     };
 
-    std::uint32_t& slotFor(std::int32_t number);  // makes one, holding `none`, where there is none
+    std::uint32_t& slotFor(std::int32_t number);                  // makes one, holding `none`, where there is none
     [[nodiscard]] std::size_t cellOf(std::int32_t number) const;  // its cell, or the empty one where it belongs
     [[nodiscard]] std::size_t homeOf(std::int32_t number) const;
     void growCells();

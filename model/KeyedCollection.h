@@ -54,7 +54,8 @@ class KeyedCollection {
         return number && Remove(*number);
     }
 
-    /// Removes the record at `position`, counted from 1 in collection order, in O(n). @return false when there is none
+    /// Removes the record at `position`, counted from 1 in collection order, in O(n). @return false when there is
+    /// none
     bool RemoveAt(std::int32_t position) {
         for (std::size_t slot = 0; position > 0 && slot < slots_.size(); ++slot)
             if (slots_[slot] && --position == 0) return Remove(keys_[slot]);

@@ -40,9 +40,9 @@ class NavTreeView {
     virtual void Expand(std::string_view key) = 0;
 
     // What the user does, for the scheme to listen to.
-    std::function<void()> NodeClick;               ///< a node was clicked; it is the selected one
-    std::function<void(int keyCode)> KeyUp;        ///< a key was released on the tree
-    std::function<void(int button)> MouseUp;       ///< a mouse button was released on the tree
+    std::function<void()> NodeClick;          ///< a node was clicked; it is the selected one
+    std::function<void(int keyCode)> KeyUp;   ///< a key was released on the tree
+    std::function<void(int button)> MouseUp;  ///< a mouse button was released on the tree
 };
 
 /// The grid of all nodes.

@@ -55,9 +55,11 @@ std::string_view bytesAt(const char* first) noexcept {
 
 }  // namespace
 
-Text::Text(std::string_view bytes) : first_(makeOwned(bytes)) {}
+Text::Text(std::string_view bytes) : first_(makeOwned(bytes)) {
+}
 
-Text::Text(const Text& other) : first_(other.isOwned() ? share(other.first_) : makeOwned(other.view())) {}
+Text::Text(const Text& other) : first_(other.isOwned() ? share(other.first_) : makeOwned(other.view())) {
+}
 
 Text& Text::operator=(const Text& other) {
     if (this != &other) {

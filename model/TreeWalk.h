@@ -56,6 +56,5 @@ class NodeTree {
 /// @param visit callable: (const std::shared_ptr<clsNavScheme>& node, std::size_t depth) -> bool
 template <class Visit>
 void walkTree(const KeyedCollection<clsNavScheme>& nodes, Visit visit) {
-    NodeTree(nodes).walk(
-        [&](std::uint32_t slot, std::size_t depth) { return visit(nodes.Slots()[slot], depth); });
+    NodeTree(nodes).walk([&](std::uint32_t slot, std::size_t depth) { return visit(nodes.Slots()[slot], depth); });
 }

@@ -10,13 +10,13 @@
 /// the query and the parameter.
 class clsNavScheme {
   public:
-    Text descriptionIs;              ///< shown for the node in the tree
-    std::int32_t parentIs = 0;       ///< ID of the parent node; 0 marks the root
-    Text iconIs;                     ///< icon that the reporting product shows for the node
-    Text roleIs;                     ///< user role, empty when not set
-    std::int32_t tID = 0;            ///< while renumbering the new ID, afterwards the former one; not in the file
-    std::int32_t tParentIs = 0;      ///< while renumbering the new parent's ID; not in the file
-    std::int32_t ID = 0;             ///< number of the node, unique within the scheme
+    Text descriptionIs;          ///< shown for the node in the tree
+    std::int32_t parentIs = 0;   ///< ID of the parent node; 0 marks the root
+    Text iconIs;                 ///< icon that the reporting product shows for the node
+    Text roleIs;                 ///< user role, empty when not set
+    std::int32_t tID = 0;        ///< while renumbering the new ID, afterwards the former one; not in the file
+    std::int32_t tParentIs = 0;  ///< while renumbering the new parent's ID; not in the file
+    std::int32_t ID = 0;         ///< number of the node, unique within the scheme
 
     /// The node's type: F (fixed), G (generating), R (recurring) or N (non-generating); empty in a new node.
     [[nodiscard]] const Text& typeIs() const { return typeIs_; }

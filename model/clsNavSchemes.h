@@ -37,7 +37,8 @@ class clsNavSchemes {
     std::function<void(std::string_view skey)> oDelete;      ///< Del on the tree
     std::function<void(std::string_view skey)> oNodeClick;   ///< a tree node was clicked
     std::function<void(std::string_view skey)> oRightClick;  ///< the right mouse button on the tree
-    std::function<void(std::string_view skey, std::string_view pKey)> wRightClick;  ///< `oWebs.oRightClick`, passed on
+    std::function<void(std::string_view skey, std::string_view pKey)>
+        wRightClick;  ///< `oWebs.oRightClick`, passed on
 
     // --- the collection ---
 

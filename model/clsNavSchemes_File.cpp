@@ -5,9 +5,8 @@
 
 namespace {
 
-constexpr std::string_view header =
-    R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")"
-    "\r\n";
+constexpr std::string_view header = R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")"
+                                    "\r\n";
 
 void fill(clsNavScheme& node, const FileReader::Pieces& pieces) {
     node.ID = pieces[0].number();

@@ -11,10 +11,8 @@ struct TypeRule {
     std::string_view refusal;
 };
 constexpr TypeRule typeRules[] = {
-    {"R", 0,
-     "This Node is having Child Nodes. No child Nodes Allowed for Recurring Node. Changes not saved"},
-    {"N", 0,
-     "This Node is having Child Nodes. No child Nodes Allowed for Non-Generating Node. Changes not saved"},
+    {"R", 0, "This Node is having Child Nodes. No child Nodes Allowed for Recurring Node. Changes not saved"},
+    {"N", 0, "This Node is having Child Nodes. No child Nodes Allowed for Non-Generating Node. Changes not saved"},
     {"G", 1,
      "This Node is having more than one Child Nodes. Only One Child Node Allowed for Generating Node. Changes not "
      "saved"},
@@ -84,9 +82,9 @@ bool clsNavSchemes::FuseNav(const Pointer& oFuse) {
     const bool isNew =
         std::ranges::none_of(nodes_.Slots(), [&](const auto& slot) { return slot && slot->ID == oFuse->ID; });
     const auto parent = Item(oFuse->parentIs);
-    for (const auto refusal : {refusalOfParent(parent ? parent->typeIs().view() : std::string_view()),
-                               refusalOfType(oFuse->typeIs(), GetChildren(*oFuse)),
-                               refusalOfQuery(oFuse->typeIs(), oFuse->queryIs())})
+    for (const auto refusal :
+         {refusalOfParent(parent ? parent->typeIs().view() : std::string_view()),
+          refusalOfType(oFuse->typeIs(), GetChildren(*oFuse)), refusalOfQuery(oFuse->typeIs(), oFuse->queryIs())})
         if (!refusal.empty()) return refuse(inform, refusal);
 
     if (isNew) return Add(oFuse) || refuse(inform, refusalOfKey);

@@ -10,11 +10,11 @@
 /// image), S (table with sums), T (thumbnails of images).
 class clsWebScheme {
   public:
-    std::int32_t XST1 = 0;    ///< ID of the node on whose report page the paragraph stands
-    std::int32_t seqNo = 0;   ///< order of the paragraph on that page
+    std::int32_t XST1 = 0;   ///< ID of the node on whose report page the paragraph stands
+    std::int32_t seqNo = 0;  ///< order of the paragraph on that page
     Text titleIs;
-    Text queryIs;             ///< query or stored procedure, perhaps a blank and constant parameters after it
-    Text parmIs;              ///< kind of parameter, stored as that of a node
+    Text queryIs;  ///< query or stored procedure, perhaps a blank and constant parameters after it
+    Text parmIs;   ///< kind of parameter, stored as that of a node
     Text typeIs;
     std::int32_t formIs = 0;  ///< number of the data-entry form that the page links to; 0 is none
     Text colsAre;             ///< "All" or column numbers joined by ":"; for type C "X:Y"

@@ -84,8 +84,8 @@ class clsWebSchemes {
     /// Renumbers, then shows the orphans.
     void DispOrphans(clsNavSchemes& oNC);
 
-    /// A right click on the grid: the ID and the node ID in the current row, as shown ("ID " and "XST1" if that is the
-    /// header row).
+    /// A right click on the grid: the ID and the node ID in the current row, as shown ("ID " and "XST1" if that is
+    /// the header row).
     std::function<void(std::string_view skey, std::string_view pKey)> oRightClick;
 
   private:

@@ -27,8 +27,7 @@ QString refusal(const QFileInfo& file) {
     if (!folder.isDir()) return QStringLiteral("There is no folder\n%1").arg(folderName);
     const auto name = QDir::toNativeSeparators(file.filePath());
     if (file.exists() && !file.isFile()) return QStringLiteral("This is no file to save in:\n%1").arg(name);
-    if (file.exists() && !file.isWritable())
-        return QStringLiteral("This file is write-protected:\n%1").arg(name);
+    if (file.exists() && !file.isWritable()) return QStringLiteral("This file is write-protected:\n%1").arg(name);
     if (!folder.isWritable()) return QStringLiteral("No file can be written in the folder\n%1").arg(folderName);
     return {};
 }

@@ -31,10 +31,8 @@ struct TreePicture {
     const char* key;
 };
 constexpr TreePicture treePictures[] = {
-    {"imgRoot", ":/images/root.svg", "root"},
-    {"imgFix", ":/images/fixed.svg", "fixed"},
-    {"imgGen", ":/images/gen.svg", "gen"},
-    {"imgRecur", ":/images/recur.svg", "recur"},
+    {"imgRoot", ":/images/root.svg", "root"},       {"imgFix", ":/images/fixed.svg", "fixed"},
+    {"imgGen", ":/images/gen.svg", "gen"},          {"imgRecur", ":/images/recur.svg", "recur"},
     {"imgNonGen", ":/images/nongen.svg", "nongen"},
 };
 

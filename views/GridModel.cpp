@@ -24,7 +24,8 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     switch (role) {
         case Qt::DisplayRole: return decode(rows_->cell(row, index.column()));
         case Qt::ForegroundRole: return QBrush(rows_->colour(row));
-        case Qt::TextAlignmentRole: return QVariant::fromValue(columns_[static_cast<std::size_t>(index.column())].alignment);
+        case Qt::TextAlignmentRole:
+            return QVariant::fromValue(columns_[static_cast<std::size_t>(index.column())].alignment);
         case Qt::AccessibleDescriptionRole: return rows_->spoken(row);
         default: return {};
     }

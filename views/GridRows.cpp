@@ -92,10 +92,10 @@ QString WebGridRows::spoken(std::size_t row) const {
         std::string_view letter;
         const char* spoken;
     };
-    static constexpr ParagraphType types[] = {
-        {"C", "Bar chart paragraph"},     {"H", "Header paragraph"},       {"E", "Action query paragraph"},
-        {"M", "Multi-chapter paragraph"}, {"I", "Image header paragraph"}, {"S", "Table paragraph"},
-        {"T", "Thumbnails paragraph"}};
+    static constexpr ParagraphType types[] = {{"C", "Bar chart paragraph"},    {"H", "Header paragraph"},
+                                              {"E", "Action query paragraph"}, {"M", "Multi-chapter paragraph"},
+                                              {"I", "Image header paragraph"}, {"S", "Table paragraph"},
+                                              {"T", "Thumbnails paragraph"}};
     const auto* found = std::ranges::find(types, rows_[row].type.view(), &ParagraphType::letter);
     return found == std::end(types) ? QStringLiteral("Paragraph of unknown type")
                                     : QString::fromLatin1(found->spoken);

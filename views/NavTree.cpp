@@ -12,8 +12,8 @@ namespace {
 
 constexpr double indentationTwips = 600;
 constexpr double fontPoints = 10;
-constexpr int rowPadding = 4;    // pixels added to the height of a line
-constexpr int boxSize = 9;       // pixels, of the plus/minus box; odd, so that its cross is centred
+constexpr int rowPadding = 4;  // pixels added to the height of a line
+constexpr int boxSize = 9;     // pixels, of the plus/minus box; odd, so that its cross is centred
 constexpr QRgb lineColour = qRgb(128, 128, 128);
 
 // The rows of one height that make a million of them quick to scroll.

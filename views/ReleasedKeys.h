@@ -10,9 +10,7 @@ class ReleasedKeys {
     /// To be told of every key press that reaches the window.
     void pressed(const QKeyEvent& event) { down_.insert(event.key()); }
     /// Whether this release ends a press that was made here.
-    [[nodiscard]] bool released(const QKeyEvent& event) {
-        return !event.isAutoRepeat() && down_.remove(event.key());
-    }
+    [[nodiscard]] bool released(const QKeyEvent& event) { return !event.isAutoRepeat() && down_.remove(event.key()); }
     /// Forgets the presses: the keyboard goes elsewhere.
     void forget() { down_.clear(); }
 

@@ -82,13 +82,15 @@ bool SchemeGrid::eventFilter(QObject* watched, QEvent* event) {
     return QTableView::eventFilter(watched, event);
 }
 
-NavGrid::NavGrid(QWidget* parent) : SchemeGrid(NavGridRows::format, std::make_unique<NavGridRows>(), parent) {}
+NavGrid::NavGrid(QWidget* parent) : SchemeGrid(NavGridRows::format, std::make_unique<NavGridRows>(), parent) {
+}
 
 void NavGrid::Fill(const clsNavSchemes& scheme) {
     show(std::make_unique<NavGridRows>(scheme));
 }
 
-WebGrid::WebGrid(QWidget* parent) : SchemeGrid(WebGridRows::format, std::make_unique<WebGridRows>(), parent) {}
+WebGrid::WebGrid(QWidget* parent) : SchemeGrid(WebGridRows::format, std::make_unique<WebGridRows>(), parent) {
+}
 
 void WebGrid::Place(Twips left, Twips top, Twips width, Twips height) {
     setGeometry(toPixels(QRectF(left, top, width, height), logicalDpiX()));
