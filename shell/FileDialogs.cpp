@@ -1,7 +1,9 @@
 #include "shell/FileDialogs.h"
 
 #include <QFileDialog>
+#include <QFileSystemModel>
 #include <QHeaderView>
+#include <QLabel>
 #include <QSettings>
 #include <QTreeView>
 
@@ -46,7 +48,11 @@ class FileDialog final : public QFileDialog {
             details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
             details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
         }
-        connect(this, &QFileDialog::directoryEntered, this, [this] { setViewMode(Detail); });
+        // Not `directoryEntered`, which neither a typed folder nor the back button raises.
+        if (const auto* folders = findChild<QFileSystemModel*>())
+            connect(folders, &QFileSystemModel::rootPathChanged, this, [this] { setViewMode(Detail); });
+        nameForScreenReaders("lookInLabel", "lookInCombo");
+        nameForScreenReaders("fileTypeLabel", "fileTypeCombo");
     }
 
     [[nodiscard]] std::filesystem::path ask() {
@@ -66,6 +72,13 @@ class FileDialog final : public QFileDialog {
             }
         }
         QFileDialog::accept();
+    }
+
+  private:
+    // Qt ties no label to its lists.
+    void nameForScreenReaders(const char* label, const char* list) {
+        if (auto* name = findChild<QLabel*>(QString::fromLatin1(label)))
+            name->setBuddy(findChild<QWidget*>(QString::fromLatin1(list)));
     }
 };
 

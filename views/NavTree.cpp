@@ -60,7 +60,6 @@ NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), 
     setAccessibleName(tr("Navigation tree"));
 
     connect(this, &QTreeView::clicked, this, &NavTree::click);
-    connect(this, &QTreeView::activated, this, &NavTree::click);
     connect(this, &QTreeView::expanded, this,
             [this](const QModelIndex& index) { open_.insert(model_.rowOf(index)); });
     connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
@@ -177,12 +176,21 @@ void NavTree::keyPressEvent(QKeyEvent* event) {
 
 void NavTree::keyReleaseEvent(QKeyEvent* event) {
     QTreeView::keyReleaseEvent(event);
+    if (!keys_.released(*event)) return;
     const int keyCode = keyCodeOf(*event);
-    if (keys_.released(*event) && keyCode != 0 && KeyUp) KeyUp(keyCode);
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        click(currentIndex());
+    else if (keyCode != 0 && KeyUp)
+        KeyUp(keyCode);
 }
 
 void NavTree::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::RightButton) QTreeView::mousePressEvent(event);
+}
+
+// Two clicks, with either button. The base class would also take them for the opening of the node.
+void NavTree::mouseDoubleClickEvent(QMouseEvent* event) {
+    mousePressEvent(event);
 }
 
 // Moving the pressed mouse would select what it passes over without a click.

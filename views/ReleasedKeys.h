@@ -8,7 +8,9 @@
 class ReleasedKeys {
   public:
     /// To be told of every key press that reaches the window.
-    void pressed(const QKeyEvent& event) { down_.insert(event.key()); }
+    void pressed(const QKeyEvent& event) {
+        if (!event.isAutoRepeat()) down_.insert(event.key());
+    }
     /// Whether this release ends a press that was made here.
     [[nodiscard]] bool released(const QKeyEvent& event) { return !event.isAutoRepeat() && down_.remove(event.key()); }
     /// Forgets the presses: the keyboard goes elsewhere.

@@ -143,8 +143,8 @@ TEST(DelNode, AfterRenumberingLooksAtABranchWhenItsTurnComes) {
     addParagraphs(navs.oWebs, {{1, 9}, {2, 4}, {3, 3}, {4, 2}});
     ASSERT_TRUE(navs.Renumber());
     ASSERT_EQ(linksOf(navs), "1<0 2<1 3<1 4<3");
-    // Below 1 are 2 and 3. "2" is the key of node 4, which goes first; then below 3 there is nobody, and "3" is the
-    // key of node 3. Nothing is filed under "1". Node 4 is never looked at, so its paragraph stays.
+    // Below 1 are 2 and 3. "2" is the key of node 4, which goes first; then below 3 there is nobody, and "3"
+    // is the key of node 3. Nothing is filed under "1". Node 4 is never looked at, so its paragraph stays.
     navs.DelNode("1");
     EXPECT_EQ(linksOf(navs), "1<0 2<1");
     EXPECT_EQ(nodesOf(navs.oWebs), "4>4C");

@@ -16,8 +16,8 @@
 
 #include "model/clsNavSchemes.h"
 
-// What the tests of this folder share: records in one line, schemes printed as text, a folder that cleans up after
-// itself, and views that write down what they are asked to show.
+// What the tests of this folder share: records in one line, schemes printed as text, a folder that cleans up
+// after itself, and views that write down what they are asked to show.
 
 using Rows = std::vector<std::string>;
 
@@ -25,8 +25,7 @@ using Rows = std::vector<std::string>;
 
 inline std::shared_ptr<clsNavScheme> makeNode(std::int32_t id, std::int32_t parent, const Text& type = "F",
                                               const Text& description = {}, const Text& query = {},
-                                              const Text& parm = {}, const Text& icon = {},
-                                              const Text& role = {}) {
+                                              const Text& parm = {}, const Text& icon = {}, const Text& role = {}) {
     auto node = std::make_shared<clsNavScheme>();
     node->ID = id;
     node->parentIs = parent;
@@ -109,8 +108,8 @@ inline std::string linksOf(const clsNavSchemes& navs) {
 inline std::string nodesOf(const clsWebSchemes& webs) {
     std::string nodes;
     for (const auto& paragraph : webs.NewEnum())
-        nodes += (nodes.empty() ? "" : " ") + std::to_string(paragraph->ID) + ">" +
-                 std::to_string(paragraph->XST1) + paragraph->status;
+        nodes += (nodes.empty() ? "" : " ") + std::to_string(paragraph->ID) + ">" + std::to_string(paragraph->XST1) +
+                 paragraph->status;
     return nodes;
 }
 
@@ -179,6 +178,13 @@ inline std::string bytesOf(const std::filesystem::path& file) {
     return {std::istreambuf_iterator<char>(in), {}};
 }
 
+/// The lines of a file, each with its end.
+inline std::string lines(std::initializer_list<std::string_view> texts) {
+    std::string bytes;
+    for (const auto text : texts) bytes += std::string(text) + "\r\n";
+    return bytes;
+}
+
 /// Loads these bytes as a file.
 template <class Scheme>
 void loadBytes(Scheme& scheme, std::string_view bytes) {
@@ -226,14 +232,13 @@ class FakeWebGrid final : public WebGridView {
   public:
     explicit FakeWebGrid(Calls& calls) : calls_(calls) {}
     void Place(Twips left, Twips top, Twips width, Twips height) override {
-        calls_.push_back("place " + std::to_string(left) + " " + std::to_string(top) + " " +
-                         std::to_string(width) + " " + std::to_string(height));
+        calls_.push_back("place " + std::to_string(left) + " " + std::to_string(top) + " " + std::to_string(width) +
+                         " " + std::to_string(height));
     }
     void Fill(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) override {
         std::string shown;
         for (const auto& paragraph : paragraphs)
-            if (paragraph)
-                shown += " " + std::to_string(paragraph->ID) + ">" + std::to_string(paragraph->XST1);
+            if (paragraph) shown += " " + std::to_string(paragraph->ID) + ">" + std::to_string(paragraph->XST1);
         calls_.push_back("paragraphs" + shown);
     }
     [[nodiscard]] std::string CurrentText(int column) const override {

@@ -6,6 +6,8 @@
 
 #include "Helpers.h"
 
+using namespace std::string_view_literals;
+
 namespace {
 
 struct Reading {
@@ -75,10 +77,35 @@ TEST(ReadInteger, StaysWithin32Bits) {
 }
 
 TEST(ReadInteger, RefusesEverythingElse) {
-    for (const char* text : {"", " ", "   ", "-", "+", "+-1", "--1", "- 1", "1-", "x", "7x", "x7", "1 2", "1,2", "1.2.3",
-                             "1e5", "0x10", "&H10", "1d2", "\t7", "7\t", "7\r", "\xA0" "7", "12a", "1'000", "\"7\""})
+    for (const char* text : {"",
+                             " ",
+                             "   ",
+                             "-",
+                             "+",
+                             "+-1",
+                             "--1",
+                             "- 1",
+                             "1-",
+                             "x",
+                             "7x",
+                             "x7",
+                             "1 2",
+                             "1,2",
+                             "1.2.3",
+                             "1e5",
+                             "0x10",
+                             "&H10",
+                             "1d2",
+                             "\t7",
+                             "7\t",
+                             "7\r",
+                             "\xA0"
+                             "7",
+                             "12a",
+                             "1'000",
+                             "\"7\""})
         EXPECT_EQ(readInteger(text), none) << "of '" << text << "'";
-    EXPECT_EQ(readInteger(std::string_view("7\0", 2)), none);
+    EXPECT_EQ(readInteger("7\0"sv), none);
 }
 
 TEST(ReadKey, ReadsANumberWrittenInTheOneWay) {
@@ -95,7 +122,7 @@ TEST(ReadKey, RefusesEveryOtherText) {
     for (const char* text : {"", " ", "07", "00", "-07", "-0", "+7", " 7", "7 ", "7x", "x", "N7", "-", "7.0", "7.",
                              "2147483648", "-2147483649", "99999999999"})
         EXPECT_EQ(readKey(text), none) << "of '" << text << "'";
-    EXPECT_EQ(readKey(std::string_view("7\0", 2)), none);
+    EXPECT_EQ(readKey("7\0"sv), none);
 }
 
 TEST(KeyText, IsThePlainDecimalText) {

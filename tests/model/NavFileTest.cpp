@@ -3,7 +3,7 @@
 namespace {
 
 const std::string header =
-    "\"ID\",\"descriptionIs\",\"typeIs\",\"parentIs\",\"queryIs\",\"parmIs\",\"iconIs\",\"roleIs\"\r\n";
+    lines({R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")"});
 
 // What the lines of a saved file begin with: the IDs, in their order.
 std::string savedOrder(const clsNavSchemes& navs) {
@@ -28,8 +28,8 @@ TEST(NavFile, SavesTheNewSchemeInTwoLines) {
     clsNavSchemes navs;
     navs.NewScheme();
     EXPECT_EQ(savedBytes(navs),
-              "\"ID\",\"descriptionIs\",\"typeIs\",\"parentIs\",\"queryIs\",\"parmIs\",\"iconIs\",\"roleIs\"\r\n"
-              "1,\"Data Browser\",\"F\",0,\"\",\"\",\"leaf\",\"\"\r\n");
+              lines({R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")",
+                     R"(1,"Data Browser","F",0,"","","leaf","")"}));
 }
 
 TEST(NavFile, SavesEveryFieldInItsPlace) {
@@ -40,34 +40,31 @@ TEST(NavFile, SavesEveryFieldInItsPlace) {
     navs.Add(makeNode(0, 1, "", "No type", "q", "Today", "", ""));
     navs.Item(1)->tID = 77;
     navs.Item(1)->tParentIs = 78;
-    EXPECT_EQ(savedBytes(navs), header +
-                                    "1,\"Root\",\"F\",0,\"\",\"\",\"leaf\",\"\"\r\n"
-                                    "2147483647,\"Customers\",\"G\",1,\"spN_Cust 'a'\",\"CKey05\",\"folder\",\"Sales\"\r\n"
-                                    "-12,\"\",\"R\",2147483647,\"spN_Rec\",\"Lkey\",\"\",\"Boss\"\r\n"
-                                    "0,\"No type\",\"\",1,\"q\",\"Today\",\"\",\"\"\r\n");
+    EXPECT_EQ(savedBytes(navs),
+              header + lines({R"(1,"Root","F",0,"","","leaf","")",
+                              R"(2147483647,"Customers","G",1,"spN_Cust 'a'","CKey05","folder","Sales")",
+                              R"(-12,"","R",2147483647,"spN_Rec","Lkey","","Boss")",
+                              R"(0,"No type","",1,"q","Today","","")"}));
 }
 
 TEST(NavFile, EscapesNothing) {
     clsNavSchemes navs;
     navs.Add(makeNode(1, 0, "G", "a \"b\", c", "q,\"", "\"", ",", "\"\""));
-    EXPECT_EQ(savedBytes(navs), header + "1,\"a \"b\", c\",\"G\",0,\"q,\"\",\"\"\",\",\",\"\"\"\"\r\n");
+    EXPECT_EQ(savedBytes(navs), header + lines({R"(1,"a "b", c","G",0,"q,"",""",",","""")"}));
 }
 
 TEST(NavFile, SavesEveryByteAsItIs) {
     const auto bytes = allBytesBut("");
     clsNavSchemes navs;
     navs.Add(makeNode(1, 0, "G", bytes));
-    EXPECT_EQ(savedBytes(navs), header + "1,\"" + bytes + "\",\"G\",0,\"\",\"\",\"\",\"\"\r\n");
+    EXPECT_EQ(savedBytes(navs), header + "1,\"" + bytes + lines({R"(","G",0,"","","","")"}));
 }
 
 TEST(NavFile, SavesInTreeOrder) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}, {2, 1}, {3, 1}, {4, 2}});
-    EXPECT_EQ(savedBytes(navs), header +
-                                    "1,\"\",\"F\",0,\"\",\"\",\"\",\"\"\r\n"
-                                    "2,\"\",\"F\",1,\"\",\"\",\"\",\"\"\r\n"
-                                    "4,\"\",\"F\",2,\"\",\"\",\"\",\"\"\r\n"
-                                    "3,\"\",\"F\",1,\"\",\"\",\"\",\"\"\r\n");
+    EXPECT_EQ(savedBytes(navs), header + lines({R"(1,"","F",0,"","","","")", R"(2,"","F",1,"","","","")",
+                                                R"(4,"","F",2,"","","","")", R"(3,"","F",1,"","","","")"}));
 }
 
 TEST(NavFile, SavesSiblingsInTheOrderOfAdding) {
@@ -87,7 +84,7 @@ TEST(NavFile, WithoutARootSavesTheHeaderAlone) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 2}, {2, 1}});
     EXPECT_EQ(savedBytes(navs),
-              "\"ID\",\"descriptionIs\",\"typeIs\",\"parentIs\",\"queryIs\",\"parmIs\",\"iconIs\",\"roleIs\"\r\n");
+              lines({R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")"}));
 }
 
 TEST(NavFile, ReplacesTheOldFileWhole) {
@@ -96,7 +93,7 @@ TEST(NavFile, ReplacesTheOldFileWhole) {
     navs.NewScheme();
     writeBytes(folder / "XST1.txt", std::string(10'000, 'x'));
     EXPECT_TRUE(navs.SaveData(folder / "XST1.txt"));
-    EXPECT_EQ(bytesOf(folder / "XST1.txt"), header + "1,\"Data Browser\",\"F\",0,\"\",\"\",\"leaf\",\"\"\r\n");
+    EXPECT_EQ(bytesOf(folder / "XST1.txt"), header + lines({R"(1,"Data Browser","F",0,"","","leaf","")"}));
     EXPECT_EQ(folder.names(), Rows{"XST1.txt"});
 }
 
@@ -117,11 +114,9 @@ TEST(NavFile, TakesAnyFileName) {
 
 TEST(NavFile, LoadsEveryFieldFromItsPlace) {
     clsNavSchemes navs;
-    loadBytes(navs, header +
-                        "1,\"Root\",\"F\",0,\"\",\"\",\"leaf\",\"\"\r\n"
-                        "4,\"Customers\",\"G\",1,\"spN_Cust 'a'\",\"CKey05\",\"folder\",\"Sales\"\r\n"
-                        "3,\"\",\"R\",4,\"spN_Rec\",\"Lkey\",\"\",\"Boss\"\r\n"
-                        "2,x,Q,-1,q,p,i,r\r\n");
+    loadBytes(navs, header + lines({R"(1,"Root","F",0,"","","leaf","")",
+                                    R"(4,"Customers","G",1,"spN_Cust 'a'","CKey05","folder","Sales")",
+                                    R"(3,"","R",4,"spN_Rec","Lkey","","Boss")", R"(2,x,Q,-1,q,p,i,r)"}));
     EXPECT_EQ(rowsOf(navs), (Rows{"1|Root|F|0|||leaf|", "4|Customers|G|1|spN_Cust 'a'|CKey05|folder|Sales",
                                   "3||R|4|spN_Rec|Lkey||Boss", "2|x|Q|-1|q|p|i|r"}));
     for (const auto& node : navs.NewEnum()) {
@@ -156,7 +151,7 @@ TEST(NavFile, KeepsTheFirstOfTwoLinesWithTheSameID) {
 
 TEST(NavFile, ACommaInATextShiftsTheLaterFields) {
     clsNavSchemes navs;
-    loadBytes(navs, "7,\"Sales, 2003\",\"G\",1,\"spN\",\"Lkey\",\"leaf\",\"Boss\"\r\n");
+    loadBytes(navs, lines({R"(7,"Sales, 2003","G",1,"spN","Lkey","leaf","Boss")"}));
     EXPECT_EQ(rowsOf(navs), Rows{"7|Sales| 2003|0|1|spN|Lkey|leaf"});
 }
 

@@ -208,6 +208,6 @@ TEST(NavScheme, SaveWebSavesTheParagraphs) {
     addParagraphs(navs.oWebs, {{1, 4}});
     EXPECT_TRUE(navs.SaveWeb(folder / "XST2.txt"));
     EXPECT_EQ(bytesOf(folder / "XST2.txt"),
-              "\"ID\",\"XST1\",\"seqNo\",\"titleIs\",\"queryIs\",\"parmIs\",\"typeIs\",\"formIs\",\"colsAre\",\"extra\"\r\n"
-              "1,4,0,\"\",\"\",\"\",\"\",0,\"\",\"\"\r\n");
+              lines({R"("ID","XST1","seqNo","titleIs","queryIs","parmIs","typeIs","formIs","colsAre","extra")",
+                     R"(1,4,0,"","","","",0,"","")"}));
 }

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-// What the schemes must do, once more, in the most direct way and without a thought for speed: the other side of
-// the property tests and of the fuzz targets. Uses nothing of the model.
+// What the schemes must do, once more, in the most direct way and without a thought for speed: the other side
+// of the property tests and of the fuzz targets. Uses nothing of the model.
 namespace reference {
 
 inline std::string withoutBlanksAround(std::string text) {
@@ -115,9 +115,9 @@ inline std::vector<std::string> paragraphsIn(std::string_view bytes) {
         if (isTaken) continue;
         taken.push_back(id);
         rows.push_back(std::to_string(id) + "|" + std::to_string(line.number(1)) + "|" +
-                       std::to_string(line.number(2)) + "|" + line.text(3) + "|" + line.text(4) + "|" +
-                       line.text(5) + "|" + line.text(6) + "|" + std::to_string(line.number(7)) + "|" +
-                       line.text(8) + "|" + line.text(9));
+                       std::to_string(line.number(2)) + "|" + line.text(3) + "|" + line.text(4) + "|" + line.text(5) +
+                       "|" + line.text(6) + "|" + std::to_string(line.number(7)) + "|" + line.text(8) + "|" +
+                       line.text(9));
     }
     return rows;
 }

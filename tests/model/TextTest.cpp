@@ -8,11 +8,16 @@
 
 static_assert(sizeof(Text) == sizeof(void*), "millions of texts: one pointer each");
 
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
 namespace {
 
 // Bytes as they lie in a file that was read, with the spare byte behind them.
 struct FileOf {
-    explicit FileOf(std::string_view content) : bytes(content), first(bytes.data()) { bytes += '\0'; }
+    explicit FileOf(std::string_view content) : bytes(std::string(content) + '\0'), first(bytes.data()) {}
+    FileOf(const FileOf&) = delete;
+    FileOf& operator=(const FileOf&) = delete;
     [[nodiscard]] Text textAt(std::size_t from, std::size_t to) { return Text::inFile(first + from, first + to); }
     void overwrite() { std::ranges::fill(bytes, 'X'); }
 
@@ -120,7 +125,7 @@ TEST(Text, ComparesByItsBytes) {
     EXPECT_FALSE(text == Text("ab"));
     EXPECT_FALSE(text == "abcd");
     EXPECT_FALSE(text == std::string("ABC"));
-    EXPECT_FALSE(text == std::string_view("abc\0", 4));
+    EXPECT_FALSE(text == "abc\0"sv);
     EXPECT_TRUE(Text() == "");
     EXPECT_TRUE(Text() == Text(""));
     EXPECT_FALSE(Text() == Text(" "));
@@ -131,7 +136,7 @@ TEST(TextInFile, LiesInTheBytesOfTheFile) {
     const Text text = file.textAt(2, 7);
     EXPECT_EQ(text.view(), "Sales");
     EXPECT_EQ(text.view().data(), file.first + 2);
-    EXPECT_EQ(file.bytes, std::string("7\nSales\nF\0", 10));
+    EXPECT_EQ(file.bytes, "7\nSales\nF\0"s);
 }
 
 TEST(TextInFile, MayEndAtTheSpareByteBehindTheFile) {
@@ -143,7 +148,7 @@ TEST(TextInFile, WithoutBytesIsEmptyAndTouchesNothing) {
     FileOf file("7,,F");
     const Text text = file.textAt(2, 2);
     EXPECT_TRUE(text.empty());
-    EXPECT_EQ(file.bytes, std::string("7,,F\0", 5));
+    EXPECT_EQ(file.bytes, "7,,F\0"s);
 }
 
 TEST(TextInFile, KeepsEveryByteButTheLineFeed) {
@@ -160,6 +165,27 @@ TEST(TextInFile, NeighboursDoNotDisturbEachOther) {
     EXPECT_EQ(a.view(), "a");
     EXPECT_EQ(bc.view(), "bc");
     EXPECT_EQ(d.view(), "d");
+}
+
+TEST(TextInFile, ComparesByItsBytes) {
+    FileOf file("7,abc,abc,F");
+    const Text text = file.textAt(2, 5);
+    const Text same = file.textAt(6, 9);
+    EXPECT_TRUE(text == same);
+    EXPECT_TRUE(text == Text("abc"));
+    EXPECT_TRUE(Text("abc") == text);
+    EXPECT_TRUE(text == "abc");
+    EXPECT_TRUE(text == std::string("abc"));
+    EXPECT_TRUE(text == std::string_view("abc"));
+    EXPECT_FALSE(text == "");
+    EXPECT_FALSE(text == "ab");
+    EXPECT_FALSE(text == "abd");
+    EXPECT_FALSE(text == "Abc");
+    EXPECT_FALSE(text == "abcd");
+    EXPECT_FALSE(text == "abc\n") << "what ends the text in the file is no part of it";
+    EXPECT_FALSE(text == "abc\0"sv);
+    EXPECT_FALSE(Text() == text);
+    EXPECT_FALSE(text == Text());
 }
 
 TEST(TextInFile, CopiesOwnTheirBytes) {
@@ -186,54 +212,47 @@ TEST(TextInFile, MayBeSetToAnotherText) {
     Text text = file.textAt(2, 7);
     text = "Buys";
     EXPECT_EQ(text.view(), "Buys");
-    EXPECT_EQ(file.bytes, std::string("7\nSales\nF\0", 10));
+    EXPECT_EQ(file.bytes, "7\nSales\nF\0"s);
 }
 
-TEST(SharedText, IsEmptyAtFirst) {
-    EXPECT_EQ(SharedText().view(), "");
-    EXPECT_EQ(SharedText(Text()).view(), "");
-}
-
-TEST(SharedText, KeepsTheOldBytesWhenTheFieldIsSetAgain) {
-    Text field("old");
-    const SharedText shown(field);
-    field = "new";
-    EXPECT_EQ(shown.view(), "old");
-    EXPECT_EQ(field.view(), "new");
-}
-
-TEST(SharedText, OutlivesAnOwnedText) {
-    auto field = std::make_unique<Text>("kept");
-    const SharedText shown(*field);
-    field.reset();
-    const Text other("over");
-    EXPECT_EQ(shown.view(), "kept");
-}
-
-TEST(SharedText, DoesNotCopyBytes) {
-    const Text owned("owned");
-    EXPECT_EQ(SharedText(owned).view().data(), owned.view().data());
+TEST(Text, TellsWhetherItOwnsItsBytes) {
     FileOf file("7,Sales,F");
     const Text inFile = file.textAt(2, 7);
-    const SharedText shown(inFile);
-    EXPECT_EQ(shown.view().data(), file.first + 2);
-    EXPECT_EQ(shown.view(), "Sales");
+    EXPECT_FALSE(Text().isOwned());
+    EXPECT_FALSE(inFile.isOwned());
+    EXPECT_TRUE(Text("owned").isOwned());
+    const Text copy(inFile);
+    EXPECT_TRUE(copy.isOwned());
 }
 
-TEST(SharedText, CopiesAndAssignsFreely) {
-    SharedText kept;
-    {
-        const Text first("first");
-        const Text second("second");
-        SharedText shown(first);
-        const SharedText copy(shown);
-        shown = SharedText(second);
-        EXPECT_EQ(copy.view(), "first");
-        EXPECT_EQ(shown.view(), "second");
-        const SharedText& alias = shown;
-        shown = alias;
-        EXPECT_EQ(shown.view(), "second");
-        kept = copy;
-    }
-    EXPECT_EQ(kept.view(), "first");
+TEST(TextRef, IsEmptyAtFirst) {
+    EXPECT_EQ(Text::Ref().view(), "");
+    EXPECT_EQ(Text().ref().view(), "");
+}
+
+TEST(TextRef, CopiesNoBytes) {
+    const Text owned("owned");
+    EXPECT_EQ(owned.ref().view(), "owned");
+    EXPECT_EQ(owned.ref().view().data(), owned.view().data());
+    FileOf file("7,Sales,F");
+    const Text inFile = file.textAt(2, 7);
+    EXPECT_EQ(inFile.ref().view(), "Sales");
+    EXPECT_EQ(inFile.ref().view().data(), file.first + 2);
+}
+
+TEST(TextRef, KeepsTheOldBytesWhenTheFieldIsSetAgain) {
+    Text field("old");
+    const Text kept(field);
+    const auto shown = field.ref();
+    field = "new";
+    EXPECT_EQ(shown.view(), "old");
+    EXPECT_EQ(field.ref().view(), "new");
+}
+
+TEST(TextRef, KeepsTheBytesOfTheFileWhenTheFieldIsSetAgain) {
+    FileOf file("7,Sales,F");
+    Text field = file.textAt(2, 7);
+    const auto shown = field.ref();
+    field = "new";
+    EXPECT_EQ(shown.view(), "Sales");
 }

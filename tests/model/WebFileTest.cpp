@@ -3,7 +3,7 @@
 namespace {
 
 const std::string header =
-    "\"ID\",\"XST1\",\"seqNo\",\"titleIs\",\"queryIs\",\"parmIs\",\"typeIs\",\"formIs\",\"colsAre\",\"extra\"\r\n";
+    lines({R"("ID","XST1","seqNo","titleIs","queryIs","parmIs","typeIs","formIs","colsAre","extra")"});
 
 Rows paragraphsFrom(std::string_view bytes) {
     clsWebSchemes webs;
@@ -27,8 +27,8 @@ TEST(WebFile, SavesABlankParagraph) {
     clsWebSchemes webs;
     webs.Add(std::make_shared<clsWebScheme>());
     EXPECT_EQ(savedBytes(webs),
-              "\"ID\",\"XST1\",\"seqNo\",\"titleIs\",\"queryIs\",\"parmIs\",\"typeIs\",\"formIs\",\"colsAre\",\"extra\"\r\n"
-              "0,0,0,\"\",\"\",\"\",\"\",0,\"\",\"\"\r\n");
+              lines({R"("ID","XST1","seqNo","titleIs","queryIs","parmIs","typeIs","formIs","colsAre","extra")",
+                     R"(0,0,0,"","","","",0,"","")"}));
 }
 
 TEST(WebFile, SavesEveryFieldInItsPlaceInCollectionOrder) {
@@ -42,10 +42,9 @@ TEST(WebFile, SavesEveryFieldInItsPlaceInCollectionOrder) {
     const auto extremes = makeParagraph(-5, -2147483647 - 1, 2147483647);
     extremes->formIs = -1;
     webs.Add(extremes);
-    EXPECT_EQ(savedBytes(webs), header +
-                                    "12,4,1,\"Orders\",\"spW_Orders\",\"Lkey\",\"S\",0,\"2:3\",\"\"\r\n"
-                                    "3,4,6,\"Orders\",\"spW_Orders\",\"Lkey\",\"H\",8,\"2:3\",\"more\"\r\n"
-                                    "-5,-2147483648,2147483647,\"\",\"\",\"\",\"\",-1,\"\",\"\"\r\n");
+    EXPECT_EQ(savedBytes(webs), header + lines({R"(12,4,1,"Orders","spW_Orders","Lkey","S",0,"2:3","")",
+                                                R"(3,4,6,"Orders","spW_Orders","Lkey","H",8,"2:3","more")",
+                                                R"(-5,-2147483648,2147483647,"","","","",-1,"","")"}));
 }
 
 TEST(WebFile, EscapesNothing) {
@@ -53,14 +52,14 @@ TEST(WebFile, EscapesNothing) {
     const auto paragraph = makeParagraph(1, 2, 3, "a \"b\", c");
     paragraph->extra = ",\"";
     webs.Add(paragraph);
-    EXPECT_EQ(savedBytes(webs), header + "1,2,3,\"a \"b\", c\",\"\",\"\",\"\",0,\"\",\",\"\"\r\n");
+    EXPECT_EQ(savedBytes(webs), header + lines({R"(1,2,3,"a "b", c","","","",0,"",","")"}));
 }
 
 TEST(WebFile, SavesEveryByteAsItIs) {
     const auto bytes = allBytesBut("");
     clsWebSchemes webs;
     webs.Add(makeParagraph(1, 2, 3, bytes));
-    EXPECT_EQ(savedBytes(webs), header + "1,2,3,\"" + bytes + "\",\"\",\"\",\"\",0,\"\",\"\"\r\n");
+    EXPECT_EQ(savedBytes(webs), header + "1,2,3,\"" + bytes + lines({R"(","","","",0,"","")"}));
 }
 
 TEST(WebFile, ReplacesTheOldFileWhole) {
@@ -69,17 +68,15 @@ TEST(WebFile, ReplacesTheOldFileWhole) {
     addParagraphs(webs, {{1, 2}});
     writeBytes(folder / "XST2.txt", std::string(10'000, 'x'));
     EXPECT_TRUE(webs.SaveData(folder / "XST2.txt"));
-    EXPECT_EQ(bytesOf(folder / "XST2.txt"), header + "1,2,0,\"\",\"\",\"\",\"\",0,\"\",\"\"\r\n");
+    EXPECT_EQ(bytesOf(folder / "XST2.txt"), header + lines({R"(1,2,0,"","","","",0,"","")"}));
     EXPECT_EQ(folder.names(), Rows{"XST2.txt"});
 }
 
 TEST(WebFile, LoadsEveryFieldFromItsPlace) {
     clsWebSchemes webs;
-    loadBytes(webs, header +
-                        "12,4,1,\"Orders\",\"spW_Orders 1\",\"Lkey\",\"S\",9,\"2:3\",\"more\"\r\n"
-                        "3,-5,-6,t,q,CKey05,h,-7,All,x\r\n");
-    EXPECT_EQ(rowsOf(webs),
-              (Rows{"12|4|1|Orders|spW_Orders 1|Lkey|S|9|2:3|more", "3|-5|-6|t|q|CKey05|h|-7|All|x"}));
+    loadBytes(webs, header + lines({R"(12,4,1,"Orders","spW_Orders 1","Lkey","S",9,"2:3","more")",
+                                    R"(3,-5,-6,t,q,CKey05,h,-7,All,x)"}));
+    EXPECT_EQ(rowsOf(webs), (Rows{"12|4|1|Orders|spW_Orders 1|Lkey|S|9|2:3|more", "3|-5|-6|t|q|CKey05|h|-7|All|x"}));
     EXPECT_EQ(webs.Item(12)->tXST1, 0);
     EXPECT_EQ(webs.Item(12)->status, "");
 }
@@ -101,13 +98,13 @@ TEST(WebFile, LoadingReplacesTheOldParagraphs) {
 }
 
 TEST(WebFile, ACommaInATextShiftsTheLaterFields) {
-    EXPECT_EQ(paragraphsFrom("12,4,1,\"Sales, 2003\",\"spW\",\"Lkey\",\"S\",7,\"2:3\",\"more\"\r\n"),
+    EXPECT_EQ(paragraphsFrom(lines({R"(12,4,1,"Sales, 2003","spW","Lkey","S",7,"2:3","more")"})),
               Rows{"12|4|1|Sales| 2003|spW|Lkey|0|7|2:3"})
         << "the type S is no form number; what was the last field is ignored";
 }
 
 TEST(WebFile, DropsQuotesWhereverTheyStand) {
-    EXPECT_EQ(paragraphsFrom("1\"2,\"4\",\"1\",\"a\"\"b\",q\"q,p,S,\"7\",\"\"\"2:3,\"\"\r\n"),
+    EXPECT_EQ(paragraphsFrom(lines({R"(1"2,"4","1","a""b",q"q,p,S,"7","""2:3,"")"})),
               Rows{"12|4|1|ab|qq|p|S|7|2:3|"});
 }
 

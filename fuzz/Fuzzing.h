@@ -1,0 +1,77 @@
+#pragma once
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// What both fuzz targets share.
+
+/// Ends the run, as a find, where `holds` is false.
+inline void require(bool holds, const char* what) {
+    if (holds) return;
+    std::fprintf(stderr, "does not hold: %s\n", what);
+    std::abort();
+}
+
+/// A file that lies in memory alone.
+class MemoryFile {
+  public:
+    explicit MemoryFile(std::string_view bytes) : descriptor_(memfd_create("scheme", 0)) {
+        require(write(descriptor_, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()), "memory file");
+    }
+    ~MemoryFile() { close(descriptor_); }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+    [[nodiscard]] std::filesystem::path path() const { return "/proc/self/fd/" + std::to_string(descriptor_); }
+
+  private:
+    int descriptor_;
+};
+
+/// A folder of this process for what is saved; in memory where the system has such a place.
+class OutputFolder {
+  public:
+    OutputFolder() {
+        const std::filesystem::path memory = "/dev/shm";
+        const auto parent = std::filesystem::is_directory(memory) ? memory : std::filesystem::temp_directory_path();
+        path_ = parent / ("wizard-fuzz-" + std::to_string(getpid()));
+        std::filesystem::create_directories(path_);
+    }
+    ~OutputFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    OutputFolder(const OutputFolder&) = delete;
+    OutputFolder& operator=(const OutputFolder&) = delete;
+    [[nodiscard]] std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
+
+  private:
+    std::filesystem::path path_;
+};
+
+/// What the scheme saves; nothing where it has nothing to save.
+template <class Scheme>
+std::string savedBytes(const Scheme& scheme) {
+    static const OutputFolder folder;
+    const auto file = folder / "out.txt";
+    std::filesystem::remove(file);
+    require(scheme.SaveData(file) == (scheme.Count() != 0), "saving succeeds, but for an empty scheme");
+    require(std::filesystem::exists(file) == (scheme.Count() != 0), "a file is there when one was saved");
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
+
+template <class Scheme>
+void load(Scheme& scheme, std::string_view bytes) {
+    const MemoryFile file(bytes);
+    require(scheme.LoadData(file.path()), "loading answers true");
+}

@@ -1,0 +1,341 @@
+#include <fcntl.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <functional>
+
+#include "Helpers.h"
+
+// Files that cannot be read, and disks that do not take what is written. Linux only.
+
+namespace {
+
+// Ends the test program instead of waiting for ever.
+class Deadline {
+  public:
+    Deadline() { alarm(20); }
+    ~Deadline() { alarm(0); }
+    Deadline(const Deadline&) = delete;
+    Deadline& operator=(const Deadline&) = delete;
+};
+
+// While it exists no file of this process may grow beyond `bytes`.
+class SizeLimit {
+  public:
+    explicit SizeLimit(std::size_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit limit{bytes, before_.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+    }
+    ~SizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &before_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    SizeLimit(const SizeLimit&) = delete;
+    SizeLimit& operator=(const SizeLimit&) = delete;
+
+  private:
+    rlimit before_{};
+    void (*handler_)(int);
+};
+
+// Acts as a user whom permissions bind, where the tests run as the superuser.
+class OrdinaryUser {
+  public:
+    OrdinaryUser() { bound_ = geteuid() != 0 || seteuid(65534) == 0; }
+    ~OrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    [[nodiscard]] bool bound() const { return bound_; }
+
+  private:
+    bool bound_ = false;
+};
+
+constexpr int cannotMount = 77;
+
+// Runs `check` in a process of its own, which alone sees a file system of 64 KiB at `folder`.
+// @return what it answers, `cannotMount` where mounting is not allowed
+int onSmallDisk(const std::filesystem::path& folder, const std::function<int()>& check) {
+    const auto child = fork();
+    if (child == 0) {
+        if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+            mount("none", folder.c_str(), "tmpfs", 0, "size=64k") != 0)
+            _exit(cannotMount);
+        _exit(check());
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+// Schemes that are saved as about `bytes` bytes in lines of a hundred.
+void fill(clsNavSchemes& navs, std::size_t bytes) {
+    navs.Add(makeNode(1, 0));
+    for (int id = 2; static_cast<std::size_t>(id) * 100 < bytes; ++id)
+        navs.Add(makeNode(id, 1, "F", std::string(80, 'n')));
+}
+
+void fill(clsWebSchemes& webs, std::size_t bytes) {
+    for (int id = 1; static_cast<std::size_t>(id) * 100 < bytes; ++id)
+        webs.Add(makeParagraph(id, 1, id, std::string(72, 'p')));
+}
+
+template <class Scheme>
+class SaveFault : public testing::Test {
+  protected:
+    TempFolder folder_;
+    std::filesystem::path file_ = folder_ / "XST.txt";
+    std::string old_ = std::string(20'000, 'o');
+
+    void expectOldFile(const std::string& when) {
+        EXPECT_EQ(folder_.names(), Rows{"XST.txt"}) << when;
+        EXPECT_TRUE(bytesOf(file_) == old_) << "the old file has changed " << when;
+    }
+    void expectFailureBelowItsSize(std::size_t size) {
+        Scheme scheme;
+        fill(scheme, size);
+        const auto whole = savedBytes(scheme);
+        ASSERT_GT(whole.size(), size / 2);
+        writeBytes(file_, old_);
+        for (const auto limit : {std::size_t{0}, std::size_t{1}, whole.size() / 2, whole.size() - 1}) {
+            bool saved = true;
+            {
+                const SizeLimit full(limit);
+                saved = scheme.SaveData(file_);
+            }
+            const auto when = "at " + std::to_string(limit) + " of " + std::to_string(whole.size()) + " bytes";
+            EXPECT_FALSE(saved) << when;
+            expectOldFile(when);
+        }
+        bool saved = false;
+        {
+            const SizeLimit justEnough(whole.size());
+            saved = scheme.SaveData(file_);
+        }
+        EXPECT_TRUE(saved) << whole.size();
+        EXPECT_TRUE(bytesOf(file_) == whole) << whole.size();
+    }
+};
+using Schemes = testing::Types<clsNavSchemes, clsWebSchemes>;
+struct SchemeNames {
+    template <class Scheme>
+    static std::string GetName(int) {
+        return std::is_same_v<Scheme, clsNavSchemes> ? "Nodes" : "Paragraphs";
+    }
+};
+TYPED_TEST_SUITE(SaveFault, Schemes, SchemeNames);
+
+}  // namespace
+
+TYPED_TEST(SaveFault, IntoAMissingFolder) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    EXPECT_FALSE(scheme.SaveData(this->folder_ / "missing" / "XST.txt"));
+    EXPECT_FALSE(scheme.SaveData(writeBytes(this->folder_ / "a file", "x") / "XST.txt"));
+    EXPECT_FALSE(scheme.SaveData(""));
+    EXPECT_EQ(this->folder_.names(), Rows{"a file"});
+}
+
+TYPED_TEST(SaveFault, OntoAFolder) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    std::filesystem::create_directory(this->file_);
+    EXPECT_FALSE(scheme.SaveData(this->file_));
+    EXPECT_TRUE(std::filesystem::is_directory(this->file_));
+    writeBytes(this->file_ / "inside", "kept");
+    EXPECT_FALSE(scheme.SaveData(this->file_));
+    EXPECT_EQ(bytesOf(this->file_ / "inside"), "kept");
+    EXPECT_EQ(this->folder_.names(), Rows{"XST.txt"});
+}
+
+TYPED_TEST(SaveFault, OntoAPipe) {
+    const Deadline deadline;
+    TypeParam scheme;
+    fill(scheme, 1000);
+    ASSERT_EQ(mkfifo(this->file_.c_str(), 0600), 0);
+    EXPECT_FALSE(scheme.SaveData(this->file_));
+    EXPECT_TRUE(std::filesystem::is_fifo(this->file_));
+    EXPECT_EQ(this->folder_.names(), Rows{"XST.txt"});
+}
+
+TYPED_TEST(SaveFault, OntoADevice) {
+    constexpr unsigned memory = 1;
+    constexpr unsigned full = 7;
+    if (mknod(this->file_.c_str(), S_IFCHR | 0600, makedev(memory, full)) != 0)
+        GTEST_SKIP() << "making a device is not allowed here";
+    TypeParam scheme;
+    fill(scheme, 1000);
+    EXPECT_FALSE(scheme.SaveData(this->file_));
+    EXPECT_TRUE(std::filesystem::is_character_file(this->file_));
+    EXPECT_EQ(this->folder_.names(), Rows{"XST.txt"});
+}
+
+TYPED_TEST(SaveFault, IntoAFolderThatMayNotBeChanged) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    writeBytes(this->file_, this->old_);
+    std::filesystem::permissions(this->folder_.path(), std::filesystem::perms(0555));
+    {
+        const OrdinaryUser user;
+        if (!user.bound()) GTEST_SKIP() << "no way to become an ordinary user here";
+        EXPECT_FALSE(scheme.SaveData(this->file_));
+        EXPECT_FALSE(scheme.SaveData(this->folder_ / "new.txt"));
+    }
+    std::filesystem::permissions(this->folder_.path(), std::filesystem::perms(0755));
+    this->expectOldFile("");
+}
+
+TYPED_TEST(SaveFault, WhereFilesMayNotGrow) {
+    for (std::size_t kib = 5; kib <= 40; ++kib) this->expectFailureBelowItsSize(kib * 1024);
+}
+
+TYPED_TEST(SaveFault, WhereLargeFilesMayNotGrow) {
+    for (const std::size_t mib : {3U, 4U, 9U}) this->expectFailureBelowItsSize(mib * 1024 * 1024);
+}
+
+TYPED_TEST(SaveFault, OntoAFullDisk) {
+    const auto answer = onSmallDisk(this->folder_.path(), [this] {
+        writeBytes(this->file_, this->old_);
+        const auto filler = this->folder_ / "filler";
+        writeBytes(filler, std::string(std::size_t{40} * 1024, 'f'));  // leaves 4 KiB
+        for (std::size_t kib = 5; kib <= 40; ++kib) {
+            TypeParam scheme;
+            fill(scheme, kib * 1024);
+            if (scheme.SaveData(this->file_)) return 1;
+            if (bytesOf(this->file_) != this->old_) return 2;
+            if (this->folder_.names() != Rows{"XST.txt", "filler"}) return 3;
+        }
+        std::filesystem::remove(filler);
+        TypeParam scheme;
+        fill(scheme, 20'000);
+        return scheme.SaveData(this->file_) && bytesOf(this->file_) != this->old_ ? 0 : 4;
+    });
+    if (answer == cannotMount) GTEST_SKIP() << "mounting a small file system is not allowed here";
+    EXPECT_EQ(answer, 0) << "1: claimed success, 2: lost the old file, 3: left something behind, 4: still fails";
+    EXPECT_EQ(this->folder_.names(), Rows());
+}
+
+TYPED_TEST(SaveFault, ThroughALinkReplacesWhatItPointsTo) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    writeBytes(this->folder_ / "target.txt", this->old_);
+    std::filesystem::create_symlink("target.txt", this->file_);
+    EXPECT_TRUE(scheme.SaveData(this->file_));
+    EXPECT_TRUE(std::filesystem::is_symlink(this->file_));
+    EXPECT_EQ(bytesOf(this->folder_ / "target.txt"), savedBytes(scheme));
+    EXPECT_EQ(this->folder_.names(), (Rows{"XST.txt", "target.txt"}));
+}
+
+// Lines are gathered into pieces of 4 MiB before they are written; none may get lost between two of them.
+TEST(LargeFile, IsSavedWhole) {
+    constexpr std::size_t piece = std::size_t{4} << 20;
+    const std::string header =
+        lines({R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")"});
+    const std::string around = lines({R"(1,"","F",0,"","","","")"});
+    for (const auto size : {piece - 1, piece, piece + 1, 2 * piece + 3}) {
+        clsNavSchemes navs;
+        const std::string text(size - header.size() - around.size(), 't');
+        navs.Add(makeNode(1, 0, "F", text));
+        navs.Add(makeNode(2, 1, "F", "second"));
+        EXPECT_TRUE(savedBytes(navs) ==
+                    header + "1,\"" + text + lines({R"(","F",0,"","","","")", R"(2,"second","F",1,"","","","")"}))
+            << size;
+    }
+}
+
+TEST(LargeFile, OfManyLinesComesBackWhole) {
+    clsWebSchemes webs;
+    fill(webs, std::size_t{10} << 20);
+    const auto rows = rowsOf(webs);
+    clsWebSchemes loaded;
+    loadBytes(loaded, savedBytes(webs));
+    EXPECT_TRUE(rowsOf(loaded) == rows);
+}
+
+// --- files that cannot be read ---
+
+namespace {
+
+struct LoadFault : testing::Test {
+    Deadline deadline;
+    TempFolder folder;
+
+    // Both schemes become empty, the tree is cleared, and that is all.
+    static void expectEmpty(const std::filesystem::path& file) {
+        Screen screen;
+        clsNavSchemes navs;
+        screen.show(navs);
+        navs.inform = [](std::string_view message) { ADD_FAILURE() << message; };
+        addNodes(navs, {{1, 0}, {2, 1}});
+        addParagraphs(navs.oWebs, {{1, 1}, {2, 2}});
+        EXPECT_TRUE(navs.LoadData(file));
+        EXPECT_EQ(navs.Count(), 0);
+        EXPECT_EQ(navs.oWebs.Count(), 2);
+        EXPECT_EQ(screen.taken(), Calls{"tree "});
+        EXPECT_TRUE(navs.oWebs.LoadData(file));
+        EXPECT_EQ(navs.oWebs.Count(), 0);
+        EXPECT_EQ(screen.taken(), Calls());
+        EXPECT_FALSE(navs.LoadWeb(file));
+        EXPECT_EQ(screen.taken(), Calls{"paragraphs"});
+    }
+};
+
+}  // namespace
+
+TEST_F(LoadFault, AMissingFile) {
+    expectEmpty(folder / "missing.txt");
+    expectEmpty(folder / "missing" / "XST1.txt");
+    expectEmpty("");
+    EXPECT_EQ(folder.names(), Rows()) << "none is made";
+}
+
+TEST_F(LoadFault, AFolder) {
+    expectEmpty(folder.path());
+}
+
+TEST_F(LoadFault, APipeThatNobodyWritesInto) {
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    expectEmpty(folder / "pipe");
+}
+
+TEST_F(LoadFault, ADeviceThatNeverEnds) {
+    constexpr unsigned memory = 1;
+    constexpr unsigned zero = 5;
+    if (mknod((folder / "zero").c_str(), S_IFCHR | 0600, makedev(memory, zero)) != 0)
+        GTEST_SKIP() << "making a device is not allowed here";
+    expectEmpty(folder / "zero");
+}
+
+TEST_F(LoadFault, ALinkToNothingAndALinkToItself) {
+    std::filesystem::create_symlink("missing.txt", folder / "dangling");
+    expectEmpty(folder / "dangling");
+    std::filesystem::create_symlink("loop", folder / "loop");
+    expectEmpty(folder / "loop");
+}
+
+TEST_F(LoadFault, AFileWithoutPermission) {
+    writeBytes(folder / "secret.txt", "1,a,F,0\r\n");
+    std::filesystem::permissions(folder / "secret.txt", std::filesystem::perms::none);
+    const OrdinaryUser user;
+    if (!user.bound()) GTEST_SKIP() << "no way to become an ordinary user here";
+    expectEmpty(folder / "secret.txt");
+}
+
+// Files that the system makes up say that they have no bytes.
+TEST_F(LoadFault, AFileThatIsLongerThanItSays) {
+    char before[16] = {};
+    ASSERT_EQ(prctl(PR_GET_NAME, before), 0);
+    ASSERT_EQ(prctl(PR_SET_NAME, "7,longer,G,1,q"), 0);
+    clsNavSchemes navs;
+    EXPECT_TRUE(navs.LoadData("/proc/self/comm"));
+    EXPECT_EQ(prctl(PR_SET_NAME, before), 0);
+    EXPECT_EQ(rowsOf(navs), Rows{"7|longer|G|1|q|||"});
+}

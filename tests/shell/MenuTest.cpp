@@ -1,0 +1,205 @@
+#include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QToolBar>
+#include <set>
+
+#include "Helpers.h"
+
+namespace {
+
+// Every item in order, below its menu: name, caption.
+Rows itemsOf(const QList<QAction*>& actions, const std::string& indent = "") {
+    Rows rows;
+    for (const auto* action : actions) {
+        const auto* menu = action->menu();
+        const auto name = menu ? menu->objectName() : action->objectName();
+        rows.push_back(indent + (action->isSeparator() ? "separator" : name.toStdString()) + " \"" +
+                       action->text().toStdString() + "\"");
+        if (menu)
+            for (const auto& row : itemsOf(menu->actions(), indent + "  ")) rows.push_back(row);
+    }
+    return rows;
+}
+
+QMenu* openMenu() {
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
+
+std::string activeItem() {
+    const auto* menu = openMenu();
+    return menu && menu->activeAction() ? menu->activeAction()->text().toStdString() : "none";
+}
+
+}  // namespace
+
+TEST(Menu, HasTheseItemsAndNoOthers) {
+    Wizard wizard;
+    const Rows expected = {
+        "mnuFile \"&File\"",
+        "  mnuIntro \"&Introduction\"",
+        "  mnuOpen \"&Open\"",
+        "    mnuNavOpen \"Open &Nav. File\"",
+        "    mnuDisOpen \"Open &Web File\"",
+        "  mnuHelp \"&Help\"",
+        "  mnuExit \"E&xit\"",
+        "mnuNavigation \"&Navigation\"",
+        "  mnuNavNew \"&New\"",
+        "  mnuNavSave \"&Save to Text File\"",
+        "  mnuCollapse \"&Collapse Nodes\"",
+        "  mnuNavRenum \"&Re-Number\"",
+        "mnuDisplay \"&Web\"",
+        "  mnuDisSave \"&Save to Text File\"",
+    };
+    EXPECT_EQ(itemsOf(wizard.window.menuBar()->actions()), expected);
+    EXPECT_EQ(wizard.window.findChildren<QMenuBar*>().size(), 1);
+    EXPECT_TRUE(wizard.window.findChildren<QToolBar*>().isEmpty());
+    EXPECT_TRUE(wizard.window.findChildren<QStatusBar*>().isEmpty());
+}
+
+TEST(Menu, NoOtherCommandIsHidden) {
+    Wizard wizard;
+    std::multiset<std::string> captions;
+    for (const auto* action : wizard.window.findChildren<QAction*>())
+        if (!action->text().isEmpty()) captions.insert(action->text().toStdString());
+    EXPECT_EQ(captions, (std::multiset<std::string>{
+                            "&Collapse Nodes", "&File", "&Help", "&Introduction", "&Navigation", "&New", "&Open",
+                            "&Re-Number", "&Save to Text File", "&Save to Text File", "&Web", "E&xit",
+                            "Open &Nav. File", "Open &Web File"}));
+}
+
+TEST(Menu, EveryItemIsThereAtOnceAndPlain) {
+    Wizard wizard;
+    int items = 0;
+    for (const auto* action : wizard.window.findChildren<QAction*>()) {
+        if (action->text().isEmpty()) continue;
+        ++items;
+        EXPECT_TRUE(action->isEnabled()) << action->text().toStdString();
+        EXPECT_TRUE(action->isVisible()) << action->text().toStdString();
+        EXPECT_FALSE(action->isCheckable()) << action->text().toStdString();
+        EXPECT_TRUE(action->icon().isNull()) << action->text().toStdString();
+    }
+    EXPECT_EQ(items, 14);
+}
+
+TEST(Menu, NoItemHasAShortcutKey) {
+    Wizard wizard;
+    for (const auto* action : wizard.window.findChildren<QAction*>())
+        EXPECT_TRUE(action->shortcuts().isEmpty()) << action->text().toStdString();
+    EXPECT_TRUE(wizard.window.findChildren<QShortcut*>().isEmpty());
+}
+
+// A window with commands has shortcut keys by habit; here there are none, so that nothing runs unasked.
+TEST(Menu, UsualShortcutKeysDoNothing) {
+    Wizard wizard;
+    wizard.openNodes(sample("XST1.txt"));
+    const auto nodes = wizard.navs().Count();
+    Answers nothing;
+    for (const auto key : {Qt::Key_N, Qt::Key_O, Qt::Key_S, Qt::Key_W, Qt::Key_R, Qt::Key_H, Qt::Key_I, Qt::Key_Q})
+        for (const auto modifiers : {Qt::KeyboardModifiers(Qt::NoModifier), Qt::KeyboardModifiers(Qt::ControlModifier)})
+            press(wizard.window, key, modifiers);
+    for (const auto key : {Qt::Key_Escape, Qt::Key_F3, Qt::Key_F5, Qt::Key_F12}) press(wizard.window, key);
+    EXPECT_TRUE(wizard.window.isVisible());
+    EXPECT_EQ(wizard.navs().Count(), nodes);
+    EXPECT_EQ(openMenu(), nullptr);
+}
+
+TEST(Menu, NothingPopsUpOnARightClick) {
+    Wizard wizard;
+    for (auto* widget : {static_cast<QWidget*>(wizard.tree().viewport()), wizard.nodeGrid().viewport(),
+                         wizard.paragraphGrid().viewport(), &find(wizard.window, "frRule"),
+                         static_cast<QWidget*>(wizard.window.menuBar())}) {
+        QTest::mouseClick(widget, Qt::RightButton, {}, {5, 5});
+        QContextMenuEvent menu(QContextMenuEvent::Mouse, {5, 5}, widget->mapToGlobal(QPoint(5, 5)));
+        QApplication::sendEvent(widget, &menu);
+        EXPECT_EQ(QApplication::activePopupWidget(), nullptr) << widget->objectName().toStdString();
+    }
+}
+
+TEST(Menu, AltAndALetterOpenTheMenus) {
+    Wizard wizard;
+    const std::pair<Qt::Key, std::string> menus[] = {
+        {Qt::Key_F, "mnuFile"}, {Qt::Key_N, "mnuNavigation"}, {Qt::Key_W, "mnuDisplay"}};
+    for (const auto& [key, name] : menus) {
+        activate(wizard.window);
+        press(wizard.window, key, Qt::AltModifier);
+        ASSERT_NE(openMenu(), nullptr) << name;
+        EXPECT_EQ(openMenu()->objectName(), text(name));
+        press(wizard.window, Qt::Key_Escape);
+        EXPECT_EQ(openMenu(), nullptr) << name;
+        press(wizard.window, Qt::Key_Escape);
+    }
+    EXPECT_EQ(QApplication::focusWidget(), &wizard.tree()) << "the keyboard is back where it was";
+}
+
+TEST(Menu, ArrowKeysReachEveryItem) {
+    Wizard wizard;
+    press(wizard.window, Qt::Key_F, Qt::AltModifier);
+    Rows walked;
+    for (int step = 0; step < 4; ++step) {
+        walked.push_back(activeItem());
+        press(wizard.window, Qt::Key_Down);
+    }
+    EXPECT_EQ(walked, Rows({"&Introduction", "&Open", "&Help", "E&xit"}));
+    press(wizard.window, Qt::Key_Down);  // around: on Open
+    press(wizard.window, Qt::Key_Right);
+    ASSERT_TRUE(QTest::qWaitFor([] { return openMenu() && openMenu()->objectName() == text("mnuOpen"); }));
+    walked = {activeItem()};
+    press(wizard.window, Qt::Key_Down);
+    walked.push_back(activeItem());
+    EXPECT_EQ(walked, Rows({"Open &Nav. File", "Open &Web File"}));
+    press(wizard.window, Qt::Key_Left);
+
+    press(wizard.window, Qt::Key_Right);  // into the sub-menu again
+    press(wizard.window, Qt::Key_Right);  // and on to the next menu
+    walked.clear();
+    for (int step = 0; step < 4; ++step) {
+        walked.push_back(activeItem());
+        press(wizard.window, Qt::Key_Down);
+    }
+    EXPECT_EQ(walked, Rows({"&New", "&Save to Text File", "&Collapse Nodes", "&Re-Number"}));
+    press(wizard.window, Qt::Key_Right);
+    EXPECT_EQ(activeItem(), "&Save to Text File");
+    ASSERT_NE(openMenu(), nullptr);
+    EXPECT_EQ(openMenu()->objectName(), text("mnuDisplay"));
+    while (openMenu()) press(wizard.window, Qt::Key_Escape);
+}
+
+TEST(Menu, LettersShowTheWindowOfEachCommand) {
+    struct Case {
+        std::string letters, window, title;
+    };
+    const Case cases[] = {
+        {"FI", "fIntro", "Pelmo Wizard Introduction..."},
+        {"FON", "GetOpenName", "Open A File"},
+        {"FOW", "GetOpenName", "Open A File"},
+        {"FH", "message", "Reporting Scheme Wizard for Pelmo"},
+        {"NS", "GetSaveAsName", "Save File As..."},
+        {"WS", "GetSaveAsName", "Save File As..."},
+    };
+    Wizard wizard;
+    for (const auto& [letters, name, title] : cases) {
+        Answers answers;
+        answers.then(name, [&title = title](QDialog& window) {
+            EXPECT_EQ(window.windowTitle(), text(title));
+            EXPECT_TRUE(window.isModal());
+            escape(window);
+        });
+        choose(wizard.window, letters);
+    }
+}
+
+TEST(Menu, LettersRunTheCommandsWithoutAWindow) {
+    Wizard wizard;
+    wizard.navs().Add(makeNode(5, 1, "F", "five"));
+    wizard.navs().DispInTV();
+    wizard.choose("NR");
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1");
+    wizard.choose("NC");
+    EXPECT_EQ(wizard.navs().mLastN, "1");
+    wizard.choose("NN");
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0");
+    wizard.choose("FX");
+    EXPECT_FALSE(wizard.window.isVisible());
+}

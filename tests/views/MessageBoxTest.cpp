@@ -1,0 +1,102 @@
+#include "views/MessageBox.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+
+#include "Helpers.h"
+
+namespace {
+
+/// Shows a message, looks at the box while it is open, and closes it as the user does.
+template <class Look>
+void showAndLook(QWidget* parent, const QString& text, Look look, Qt::Key answer = Qt::Key_Return) {
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        seen = true;
+        look(*box);
+        static_cast<void>(activate(box));
+        typeKey(box, answer);
+        if (box->isVisible()) {
+            ADD_FAILURE() << "key " << answer << " did not close the box";
+            box->reject();
+        }
+    });
+    showMessage(parent, text);
+    EXPECT_TRUE(seen);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+QString textIn(const QMessageBox& box) {
+    return box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->text();
+}
+
+}  // namespace
+
+TEST(MessageBox, ShowsTheTextWithIconButtonAndTitle) {
+    showAndLook(nullptr, QStringLiteral("Unable to save file.."), [](const QMessageBox& box) {
+        EXPECT_EQ(box.text(), QStringLiteral("Unable to save file.."));
+        EXPECT_EQ(textIn(box), QStringLiteral("Unable to save file.."));
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Name of the program"));
+        EXPECT_EQ(box.icon(), QMessageBox::Information);
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
+        EXPECT_EQ(box.buttons().size(), 1);
+        EXPECT_EQ(box.objectName(), QStringLiteral("message"));
+        EXPECT_EQ(box.informativeText(), QString());
+        EXPECT_EQ(box.detailedText(), QString());
+        EXPECT_TRUE(box.isModal());
+    });
+}
+
+TEST(MessageBox, ShowsMarkupAsItStands) {
+    showAndLook(nullptr, QStringLiteral("<b>bold</b> &amp; <dummy>"), [](const QMessageBox& box) {
+        EXPECT_EQ(box.textFormat(), Qt::PlainText);
+        EXPECT_EQ(textIn(box), QStringLiteral("<b>bold</b> &amp; <dummy>"));
+    });
+}
+
+TEST(MessageBox, ShowsTwoLinesForALineBreak) {
+    int oneLine = 0;
+    int twoLines = 0;
+    showAndLook(nullptr, QStringLiteral("first, second"), [&](const QMessageBox& box) {
+        oneLine = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->sizeHint().height();
+    });
+    showAndLook(nullptr, QStringLiteral("first, \r\nsecond"), [&](const QMessageBox& box) {
+        EXPECT_EQ(textIn(box), QStringLiteral("first, \nsecond"));
+        twoLines = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"))->sizeHint().height();
+    });
+    EXPECT_GT(twoLines, oneLine);
+    EXPECT_LT(twoLines, 3 * oneLine);
+}
+
+TEST(MessageBox, IsClosedByEnterEscBlankOrItsButton) {
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape, Qt::Key_Space}) {
+        showAndLook(nullptr, QStringLiteral("text"), [](const QMessageBox&) {}, key);
+    }
+    QTimer::singleShot(0, [] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        QTest::mouseClick(box->button(QMessageBox::Ok), Qt::LeftButton);
+        EXPECT_FALSE(box->isVisible());
+    });
+    showMessage(nullptr, QStringLiteral("text"));
+}
+
+TEST(MessageBox, BelongsToAVisibleWindow) {
+    QWidget window;
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+    showAndLook(&window, QStringLiteral("text"),
+                [&](const QMessageBox& box) { EXPECT_EQ(box.parentWidget(), &window); });
+}
+
+TEST(MessageBox, StandsAloneBeforeItsWindowIsVisible) {
+    QWidget hidden;
+    showAndLook(&hidden, QStringLiteral("text"),
+                [](const QMessageBox& box) { EXPECT_EQ(box.parentWidget(), nullptr); });
+    EXPECT_FALSE(hidden.isVisible());
+}

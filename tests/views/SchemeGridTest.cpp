@@ -1,0 +1,269 @@
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QScrollBar>
+
+#include "Helpers.h"
+
+namespace {
+
+/// What both grids have in common.
+class SchemeGridTest : public testing::Test {
+  protected:
+    SchemeGridTest() : grids{window.navGrid, window.webGrid} { window.showSample(); }
+    void SetUp() override { ASSERT_TRUE(window.appear()); }
+
+    /// A point on a cell.
+    static QPoint cell(const SchemeGrid& grid, int row, int column = 0) {
+        return grid.visualRect(grid.model()->index(row, column)).center();
+    }
+    /// The row that is current, -1 for the header row.
+    static int current(const SchemeGrid& grid) { return grid.currentIndex().row(); }
+    static int selected(const SchemeGrid& grid) {
+        const auto rows = grid.selectionModel()->selectedRows();
+        return rows.isEmpty() ? -1 : rows.front().row();
+    }
+    void fillBoth() {
+        window.navs.DispInGrid();
+        window.navs.DisplayFullWeb();
+    }
+
+    SchemeWindow window;
+    std::vector<SchemeGrid*> grids;
+};
+
+bool hasColour(const QImage& image, const QColor& colour) {
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if (image.pixelColor(x, y) == colour) return true;
+    return false;
+}
+
+}  // namespace
+
+TEST_F(SchemeGridTest, ShowsTheHeaderRowAloneAtFirst) {
+    NavGrid nodes(nullptr);
+    WebGrid paragraphs(nullptr);
+    EXPECT_EQ(nodes.model()->rowCount(), 0);
+    EXPECT_EQ(nodes.model()->columnCount(), 8);
+    EXPECT_EQ(paragraphs.model()->rowCount(), 0);
+    EXPECT_EQ(paragraphs.model()->columnCount(), 9);
+    for (const SchemeGrid* grid : {static_cast<SchemeGrid*>(&nodes), static_cast<SchemeGrid*>(&paragraphs)}) {
+        EXPECT_FALSE(grid->horizontalHeader()->isHidden());
+        EXPECT_TRUE(grid->verticalHeader()->isHidden());
+    }
+}
+
+TEST_F(SchemeGridTest, HasItsColumns) {
+    const auto captions = [](const SchemeGrid& grid) {
+        std::string line;
+        for (int column = 0; column < grid.model()->columnCount(); ++column)
+            line += grid.model()->headerData(column, Qt::Horizontal).toString().trimmed().toStdString() + "|";
+        return line;
+    };
+    EXPECT_EQ(captions(*window.navGrid), "ID|Description|Type|Parent|Query|Parameter|Icon|Role|");
+    EXPECT_EQ(captions(*window.webGrid), "ID|XST1|Seq|Paragraph Title|Query|Parameter|Type|Form#|Columns|");
+}
+
+TEST_F(SchemeGridTest, MakesAColumnAsWideAsTheCharactersOfItsCaption) {
+    const int character = window.navGrid->fontMetrics().averageCharWidth();
+    ASSERT_GT(character, 0);
+    const auto expectWidths = [&](const SchemeGrid& grid, const std::vector<int>& characters) {
+        for (std::size_t column = 0; column < characters.size(); ++column) {
+            const auto caption = grid.model()->headerData(static_cast<int>(column), Qt::Horizontal).toString().trimmed();
+            const int legible = QFontMetrics(grid.horizontalHeader()->font()).horizontalAdvance(caption);
+            EXPECT_EQ(grid.columnWidth(static_cast<int>(column)),
+                      std::max(characters[column] * character, legible) + 8)
+                << column;
+        }
+    };
+    expectWidths(*window.navGrid, {3, 61, 4, 10, 31, 14, 18, 13});
+    expectWidths(*window.webGrid, {3, 4, 3, 54, 34, 11, 4, 5, 30});
+}
+
+TEST_F(SchemeGridTest, WidensAColumnForLongNumbersAndNarrowsItAgain) {
+    const int before = window.navGrid->columnWidth(0);
+    window.navs.Add(makeNode(-2147483647 - 1, 1, "F"));
+    window.navs.oWebs.Add(makeParagraph(1234567890, 1234567890));
+    fillBoth();
+    const auto digits = window.navGrid->fontMetrics().horizontalAdvance(QLatin1Char('0'));
+    EXPECT_EQ(window.navGrid->columnWidth(0), 11 * digits + 8);
+    EXPECT_EQ(window.webGrid->columnWidth(0), 10 * digits + 8);
+    EXPECT_EQ(window.webGrid->columnWidth(1), 10 * digits + 8);
+    window.navs.Remove("-2147483648");
+    fillBoth();
+    EXPECT_EQ(window.navGrid->columnWidth(0), before);
+}
+
+TEST_F(SchemeGridTest, DoesNotWidenAColumnForLongTexts) {
+    const int before = window.navGrid->columnWidth(7);
+    window.navs.Item(1)->roleIs = std::string(500, 'M');
+    fillBoth();
+    EXPECT_EQ(window.navGrid->columnWidth(7), before);
+    EXPECT_EQ(window.navGrid->rowHeight(0), window.navGrid->rowHeight(1)) << "nor is a long text wrapped";
+}
+
+TEST_F(SchemeGridTest, HasRowsOfOneHeight) {
+    for (const auto* grid : grids)
+        for (int row = 0; row < grid->model()->rowCount(); ++row)
+            EXPECT_EQ(grid->rowHeight(row), grid->fontMetrics().height() + 4);
+}
+
+TEST_F(SchemeGridTest, MakesTheHeaderRowCurrentAfterEachFill) {
+    for (auto* grid : grids) {
+        EXPECT_EQ(current(*grid), -1);
+        clickAt(grid->viewport(), cell(*grid, 2));
+        EXPECT_EQ(current(*grid), 2);
+        fillBoth();
+        EXPECT_EQ(current(*grid), -1);
+        EXPECT_EQ(selected(*grid), -1);
+    }
+}
+
+TEST_F(SchemeGridTest, MakesTheRowCurrentThatIsClicked) {
+    for (auto* grid : grids) {
+        clickAt(grid->viewport(), cell(*grid, 1));
+        EXPECT_EQ(current(*grid), 1);
+        EXPECT_EQ(selected(*grid), 1);
+        clickAt(grid->viewport(), cell(*grid, 3, 1));
+        EXPECT_EQ(current(*grid), 3);
+        EXPECT_EQ(selected(*grid), 3);
+        EXPECT_EQ(grid->selectionModel()->selectedRows().size(), 1) << "one row at a time";
+    }
+}
+
+TEST_F(SchemeGridTest, MovesWithTheArrowKeys) {
+    for (auto* grid : grids) {
+        clickAt(grid->viewport(), cell(*grid, 1));
+        grid->setFocus();
+        typeKey(&window, Qt::Key_Down);
+        EXPECT_EQ(current(*grid), 2);
+        EXPECT_EQ(selected(*grid), 2);
+        typeKey(&window, Qt::Key_Up);
+        typeKey(&window, Qt::Key_Up);
+        EXPECT_EQ(current(*grid), 0);
+        typeKey(&window, Qt::Key_Up);
+        EXPECT_EQ(current(*grid), 0);
+    }
+}
+
+TEST_F(SchemeGridTest, LeavesTheCurrentRowAloneOnARightPress) {
+    for (auto* grid : grids) {
+        clickAt(grid->viewport(), cell(*grid, 2), Qt::RightButton);
+        EXPECT_EQ(current(*grid), -1);
+        clickAt(grid->viewport(), cell(*grid, 1));
+        clickAt(grid->viewport(), cell(*grid, 3), Qt::RightButton);
+        EXPECT_EQ(current(*grid), 1);
+        EXPECT_EQ(selected(*grid), 1);
+    }
+}
+
+TEST_F(SchemeGridTest, LeavesTheCurrentRowAloneOnClicksElsewhere) {
+    for (auto* grid : grids) {
+        clickAt(grid->viewport(), cell(*grid, 1));
+        clickAt(grid->horizontalHeader()->viewport(), {50, 5});
+        EXPECT_EQ(current(*grid), 1) << "header";
+        EXPECT_EQ(selected(*grid), 1);
+        clickAt(grid->viewport(), {20, grid->viewport()->height() - 10});
+        EXPECT_EQ(current(*grid), 1) << "below the rows";
+    }
+}
+
+TEST_F(SchemeGridTest, LeavesTheHeaderRowCurrentWhenItGetsTheKeyboard) {
+    NEEDS_ACTIVE(&window);
+    for (auto* grid : grids) {
+        grid->setFocus(Qt::TabFocusReason);
+        ASSERT_TRUE(grid->hasFocus());
+        EXPECT_EQ(current(*grid), -1);
+        EXPECT_EQ(selected(*grid), -1);
+        fillBoth();
+        EXPECT_EQ(current(*grid), -1) << "after a fill with the focus";
+    }
+}
+
+TEST_F(SchemeGridTest, KeepsTheCurrentRowWhenItGetsTheKeyboardBack) {
+    NEEDS_ACTIVE(&window);
+    for (auto* grid : grids) {
+        clickAt(grid->viewport(), cell(*grid, 2));
+        window.tree->setFocus();
+        grid->setFocus();
+        EXPECT_EQ(current(*grid), 2);
+        EXPECT_EQ(selected(*grid), 2);
+    }
+}
+
+TEST_F(SchemeGridTest, LetsTabAndBacktabOut) {
+    window.navGrid->setFocus();
+    typeKey(&window, Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget(), window.webGrid);
+    typeKey(&window, Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget(), window.tree);
+    typeKey(&window, Qt::Key_Tab);
+    EXPECT_EQ(window.focusWidget(), window.navGrid);
+    typeKey(&window, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(window.focusWidget(), window.tree);
+    typeKey(&window, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_EQ(window.focusWidget(), window.webGrid);
+    for (const auto* grid : grids) EXPECT_EQ(current(*grid), -1);
+}
+
+TEST_F(SchemeGridTest, CannotBeEdited) {
+    for (auto* grid : grids) {
+        clickAt(grid->viewport(), cell(*grid, 1, 1));
+        grid->setFocus();
+        for (const auto key : {Qt::Key_F2, Qt::Key_Return, Qt::Key_A, Qt::Key_Space}) typeKey(&window, key);
+        QTest::mouseDClick(grid->viewport(), Qt::LeftButton, Qt::NoModifier, cell(*grid, 1, 1));
+        EXPECT_EQ(grid->findChild<QLineEdit*>(), nullptr);
+    }
+}
+
+TEST_F(SchemeGridTest, GoesToTheTopWithEachFill) {
+    for (int id = 100; id < 400; ++id) {
+        window.navs.Add(makeNode(id, 1, "F"));
+        window.navs.oWebs.Add(makeParagraph(id, 1));
+    }
+    fillBoth();
+    for (auto* grid : grids) {
+        grid->scrollToBottom();
+        ASSERT_GT(grid->verticalScrollBar()->value(), 200);
+    }
+    fillBoth();
+    for (auto* grid : grids) EXPECT_EQ(grid->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(SchemeGridTest, PaintsARowInItsColour) {
+    for (const auto& node : window.navs.NewEnum()) node->descriptionIs = "EFHIL ___ EFHIL";  // straight strokes
+    fillBoth();
+    const auto row = [&](int number) {
+        const auto place = window.navGrid->visualRect(window.navGrid->model()->index(number, 1));
+        return window.navGrid->viewport()->grab(place).toImage();
+    };
+    EXPECT_TRUE(hasColour(row(0), QColor(255, 0, 0))) << "F";
+    EXPECT_TRUE(hasColour(row(1), QColor(0, 0, 255))) << "G";
+    EXPECT_TRUE(hasColour(row(4), QColor(0, 128, 0))) << "R";
+    EXPECT_TRUE(hasColour(row(6), QColor(128, 0, 0))) << "N";
+    EXPECT_FALSE(hasColour(row(6), QColor(255, 0, 0)));
+    EXPECT_TRUE(hasColour(row(6), QColor(255, 255, 255))) << "on white";
+}
+
+TEST_F(SchemeGridTest, PaintsTheHeaderInBlack) {
+    const auto header = window.navGrid->horizontalHeader()->grab().toImage();
+    bool black = false;
+    for (int y = 0; y < header.height(); ++y)
+        for (int x = 0; x < header.width(); ++x) {
+            const auto colour = header.pixelColor(x, y);
+            black = black || colour == QColor(0, 0, 0);
+            ASSERT_LT(colour.saturation(), 40) << "coloured at " << x << " " << y;
+        }
+    EXPECT_TRUE(black);
+}
+
+TEST_F(SchemeGridTest, ShowsMarkupAsItStands) {
+    window.navs.Item(1)->descriptionIs = "<b>i</b>";
+    window.navs.Item(4)->descriptionIs = "i";
+    fillBoth();
+    const auto width = [&](int row) {
+        return window.navGrid->sizeHintForIndex(window.navGrid->model()->index(row, 1)).width();
+    };
+    EXPECT_EQ(window.navGrid->model()->index(0, 1).data().toString(), QStringLiteral("<b>i</b>"));
+    EXPECT_GT(width(0), width(1) + 20);
+}
