@@ -4,6 +4,7 @@
 #include <QFileSystemModel>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QSettings>
 #include <QTreeView>
 
@@ -62,6 +63,7 @@ class FileDialog final : public QFileDialog {
 
   protected:
     void accept() override {
+        if (acceptMode() == AcceptSave) spellOutFolder();
         const auto files = selectedFiles();
         if (acceptMode() == AcceptSave && !files.isEmpty()) {
             const QFileInfo file(files.constFirst());
@@ -75,6 +77,14 @@ class FileDialog final : public QFileDialog {
     }
 
   private:
+    // To the name of a folder, too, Qt adds the suffix, unless it is given in full.
+    void spellOutFolder() {
+        auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (!name || name->text().isEmpty()) return;
+        const QFileInfo typed(directory(), name->text());
+        if (typed.isDir()) name->setText(typed.absoluteFilePath());
+    }
+
     // Qt ties no label to its lists.
     void nameForScreenReaders(const char* label, const char* list) {
         if (auto* name = findChild<QLabel*>(QString::fromLatin1(label)))

@@ -46,7 +46,8 @@ TEST(FileReader, ReadsNothingFromFilesWithoutRecords) {
 
 TEST(FileReader, PassesOverLinesThatDoNotBeginWithADigit) {
     EXPECT_EQ(idsFrom("\"ID\",\"x\"\r\n1,a\r\n\r\nx2,b\r\n\"3\",c\r\n-4,d\r\n+5,e\r\n.6,f\r\n,7\r\n8,g\r\n"), "1 8");
-    EXPECT_EQ(idsFrom("/9,slash is before the digits\r\n:9,colon behind\r\n0,zero\r\n9,nine\r\n"), "0 9");
+    EXPECT_EQ(idsFrom("0,zero\r\n9,nine\r\n"), "0 9");
+    EXPECT_EQ(idsFrom("/9,the byte before the digits\r\n:9,the byte behind them\r\n5,a\r\n"), "5");
     EXPECT_EQ(idsFrom("\xB2,superscript two\r\n\xB9,one\r\n3,c"), "3");
 }
 

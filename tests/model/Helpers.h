@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <random>
@@ -209,11 +210,16 @@ class FakeTree final : public NavTreeView {
     explicit FakeTree(Calls& calls) : calls_(calls) {}
     void Fill(const clsNavSchemes& scheme) override {
         calls_.push_back("tree " + linksOf(scheme) + (scheme.mLastN.empty() ? "" : " at " + scheme.mLastN));
+        if (whenAsked) whenAsked();
     }
     [[nodiscard]] std::string SelectedKey() const override { return selected; }
-    void Expand(std::string_view key) override { calls_.push_back("expand " + std::string(key)); }
+    void Expand(std::string_view key) override {
+        calls_.push_back("expand " + std::string(key));
+        if (whenAsked) whenAsked();
+    }
 
     std::string selected;
+    std::function<void()> whenAsked;  // to look at the scheme in the middle of an operation
 
   private:
     Calls& calls_;

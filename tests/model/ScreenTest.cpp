@@ -76,6 +76,19 @@ TEST_F(Screened, NewSchemeShowsTheRootThenNoParagraphs) {
     EXPECT_EQ(screen.taken(), (Calls{"tree 1<0", "grid 1<0", "paragraphs"}));
 }
 
+TEST_F(Screened, NewSchemeDrawsTheTreeBeforeItClearsTheParagraphs) {
+    screen.tree.whenAsked = [this] { screen.calls.push_back("with " + nodesOf(navs.oWebs)); };
+    navs.NewScheme();
+    EXPECT_EQ(screen.taken(), (Calls{"tree 1<0", "with 11>1 12>7 13>7", "grid 1<0", "paragraphs"}));
+}
+
+TEST_F(Screened, RenumberLetsTheParagraphsFollowBeforeItDrawsTheTree) {
+    screen.tree.whenAsked = [this] { screen.calls.push_back("with " + nodesOf(navs.oWebs)); };
+    EXPECT_TRUE(navs.Renumber());
+    EXPECT_EQ(screen.taken(),
+              (Calls{"tree 1<0 2<1", "with 11>1C 12>2C 13>2C", "grid 1<0 2<1", "paragraphs 11>1 12>2 13>2"}));
+}
+
 TEST_F(Screened, LoadDataRedrawsTheTreeAndLeavesTheParagraphs) {
     loadBytes(navs, "3,a,F,0\r\n4,b,F,3\r\n");
     EXPECT_EQ(screen.taken(), (Calls{"tree 3<0 4<3", "grid 3<0 4<3"}));
@@ -133,6 +146,14 @@ TEST_F(TreeEvents, AClickShowsTheParagraphsThenTellsThenOpensThenRemembers) {
     screen.tree.selected = "N7";
     screen.tree.NodeClick();
     EXPECT_EQ(screen.taken(), (Calls{"paragraphs 12>7 13>7", "oNodeClick 7 last 'N1'", "expand N7"}));
+    EXPECT_EQ(navs.mLastN, "N7");
+}
+
+TEST_F(TreeEvents, AClickIsRememberedAfterTheNodeIsOpen) {
+    screen.tree.whenAsked = [this] { screen.calls.push_back("last '" + navs.mLastN + "'"); };
+    screen.tree.selected = "N7";
+    screen.tree.NodeClick();
+    EXPECT_EQ(screen.taken(), (Calls{"paragraphs 12>7 13>7", "expand N7", "last ''"}));
     EXPECT_EQ(navs.mLastN, "N7");
 }
 
@@ -281,6 +302,18 @@ TEST_F(WebGrid, ShowsTheOrphansWithTheNodeThatTheyTake) {
     EXPECT_EQ(nodesOf(navs.oWebs), "11>1C 12>7C 13>7C 14>0O 15>1C 16>0O");
     navs.DispOrphans();
     EXPECT_EQ(screen.taken(), Calls{"paragraphs 14>0 16>0"});
+}
+
+// An orphan is one whose node is missing, whatever number it shows.
+TEST_F(WebGrid, ShowsAnOrphanWithTheNodeThatItHadAndNoParagraphOfNodeZero) {
+    navs.Add(makeNode(0, 1));
+    navs.oWebs.Add(makeParagraph(14, 0));
+    navs.DispOrphans();
+    EXPECT_EQ(screen.taken(), Calls{"paragraphs"});
+    navs.Remove("7");
+    navs.DispOrphans();
+    EXPECT_EQ(screen.taken(), Calls{"paragraphs 12>7 13>7"});
+    EXPECT_EQ(nodesOf(navs.oWebs), "11>1C 12>7O 13>7O 14>0C");
 }
 
 TEST_F(WebGrid, ShowsNoOrphansWhereEveryNodeExists) {

@@ -1,6 +1,9 @@
-// The program from start to end, used by a script instead of a user: both schemes are opened from the folder that is
-// named on the command line, renumbered and saved there, one under a new name, one over the old file.
+// The program from start to end, used by a script instead of a user: both schemes are opened from the folder that the
+// command line names, renumbered and saved there, one under a new name, one over the old file. It prints what it
+// found; "end" comes last, when the main window is about to be closed.
 
+#include <QStyle>
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 
@@ -8,56 +11,78 @@
 
 namespace {
 
-void close(QDialog& window) {
-    press(window, Qt::Key_Escape);
+constexpr int longestJourney = 60'000;  // milliseconds
+
+void print(const std::string& what, const std::string& value) {
+    std::cout << what << ": " << value << std::endl;
 }
 
-void use(fMain& window, const std::string& folder) {
-    const auto enter = [&](const std::string& letters, const std::string& dialog, const std::string& name) {
-        Answers answers;
-        answers.then(dialog, [&](QDialog& asking) { enterName(asking, folder + "/" + name); });
-        choose(window, letters);
-    };
-    enter("FON", "GetOpenName", "XST1.txt");
-    enter("FOW", "GetOpenName", "XST2.txt");
+void enter(fMain& window, const std::string& letters, const std::string& dialog, const std::filesystem::path& name) {
+    Answers answers;
+    answers.then(dialog, entering(name));
+    choose(window, letters);
+}
+
+void chooseAndEscape(fMain& window, const std::string& letters, const std::string& opened) {
+    Answers answers;
+    answers.then(opened, escape);
+    choose(window, letters);
+}
+
+void saveOver(fMain& window, const std::string& letters, const std::filesystem::path& name) {
+    Answers answers;
+    answers.then("GetSaveAsName", entering(name)).then("", [](QDialog& question) {
+        QTest::mouseClick(static_cast<QMessageBox&>(question).button(QMessageBox::Yes), Qt::LeftButton);
+    });
+    choose(window, letters);
+}
+
+void use(fMain& window, const std::filesystem::path& folder) {
+    print("name", QApplication::applicationName().toStdString());
+    print("icon", QApplication::windowIcon().isNull() ? "none" : "given");
+    print("style", QApplication::style()->objectName().toStdString());
+    print("font", QApplication::font().family().toStdString());
+    print("maximized", window.isMaximized() ? "yes" : "no");
+    print("new nodes", std::to_string(window.oNavs->Count()));
+    enter(window, "FON", "GetOpenName", folder / "XST1.txt");
+    enter(window, "FOW", "GetOpenName", folder / "XST2.txt");
+    print("nodes", std::to_string(window.oNavs->Count()));
+    print("paragraphs", std::to_string(window.oNavs->oWebs.Count()));
     choose(window, "NR");
     choose(window, "NC");
-    enter("NS", "GetSaveAsName", "renumbered");
-    {
-        Answers answers;
-        answers.then("GetSaveAsName", [&](QDialog& asking) { enterName(asking, folder + "/XST2.txt"); })
-            .then("", [](QDialog& overwrite) { press(overwrite, Qt::Key_Y, Qt::AltModifier); });
-        choose(window, "WS");
-    }
-    {
-        Answers answers;
-        answers.then("fIntro", close);
-        choose(window, "FI");
-    }
-    {
-        Answers answers;
-        answers.then("message", close);
+    enter(window, "NS", "GetSaveAsName", folder / "renumbered");
+    saveOver(window, "WS", folder / "XST2.txt");
+    chooseAndEscape(window, "FI", "fIntro");
+    if (std::filesystem::exists(QCoreApplication::applicationDirPath().toStdString() + "/Pelmo.chm")) {
+        Answers nothing;
         choose(window, "FH");
+        QTest::qWait(500);
+    } else {
+        chooseAndEscape(window, "FH", "message");
     }
-    std::cout << "nodes " << window.oNavs->Count() << ", paragraphs " << window.oNavs->oWebs.Count() << '\n'
-              << "name " << QApplication::applicationName().toStdString() << '\n'
-              << "icon " << QApplication::windowIcon().isNull() << '\n'
-              << "failed " << testing::UnitTest::GetInstance()->Failed() << std::endl;
+    choose(window, "NN");
+    if (!testing::UnitTest::GetInstance()->Failed()) print("end", "reached");
     choose(window, "FX");
 }
 
+fMain* visibleMainWindow() {
+    for (auto* widget : QApplication::topLevelWidgets())
+        if (auto* window = dynamic_cast<fMain*>(widget); window && window->isVisible()) return window;
+    return nullptr;
+}
+
+// Runs as soon as there is an application, before the program makes its first window.
 void begin() {
+    QTimer::singleShot(longestJourney, qApp, [] { std::_Exit(3); });
     auto answers = std::make_shared<Answers>();
-    answers->then("fIntro", close).then("message", close);
+    answers->then("fIntro", escape).then("message", escape);
     auto* seek = new QTimer(qApp);
     QObject::connect(seek, &QTimer::timeout, seek, [seek, answers]() mutable {
-        for (auto* widget : QApplication::topLevelWidgets())
-            if (auto* window = dynamic_cast<fMain*>(widget); window && window->isVisible()) {
-                seek->stop();
-                answers.reset();
-                use(*window, QApplication::arguments().at(1).toStdString());
-                return;
-            }
+        if (auto* window = visibleMainWindow()) {
+            seek->stop();
+            answers.reset();
+            use(*window, QApplication::arguments().at(1).toStdString());
+        }
     });
     seek->start(5);
 }

@@ -4,8 +4,7 @@
 TEST(CodePage, ShowsPrintableAsciiAsItIs) {
     EXPECT_EQ(decode(" !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`"),
               QStringView(u" !\"#$%&'()*+,-./0123456789:;<=>?@ABCDEFGHIJKLMNOPQRSTUVWXYZ[\\]^_`"));
-    EXPECT_EQ(decode("abcdefghijklmnopqrstuvwxyz{|}~\x7F"),
-              QStringView(u"abcdefghijklmnopqrstuvwxyz{|}~\u007F"));
+    EXPECT_EQ(decode("abcdefghijklmnopqrstuvwxyz{|}~\x7F"), QStringView(u"abcdefghijklmnopqrstuvwxyz{|}~\u007F"));
 }
 
 TEST(CodePage, ShowsControlsAsTheCharacterOfTheSameNumber) {
@@ -19,8 +18,7 @@ TEST(CodePage, ShowsControlsAsTheCharacterOfTheSameNumber) {
 
 TEST(CodePage, ShowsTheBytesThatWindowsAdded) {
     EXPECT_EQ(decode("\x80\x82\x83\x84\x85\x86\x87\x88\x89\x8A\x8B\x8C\x8E"), QStringView(u"€‚ƒ„…†‡ˆ‰Š‹ŒŽ"));
-    EXPECT_EQ(decode("\x91\x92\x93\x94\x95\x96\x97\x98\x99\x9A\x9B\x9C\x9E\x9F"),
-              QStringView(u"‘’“”•–—˜™š›œžŸ"));
+    EXPECT_EQ(decode("\x91\x92\x93\x94\x95\x96\x97\x98\x99\x9A\x9B\x9C\x9E\x9F"), QStringView(u"‘’“”•–—˜™š›œžŸ"));
 }
 
 TEST(CodePage, ShowsTheFiveFreeBytesAsControlCharacters) {

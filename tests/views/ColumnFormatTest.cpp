@@ -35,14 +35,16 @@ TEST(ColumnFormat, ReadsAlignmentAndCaptionOfEachColumn) {
 
 TEST(ColumnFormat, OfTheNodeGridIsThisText) {
     EXPECT_EQ(NavGridRows::format,
-              ">ID |<Description                                                  |^Type|^Parent    |<Query                 "
+              ">ID |<Description                                                  |^Type|^Parent    |<Query          "
+              "       "
               "         |<Parameter     |<Icon              |<Role         ");
 }
 
 TEST(ColumnFormat, OfTheParagraphGridIsThisText) {
-    EXPECT_EQ(WebGridRows::format,
-              "^ID |^XST1|^Seq|<Paragraph Title                                       |<Query                          "
-              "   |<Parameter  |^Type|^Form#|<Columns                       ");
+    EXPECT_EQ(
+        WebGridRows::format,
+        "^ID |^XST1|^Seq|<Paragraph Title                                       |<Query                          "
+        "   |<Parameter  |^Type|^Form#|<Columns                       ");
 }
 
 TEST(ColumnFormat, OfTheNodeGridMakesEightColumns) {

@@ -85,11 +85,9 @@ TEST_F(GridModelTest, AlignsCellsAndHeaderAlike) {
               (Rows{">", "<", "^", "^", "<", "<", "<", "<"}));
     EXPECT_EQ(each(9, [&](int column) { return markOf(paragraphs.index(0, column).data(Qt::TextAlignmentRole)); }),
               (Rows{"^", "^", "^", "<", "<", "<", "^", "^", "<"}));
-    EXPECT_EQ(each(8,
-                   [&](int column) {
-                       return markOf(nodes.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole));
-                   }),
-              (Rows{">", "<", "^", "^", "<", "<", "<", "<"}));
+    EXPECT_EQ(
+        each(8, [&](int column) { return markOf(nodes.headerData(column, Qt::Horizontal, Qt::TextAlignmentRole)); }),
+        (Rows{">", "<", "^", "^", "<", "<", "<", "<"}));
 }
 
 TEST_F(GridModelTest, ShowsTheCaptionsWithTheirBlanksAndSaysThemWithout) {
@@ -122,8 +120,8 @@ TEST_F(GridModelTest, SaysTheTypeOfTheRow) {
 }
 
 TEST_F(GridModelTest, HasNothingElseToShow) {
-    for (const auto role : {Qt::DecorationRole, Qt::ToolTipRole, Qt::FontRole, Qt::BackgroundRole,
-                            Qt::CheckStateRole, Qt::SizeHintRole})
+    for (const auto role : {Qt::DecorationRole, Qt::ToolTipRole, Qt::FontRole, Qt::BackgroundRole, Qt::CheckStateRole,
+                            Qt::SizeHintRole})
         EXPECT_FALSE(nodes.index(0, 1).data(role).isValid()) << role;
     EXPECT_FALSE(nodes.data({}, Qt::DisplayRole).isValid());
 }

@@ -60,8 +60,8 @@ inline std::shared_ptr<clsWebScheme> makeParagraph(std::int32_t id, std::int32_t
 
 using Paragraphs = std::vector<std::shared_ptr<clsWebScheme>>;
 
-/// N1 with N2 and N3; below N2: N4 and N5; below N4: N7; below N3: N6. Paragraphs 11 and 13 belong to node 2, 12 to 3,
-/// 14 to 7. The order of the collection is not that of the tree.
+/// N1 with N2 and N3; below N2: N4 and N5; below N4: N7; below N3: N6. Paragraphs 11 and 13 belong to node 2, 12 to
+/// 3, 14 to 7. The order of the collection is not that of the tree.
 inline void fillSample(clsNavSchemes& navs) {
     navs.Add(makeNode(1, 0, "F", "Sales"));
     navs.Add(makeNode(4, 2, "G", "Orders"));
@@ -184,8 +184,7 @@ class SchemeWindow final : public QWidget, public NavWindow {
         resize(900, 640);
         navGrid->setGeometry(420, 10, 470, 300);
         for (const char* name : {"root", "fixed", "gen", "recur", "nongen"})
-            images.add(QString::fromLatin1(name),
-                       QIcon(QStringLiteral(":/images/%1.svg").arg(QLatin1String(name))));
+            images.add(QString::fromLatin1(name), QIcon(QStringLiteral(":/images/%1.svg").arg(QLatin1String(name))));
         navs.SetGrid(*navGrid);
         navs.SetTreeview(*this);
         const auto note = [this](const char* event) {

@@ -75,7 +75,8 @@ TEST(MessageBox, ShowsTwoLinesForALineBreak) {
 
 TEST(MessageBox, IsClosedByEnterEscBlankOrItsButton) {
     for (const auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Escape, Qt::Key_Space}) {
-        showAndLook(nullptr, QStringLiteral("text"), [](const QMessageBox&) {}, key);
+        showAndLook(
+            nullptr, QStringLiteral("text"), [](const QMessageBox&) {}, key);
     }
     QTimer::singleShot(0, [] {
         auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

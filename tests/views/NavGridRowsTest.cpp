@@ -64,9 +64,9 @@ TEST(NavGridRows, AreAllNodesInTheOrderInWhichTheyWereAdded) {
     navs.Add(makeNode(3, 9, "G", "below the root"));
     navs.Add(makeNode(2, 0, "F", "second root"));
     navs.Add(makeNode(1, 9, "X", "of unknown type"));
-    EXPECT_EQ(cellsOf(navs), (Rows{"5|below 3|N|3||||", "9|root|F|0||||", "8|of no parent|F|77||||",
-                                   "3|below the root|G|9||||", "2|second root|F|0||||",
-                                   "1|of unknown type|X|9||||"}));
+    EXPECT_EQ(cellsOf(navs),
+              (Rows{"5|below 3|N|3||||", "9|root|F|0||||", "8|of no parent|F|77||||", "3|below the root|G|9||||",
+                    "2|second root|F|0||||", "1|of unknown type|X|9||||"}));
 }
 
 TEST(NavGridRows, LeaveNoGapForRemovedNodes) {
@@ -112,8 +112,7 @@ TEST(NavGridRows, StartBlackAgainWithEveryRedraw) {
 
 TEST(NavGridRows, SayTheirType) {
     clsNavSchemes navs;
-    for (const auto* type : {"F", "G", "R", "N", "X", ""})
-        navs.Add(makeNode(navs.Count() + 1, navs.Count(), type));
+    for (const auto* type : {"F", "G", "R", "N", "X", ""}) navs.Add(makeNode(navs.Count() + 1, navs.Count(), type));
     const NavGridRows rows(navs);
     Rows spoken;
     for (std::size_t row = 0; row < rows.count(); ++row) spoken.push_back(rows.spoken(row).toStdString());
@@ -156,9 +155,8 @@ TEST(NavGridRows, OutliveTheNodes) {
     const NavGridRows rows(*navs);
     navs->Remove("12");
     navs.reset();
-    EXPECT_EQ(cellsOf(rows, 8),
-              (Rows{"12|Orders|G|3|spN_Orders|CKey05|folder|clerk",
-                    "13|a text that is long enough to lie in memory of its own|R|12||||"}));
+    EXPECT_EQ(cellsOf(rows, 8), (Rows{"12|Orders|G|3|spN_Orders|CKey05|folder|clerk",
+                                      "13|a text that is long enough to lie in memory of its own|R|12||||"}));
 }
 
 TEST(NavGridRows, OutliveTheFileThatTheNodesCameFrom) {
@@ -166,7 +164,8 @@ TEST(NavGridRows, OutliveTheFileThatTheNodesCameFrom) {
     std::string first;
     std::string second;
     for (int id = 1; id <= 20000; ++id) {
-        first += std::to_string(id) + ",\"first " + std::to_string(id) + "\",\"R\",0,\"query\",\"Lkey\",\"icon\",\"role\"\r\n";
+        first += std::to_string(id) + ",\"first " + std::to_string(id) +
+                 "\",\"R\",0,\"query\",\"Lkey\",\"icon\",\"role\"\r\n";
         second += std::to_string(id) + ",\"SECOND\",\"N\",7,\"\",\"\",\"ICON\",\"ROLE\"\r\n";
     }
     clsNavSchemes navs;
@@ -189,6 +188,5 @@ TEST(NavGridRows, OutliveFilesAndOwnTextsMixed) {
     navs.Item(1)->roleIs = "own role";
     const NavGridRows rows(navs);
     navs.NewScheme();
-    EXPECT_EQ(cellsOf(rows, 8),
-              (Rows{"1|from the file|F|0|||icon of the file|own role", "2|own text|N|1||||"}));
+    EXPECT_EQ(cellsOf(rows, 8), (Rows{"1|from the file|F|0|||icon of the file|own role", "2|own text|N|1||||"}));
 }

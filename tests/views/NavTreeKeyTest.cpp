@@ -67,8 +67,8 @@ TEST_F(NavTreeKeyTest, OtherKeysSayNothing) {
     select("N5");
     for (const auto key :
          {Qt::Key_F1, Qt::Key_F3, Qt::Key_F4, Qt::Key_Escape, Qt::Key_Space, Qt::Key_Backspace, Qt::Key_Menu,
-          Qt::Key_Shift, Qt::Key_Control, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown,
-          Qt::Key_0, Qt::Key_Period, Qt::Key_Minus, Qt::Key_Plus, Qt::Key_Print, Qt::Key_X})
+          Qt::Key_Shift, Qt::Key_Control, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_0,
+          Qt::Key_Period, Qt::Key_Minus, Qt::Key_Plus, Qt::Key_Print, Qt::Key_X})
         typeKey(&window, key);
     EXPECT_EQ(window.taken(), Rows());
     EXPECT_EQ(window.navs.mLastN, "");

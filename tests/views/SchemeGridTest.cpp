@@ -69,7 +69,8 @@ TEST_F(SchemeGridTest, MakesAColumnAsWideAsTheCharactersOfItsCaption) {
     ASSERT_GT(character, 0);
     const auto expectWidths = [&](const SchemeGrid& grid, const std::vector<int>& characters) {
         for (std::size_t column = 0; column < characters.size(); ++column) {
-            const auto caption = grid.model()->headerData(static_cast<int>(column), Qt::Horizontal).toString().trimmed();
+            const auto caption =
+                grid.model()->headerData(static_cast<int>(column), Qt::Horizontal).toString().trimmed();
             const int legible = QFontMetrics(grid.horizontalHeader()->font()).horizontalAdvance(caption);
             EXPECT_EQ(grid.columnWidth(static_cast<int>(column)),
                       std::max(characters[column] * character, legible) + 8)

@@ -8,8 +8,7 @@ class TreeModelTest : public testing::Test {
   protected:
     TreeModelTest() {
         for (const char* name : {"root", "fixed", "gen", "recur", "nongen"})
-            images.add(QString::fromLatin1(name),
-                       QIcon(QStringLiteral(":/images/%1.svg").arg(QLatin1String(name))));
+            images.add(QString::fromLatin1(name), QIcon(QStringLiteral(":/images/%1.svg").arg(QLatin1String(name))));
         navs.Add(makeNode(1, 0, "N", "Sales"));
         navs.Add(makeNode(2, 1, "F", "Customers \x80"));
         navs.Add(makeNode(3, 2, "G", "Orders"));

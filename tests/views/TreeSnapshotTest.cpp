@@ -10,8 +10,7 @@ struct Link {
 };
 Rows treeOf(std::initializer_list<Link> links) {
     clsNavSchemes navs;
-    for (const auto& link : links)
-        navs.Add(makeNode(link.id, link.parent, link.type, "d" + std::to_string(link.id)));
+    for (const auto& link : links) navs.Add(makeNode(link.id, link.parent, link.type, "d" + std::to_string(link.id)));
     return treeOf(navs);
 }
 
@@ -51,15 +50,15 @@ TEST(TreeSnapshot, ShowsDescriptionsWithEveryByteAndEmptyOnes) {
     navs.Add(makeNode(1, 0, "F"));
     navs.Add(makeNode(2, 1, "F", "<b>\x80uro & more</b>"));
     navs.Add(makeNode(3, 1, "F", ""));
-    EXPECT_EQ(treeOf(navs), (Rows{"N1 'Data Browser' 1 #000000", "  N2 '<b>€uro & more</b>' 2 #ff0000",
-                                  "  N3 '' 2 #ff0000"}));
+    EXPECT_EQ(treeOf(navs),
+              (Rows{"N1 'Data Browser' 1 #000000", "  N2 '<b>€uro & more</b>' 2 #ff0000", "  N3 '' 2 #ff0000"}));
 }
 
 TEST(TreeSnapshot, ShowsChildrenInTheOrderInWhichTheyWereAdded) {
-    EXPECT_EQ(treeOf({{9, 5}, {3, 1}, {1, 0}, {5, 1}, {2, 1}, {8, 3}, {7, 5}, {4, 3}}),
-              (Rows{"N1 'Data Browser' 1 #000000", "  N3 'd3' 2 #ff0000", "    N8 'd8' 2 #ff0000",
-                    "    N4 'd4' 2 #ff0000", "  N5 'd5' 2 #ff0000", "    N9 'd9' 2 #ff0000",
-                    "    N7 'd7' 2 #ff0000", "  N2 'd2' 2 #ff0000"}));
+    EXPECT_EQ(
+        treeOf({{9, 5}, {3, 1}, {1, 0}, {5, 1}, {2, 1}, {8, 3}, {7, 5}, {4, 3}}),
+        (Rows{"N1 'Data Browser' 1 #000000", "  N3 'd3' 2 #ff0000", "    N8 'd8' 2 #ff0000", "    N4 'd4' 2 #ff0000",
+              "  N5 'd5' 2 #ff0000", "    N9 'd9' 2 #ff0000", "    N7 'd7' 2 #ff0000", "  N2 'd2' 2 #ff0000"}));
 }
 
 TEST(TreeSnapshot, LeavesOutWhatCannotBeReached) {
@@ -100,8 +99,8 @@ TEST(TreeSnapshot, ShowsTheFirstOfTwoNodesWithTheSameID) {
     navs.Add(makeNode(3, 1, "G", "second"));
     navs.Add(makeNode(4, 2, "N", "child"));
     renumber(navs, 3, 2);
-    EXPECT_EQ(treeOf(navs), (Rows{"N1 'Data Browser' 1 #000000", "  N2 'first' 2 #ff0000",
-                                  "    N4 'child' 5 #800000"}));
+    EXPECT_EQ(treeOf(navs),
+              (Rows{"N1 'Data Browser' 1 #000000", "  N2 'first' 2 #ff0000", "    N4 'child' 5 #800000"}));
 }
 
 TEST(TreeSnapshot, ShowsTheFirstInTreeOrderOfTwoNodesWithTheSameID) {
@@ -123,8 +122,8 @@ TEST(TreeSnapshot, ShowsTheSecondOfTwoNodesWithTheSameIDWhenTheFirstIsOfUnknownT
     navs.Add(makeNode(3, 1, "G", "second"));
     navs.Add(makeNode(4, 2, "N", "child"));
     renumber(navs, 3, 2);
-    EXPECT_EQ(treeOf(navs), (Rows{"N1 'Data Browser' 1 #000000", "  N2 'second' 3 #0000ff",
-                                  "    N4 'child' 5 #800000"}));
+    EXPECT_EQ(treeOf(navs),
+              (Rows{"N1 'Data Browser' 1 #000000", "  N2 'second' 3 #0000ff", "    N4 'child' 5 #800000"}));
 }
 
 TEST(TreeSnapshot, DoesNotShowTheRootTwice) {
@@ -144,8 +143,7 @@ TEST(TreeSnapshot, WithARootOfIDZeroShowsAllItsChildrenAsRoots) {
 }
 
 TEST(TreeSnapshot, WithARootBeforeTheNodeOfIDZeroShowsThatRootOnly) {
-    EXPECT_EQ(treeOf({{5, 0}, {0, 0}, {1, 0}, {2, 5}}),
-              (Rows{"N5 'Data Browser' 1 #000000", "  N2 'd2' 2 #ff0000"}));
+    EXPECT_EQ(treeOf({{5, 0}, {0, 0}, {1, 0}, {2, 5}}), (Rows{"N5 'Data Browser' 1 #000000", "  N2 'd2' 2 #ff0000"}));
 }
 
 TEST(TreeSnapshot, TakesNegativeAndLargeIDs) {

@@ -73,10 +73,10 @@ TEST(WebGridRows, SayTheirType) {
     const WebGridRows rows(paragraphs);
     Rows spoken;
     for (std::size_t row = 0; row < rows.count(); ++row) spoken.push_back(rows.spoken(row).toStdString());
-    EXPECT_EQ(spoken, (Rows{"Bar chart paragraph", "Header paragraph", "Action query paragraph",
-                            "Multi-chapter paragraph", "Image header paragraph", "Table paragraph",
-                            "Thumbnails paragraph", "Paragraph of unknown type", "Paragraph of unknown type",
-                            "Paragraph of unknown type", "Paragraph of unknown type"}));
+    EXPECT_EQ(spoken,
+              (Rows{"Bar chart paragraph", "Header paragraph", "Action query paragraph", "Multi-chapter paragraph",
+                    "Image header paragraph", "Table paragraph", "Thumbnails paragraph", "Paragraph of unknown type",
+                    "Paragraph of unknown type", "Paragraph of unknown type", "Paragraph of unknown type"}));
 }
 
 TEST(WebGridRows, TellTheWidthOfTheirNumbers) {
@@ -115,8 +115,8 @@ TEST(WebGridRows, OutliveTheParagraphs) {
     Paragraphs paragraphs = {makeFullParagraph(), makeParagraph(22, 4, "T", "a title in memory of its own")};
     const WebGridRows rows(paragraphs);
     paragraphs.clear();
-    EXPECT_EQ(cellsOf(rows, 9), (Rows{"21|4|6|Orders|spW_Orders|Lkey|S|8|2:3",
-                                      "22|4|0|a title in memory of its own|||T|0|"}));
+    EXPECT_EQ(cellsOf(rows, 9),
+              (Rows{"21|4|6|Orders|spW_Orders|Lkey|S|8|2:3", "22|4|0|a title in memory of its own|||T|0|"}));
 }
 
 TEST(WebGridRows, OutliveTheFileThatTheParagraphsCameFrom) {

@@ -1,0 +1,273 @@
+#include <QHeaderView>
+#include <QScrollBar>
+
+#include "Helpers.h"
+
+namespace {
+
+class NavTreeFillTest : public testing::Test {
+  protected:
+    void SetUp() override { ASSERT_TRUE(window.appear()); }
+
+    void drawWith(const char* lastKey) {
+        window.navs.mLastN = lastKey;
+        window.navs.DispInTV();
+    }
+    /// Draws anew, and waits until everything has its place.
+    void redraw() {
+        window.navs.DispInTV();
+        QCoreApplication::processEvents();
+    }
+    [[nodiscard]] std::string selected() const { return window.tree->SelectedKey(); }
+    [[nodiscard]] bool isInView(std::string_view key) const {
+        const auto place = window.tree->visualRect(window.at(key));
+        return !place.isEmpty() && place.top() >= 0 && place.bottom() < window.tree->viewport()->height();
+    }
+    /// Whether nothing at all is marked in the tree.
+    [[nodiscard]] bool nothingIsMarked() const {
+        return selected().empty() && !window.tree->currentIndex().isValid() &&
+               !window.tree->selectionModel()->hasSelection();
+    }
+
+    SchemeWindow window;
+};
+
+}  // namespace
+
+TEST_F(NavTreeFillTest, IsEmptyAtFirst) {
+    EXPECT_EQ(treeOf(window.tree->treeModel()), Rows());
+    EXPECT_EQ(selected(), "");
+    window.tree->Expand("N1");
+    window.navs.DispInTV();
+    EXPECT_EQ(treeOf(window.tree->treeModel()), Rows());
+}
+
+TEST_F(NavTreeFillTest, ANewSchemeIsAnOpenRoot) {
+    window.navs.NewScheme();
+    EXPECT_EQ(treeOf(window.tree->treeModel()), Rows{"N1 'Data Browser' 1 #000000"});
+    EXPECT_TRUE(window.isOpen("N1"));
+    EXPECT_TRUE(nothingIsMarked());
+    EXPECT_EQ(window.taken(), Rows());
+    EXPECT_EQ(idsIn(*window.navGrid), "1");
+}
+
+TEST_F(NavTreeFillTest, OnlyTheRootIsOpenAfterARedraw) {
+    window.showSample();
+    EXPECT_EQ(treeOf(window.tree->treeModel()),
+              (Rows{"N1 'Data Browser' 1 #000000", "  N2 'Customers' 2 #ff0000", "    N4 'Orders' 3 #0000ff",
+                    "      N7 'Order' 4 #004000", "    N5 'Calls' 5 #800000", "  N3 'Products' 3 #0000ff",
+                    "    N6 'Product' 4 #004000"}));
+    EXPECT_EQ(window.openNodes(), "N1");
+    for (const auto* key : {"N2", "N3", "N4"}) window.open(key);
+    EXPECT_EQ(window.openNodes(), "N1 N2 N4 N3");
+    window.navs.DispInTV();
+    EXPECT_EQ(window.openNodes(), "N1");
+}
+
+TEST_F(NavTreeFillTest, SelectsTheLastNodeAndOpensWhatIsAboveIt) {
+    window.showSample();
+    drawWith("N7");
+    EXPECT_EQ(selected(), "N7");
+    EXPECT_EQ(window.tree->currentIndex(), window.at("N7"));
+    EXPECT_EQ(window.openNodes(), "N1 N2 N4");
+    EXPECT_TRUE(isInView("N7"));
+    drawWith("N3");
+    EXPECT_EQ(selected(), "N3");
+    EXPECT_EQ(window.openNodes(), "N1") << "the node itself stays closed";
+    drawWith("N1");
+    EXPECT_EQ(selected(), "N1");
+}
+
+TEST_F(NavTreeFillTest, ScrollsToTheLastNode) {
+    window.showSample();
+    for (int id = 100; id < 600; ++id) window.navs.Add(makeNode(id, 3, "N", "child"));
+    drawWith("N599");
+    EXPECT_EQ(selected(), "N599");
+    EXPECT_TRUE(isInView("N599"));
+    EXPECT_FALSE(isInView("N1"));
+    drawWith("N300");
+    EXPECT_TRUE(isInView("N300"));
+    drawWith("N1");
+    EXPECT_TRUE(isInView("N1"));
+    EXPECT_EQ(window.tree->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(NavTreeFillTest, ScrollsToTheLastNodeBeforeTheWindowIsShown) {
+    SchemeWindow later;
+    fillSample(later.navs);
+    for (int id = 100; id < 600; ++id) later.navs.Add(makeNode(id, 4, "N", "child"));
+    later.navs.mLastN = "N599";
+    later.navs.DispInTV();
+    ASSERT_TRUE(later.appear());
+    EXPECT_EQ(later.tree->SelectedKey(), "N599");
+    EXPECT_TRUE(later.tree->viewport()->rect().contains(later.spot("N599")));
+}
+
+TEST_F(NavTreeFillTest, KeysOfNoNodeSelectNothing) {
+    window.showSample();
+    for (const auto* key : {"", "1", "N", "N99", "n2", "N02", "2N", "Data Browser"}) {
+        drawWith("N2");
+        ASSERT_EQ(selected(), "N2");
+        drawWith(key);
+        EXPECT_TRUE(nothingIsMarked()) << key;
+        EXPECT_EQ(window.openNodes(), "N1") << key;
+        EXPECT_EQ(window.navs.mLastN, key);
+    }
+}
+
+TEST_F(NavTreeFillTest, SelectsNothingAfterTheLastNodeWasDeleted) {
+    window.showSample();
+    window.click("N2");
+    window.navs.DelNode("2");
+    window.navs.DispInTV();
+    EXPECT_TRUE(nothingIsMarked());
+    EXPECT_EQ(window.navs.mLastN, "N2");
+    EXPECT_EQ(treeOf(window.tree->treeModel()),
+              (Rows{"N1 'Data Browser' 1 #000000", "  N3 'Products' 3 #0000ff", "    N6 'Product' 4 #004000"}));
+}
+
+TEST_F(NavTreeFillTest, ANodeThatIsNotDrawnIsNotSelected) {
+    window.showSample();
+    window.navs.Add(makeNode(8, 1, "X"));
+    window.navs.Add(makeNode(9, 8, "F"));
+    for (const auto* key : {"N8", "N9"}) {
+        drawWith(key);
+        EXPECT_TRUE(nothingIsMarked()) << key;
+    }
+}
+
+TEST_F(NavTreeFillTest, AnEmptySchemeClearsTheTree) {
+    window.showSample();
+    drawWith("N2");
+    const clsNavSchemes empty;
+    window.tree->Fill(empty);
+    EXPECT_EQ(treeOf(window.tree->treeModel()), Rows());
+    EXPECT_EQ(selected(), "");
+}
+
+TEST_F(NavTreeFillTest, RedrawsRaiseNothing) {
+    window.showSample();
+    for (const auto* key : {"N7", "", "N2", "1"}) {
+        drawWith(key);
+        QCoreApplication::processEvents();
+    }
+    EXPECT_EQ(window.taken(), Rows());
+    EXPECT_EQ(idsIn(*window.webGrid), "13 12 11 14") << "nor does a redraw touch the paragraphs";
+}
+
+TEST_F(NavTreeFillTest, RedrawsLeaveNothingMarkedInATreeWithTheKeyboard) {
+    NEEDS_ACTIVE(&window);
+    window.showSample();
+    window.tree->setFocus();
+    ASSERT_TRUE(window.tree->hasFocus());
+    drawWith("N2");
+    EXPECT_EQ(selected(), "N2");
+    drawWith("1");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(nothingIsMarked());
+    EXPECT_EQ(window.taken(), Rows());
+}
+
+TEST_F(NavTreeFillTest, GettingTheKeyboardMarksNothing) {
+    NEEDS_ACTIVE(&window);
+    window.showSample();
+    window.navGrid->setFocus();
+    for (const auto reason : {Qt::TabFocusReason, Qt::OtherFocusReason, Qt::ActiveWindowFocusReason}) {
+        window.tree->setFocus(reason);
+        ASSERT_TRUE(window.tree->hasFocus());
+        EXPECT_TRUE(nothingIsMarked()) << reason;
+        window.navGrid->setFocus();
+    }
+    window.click("N1", Qt::RightButton);
+    ASSERT_TRUE(window.tree->hasFocus()) << "a right click brings it too";
+    EXPECT_TRUE(nothingIsMarked());
+}
+
+TEST_F(NavTreeFillTest, GettingTheKeyboardBackKeepsTheSelectedNode) {
+    NEEDS_ACTIVE(&window);
+    window.showSample();
+    window.click("N2");
+    window.navGrid->setFocus();
+    window.tree->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(selected(), "N2");
+    EXPECT_EQ(window.tree->currentIndex(), window.at("N2"));
+}
+
+TEST_F(NavTreeFillTest, ExpandOpensANodeOrNothing) {
+    window.showSample();
+    window.tree->Expand("N3");
+    EXPECT_EQ(window.openNodes(), "N1 N3");
+    for (const auto* key : {"", "3", "N99", "N6"}) window.tree->Expand(key);
+    EXPECT_EQ(window.openNodes(), "N1 N3");
+    EXPECT_EQ(window.taken(), Rows());
+}
+
+TEST_F(NavTreeFillTest, ShowsWhatItShowedUntilTheNextRedraw) {
+    window.showSample();
+    window.navs.Item(2)->descriptionIs = "changed";
+    window.navs.Item(2)->setTypeIs("N");
+    EXPECT_EQ(window.at("N2").data().toString(), QStringLiteral("Customers"));
+    window.navs.Remove("2");
+    EXPECT_EQ(window.at("N2").data().toString(), QStringLiteral("Customers"));
+    window.click("N2");
+    EXPECT_EQ(window.taken(), Rows{"click 2"});
+    window.navs.DispInTV();
+    EXPECT_FALSE(window.at("N2").isValid());
+}
+
+TEST_F(NavTreeFillTest, LooksAsItShould) {
+    EXPECT_EQ(window.tree->font().family(), QStringLiteral("Arial"));
+    EXPECT_DOUBLE_EQ(window.tree->font().pointSizeF(), 10);
+    EXPECT_TRUE(window.tree->font().bold());
+    ASSERT_EQ(window.tree->logicalDpiX(), 96);
+    EXPECT_EQ(window.tree->indentation(), 40) << "600 twips";
+    EXPECT_EQ(window.tree->iconSize(), QSize(16, 16));
+    EXPECT_FALSE(window.tree->rootIsDecorated());
+    EXPECT_TRUE(window.tree->isHeaderHidden());
+    EXPECT_TRUE(window.tree->uniformRowHeights());
+    EXPECT_EQ(window.tree->editTriggers(), QAbstractItemView::NoEditTriggers);
+    EXPECT_EQ(window.tree->selectionMode(), QAbstractItemView::SingleSelection);
+    EXPECT_EQ(window.tree->accessibleName(), QStringLiteral("Navigation tree"));
+}
+
+TEST_F(NavTreeFillTest, IndentsEachLevelAndGivesAllRowsOneHeight) {
+    window.showSample();
+    drawWith("N7");
+    const int height = std::max(window.tree->fontMetrics().height(), 16) + 4;
+    const std::pair<const char*, int> lefts[] = {{"N1", 0},   {"N2", 40}, {"N4", 80},
+                                                 {"N7", 120}, {"N5", 80}, {"N3", 40}};
+    int top = 0;
+    for (const auto& [key, left] : lefts) {
+        const auto place = window.tree->visualRect(window.at(key));
+        EXPECT_EQ(place.left(), left) << key;
+        EXPECT_EQ(place.top(), top) << key;
+        EXPECT_EQ(place.height(), height) << key;
+        top += height;
+    }
+}
+
+TEST_F(NavTreeFillTest, ScrollsSidewaysOnlyForLongTextsInView) {
+    window.showSample();
+    auto* bar = window.tree->horizontalScrollBar();
+    EXPECT_EQ(bar->maximum(), 0);
+    window.navs.Item(6)->descriptionIs = std::string(200, 'M');
+    redraw();
+    EXPECT_EQ(bar->maximum(), 0) << "its branch is closed";
+    window.open("N3");
+    EXPECT_GT(bar->maximum(), 1000);
+    window.tree->collapse(window.at("N3"));
+    EXPECT_EQ(bar->maximum(), 0);
+}
+
+TEST_F(NavTreeFillTest, WidensTheColumnAsLongTextsScrollIntoView) {
+    window.showSample();
+    for (int id = 100; id < 300; ++id) window.navs.Add(makeNode(id, 1, "N", "child"));
+    window.navs.Add(makeNode(300, 1, "N", std::string(200, 'M')));
+    redraw();
+    auto* bar = window.tree->horizontalScrollBar();
+    EXPECT_EQ(bar->maximum(), 0);
+    window.tree->verticalScrollBar()->setValue(window.tree->verticalScrollBar()->maximum());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bar->maximum() > 1000; }, 2000));
+    window.tree->verticalScrollBar()->setValue(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bar->maximum() == 0; }, 2000));
+}
