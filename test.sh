@@ -8,7 +8,7 @@ source packages/functions.sh
 if command -v apt-get >/dev/null; then
     install_packages packages/run.txt packages/test.txt
 else
-    say "the tests need what run.sh needs, and GoogleTest, RapidCheck, Xvfb, openbox, xdotool, strace, xprop, xwininfo and clang."
+    say "the tests need what run.sh needs, and GoogleTest, RapidCheck, Xvfb, openbox and clang with its libFuzzer."
 fi
 need_tools cmake ninja c++ clang++
 

@@ -70,10 +70,11 @@ class LoadedFile {
     static std::shared_ptr<LoadedFile> read(const std::filesystem::path& file, Fill fill) {
         auto loaded = std::make_shared<LoadedFile>();
         auto content = readFile(file);
+        if (!content.bytes) return loaded;
         loaded->bytes_ = std::move(content.bytes);
         FileReader reader(loaded->bytes_.get(), content.size);
         FileReader::Pieces pieces;
-        while (loaded->bytes_ && reader.next(pieces)) fill(loaded->append(), pieces);
+        while (reader.next(pieces)) fill(loaded->append(), pieces);
         return loaded;
     }
 

@@ -31,8 +31,17 @@ FileWriter::FileWriter(const std::filesystem::path& file) : file_(std::make_uniq
 
 FileWriter::~FileWriter() = default;
 
+bool FileWriter::isGood() const {
+    return good_;
+}
+
 void FileWriter::write(std::string_view bytes) {
-    if (piece_.size() + bytes.size() > largestPiece) writePiece();
+    while (piece_.size() + bytes.size() > largestPiece) {
+        const auto room = largestPiece - piece_.size();
+        piece_.append(bytes.substr(0, room));
+        bytes.remove_prefix(room);
+        writePiece();
+    }
     piece_.append(bytes);
 }
 

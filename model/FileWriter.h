@@ -15,6 +15,8 @@ class FileWriter {
     FileWriter(const FileWriter&) = delete;
     FileWriter& operator=(const FileWriter&) = delete;
 
+    /// Whether nothing has failed so far; right after the start, whether the file can be written.
+    [[nodiscard]] bool isGood() const;
     void write(std::string_view bytes);
     /// Puts the file in its place. @return false when anything failed since the start; the old file is then untouched
     [[nodiscard]] bool commit();

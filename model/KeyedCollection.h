@@ -63,8 +63,8 @@ class KeyedCollection {
     }
 
     void Clear() {
-        slots_ = {};
-        keys_ = {};
+        slots_ = std::vector<Pointer>();  // an empty list in braces would keep the memory
+        keys_ = std::vector<std::int32_t>();
         places_.clear();
         count_ = 0;
     }
@@ -109,4 +109,31 @@ class KeyedCollection {
     std::vector<std::int32_t> keys_;  // by slot
     KeyIndex places_;                 // key -> slot
     std::int32_t count_ = 0;
+};
+
+/// The records of a collection in order, for a for-each loop that only reads them. Each is handed out as a plain pointer,
+/// good until it is removed.
+template <class Record>
+class ReadOnlyRecords {
+  public:
+    explicit ReadOnlyRecords(const KeyedCollection<Record>& collection) : collection_(collection) {}
+
+    class Iterator {
+      public:
+        explicit Iterator(typename KeyedCollection<Record>::Iterator at) : at_(at) {}
+        const Record* operator*() const { return (*at_).get(); }
+        Iterator& operator++() {
+            ++at_;
+            return *this;
+        }
+        bool operator==(std::nullptr_t) const { return at_ == nullptr; }
+
+      private:
+        typename KeyedCollection<Record>::Iterator at_;
+    };
+    [[nodiscard]] Iterator begin() const { return Iterator(collection_.begin()); }
+    [[nodiscard]] std::nullptr_t end() const { return nullptr; }
+
+  private:
+    const KeyedCollection<Record>& collection_;
 };

@@ -90,10 +90,10 @@ class clsNavSchemes {
     bool Renumber();
     /// A copy of the node filed under `skey` that is not in the scheme; an empty one when there is none.
     [[nodiscard]] Pointer CloneNav(std::string_view skey) const;
-    /// Stores a new or edited node if it obeys the rules; otherwise says why not. Draws nothing.
+    /// Stores a copy of a new or edited node if it obeys the rules; otherwise says why not. Draws nothing.
     /// @return whether it was stored
     [[nodiscard]] bool FuseNav(const Pointer& oFuse);
-    /// Stores a new or edited paragraph, having emptied the fields that its type does not use; refuses one without
+    /// Stores a copy of a new or edited paragraph, having emptied the fields that its type does not use; refuses one without
     /// a query, and says so. Draws nothing. @return whether it was stored
     [[nodiscard]] bool FuseWeb(const clsWebSchemes::Pointer& oFuse);
 

@@ -1,3 +1,5 @@
+#include <new>
+
 #include "model/FileReader.h"
 #include "model/FileWriter.h"
 #include "model/LineBuilder.h"
@@ -44,9 +46,13 @@ bool clsNavSchemes::SaveData(const std::filesystem::path& vFile) const {
 
 bool clsNavSchemes::LoadData(const std::filesystem::path& vFile) {
     nodes_.Clear();
-    const auto loaded = LoadedFile<clsNavScheme>::read(vFile, fill);
-    nodes_.Reserve(loaded->count());
-    LoadedFile<clsNavScheme>::handOver(loaded, [this](Pointer node) { nodes_.Add(std::move(node)); });
+    try {
+        const auto loaded = LoadedFile<clsNavScheme>::read(vFile, fill);
+        nodes_.Reserve(loaded->count());
+        LoadedFile<clsNavScheme>::handOver(loaded, [this](Pointer node) { nodes_.Add(std::move(node)); });
+    } catch (const std::bad_alloc&) {
+        nodes_.Clear();  // a file too large for the memory cannot be read
+    }
     DispInTV();
     return true;
 }

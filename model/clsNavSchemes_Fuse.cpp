@@ -87,7 +87,8 @@ bool clsNavSchemes::FuseNav(const Pointer& oFuse) {
           refusalOfType(oFuse->typeIs(), GetChildren(*oFuse)), refusalOfQuery(oFuse->typeIs(), oFuse->queryIs())})
         if (!refusal.empty()) return refuse(inform, refusal);
 
-    if (isNew) return Add(oFuse) || refuse(inform, refusalOfKey);
+    // A copy is stored: the caller may go on editing, and what it then is refused must not be in the scheme.
+    if (isNew) return Add(std::make_shared<clsNavScheme>(*oFuse)) || refuse(inform, refusalOfKey);
     const auto stored = Item(oFuse->ID);
     if (!stored) return refuse(inform, refusalOfKey);
     stored->ID = oFuse->ID;
@@ -105,6 +106,6 @@ bool clsNavSchemes::FuseWeb(const clsWebSchemes::Pointer& oFuse) {
     const bool isNew = !oWebs.HasID(oFuse->ID);
     if (oFuse->queryIs.empty()) return refuse(inform, "Query field cannot be blank...");
     normalise(*oFuse);
-    const bool stored = isNew ? oWebs.Add(oFuse) : oWebs.Update(*oFuse);
+    const bool stored = isNew ? oWebs.Add(std::make_shared<clsWebScheme>(*oFuse)) : oWebs.Update(*oFuse);
     return stored || refuse(inform, refusalOfKey);
 }

@@ -1,4 +1,5 @@
 #include <utility>
+#include <vector>
 
 #include "model/clsNavSchemes.h"
 

@@ -36,7 +36,7 @@ class clsWebSchemes {
     /// Removes the paragraph at `position`, counted from 1.
     void Remove(std::int32_t position);
     /// The paragraphs in collection order, for a for-each loop.
-    [[nodiscard]] const KeyedCollection<clsWebScheme>& NewEnum() const { return paragraphs_; }
+    [[nodiscard]] ReadOnlyRecords<clsWebScheme> NewEnum() const { return ReadOnlyRecords(paragraphs_); }
 
     /// The largest ID as text; "0" when there is none above 0.
     [[nodiscard]] std::string MaxID() const;

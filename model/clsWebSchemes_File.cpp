@@ -1,3 +1,5 @@
+#include <new>
+
 #include "model/FileReader.h"
 #include "model/FileWriter.h"
 #include "model/LineBuilder.h"
@@ -47,8 +49,13 @@ bool clsWebSchemes::SaveData(const std::filesystem::path& vFile) const {
 
 bool clsWebSchemes::LoadData(const std::filesystem::path& vFile) {
     ClearAll();
-    const auto loaded = LoadedFile<clsWebScheme>::read(vFile, fill);
-    paragraphs_.Reserve(loaded->count());
-    LoadedFile<clsWebScheme>::handOver(loaded, [this](Pointer paragraph) { paragraphs_.Add(std::move(paragraph)); });
+    try {
+        const auto loaded = LoadedFile<clsWebScheme>::read(vFile, fill);
+        paragraphs_.Reserve(loaded->count());
+        LoadedFile<clsWebScheme>::handOver(loaded,
+                                           [this](Pointer paragraph) { paragraphs_.Add(std::move(paragraph)); });
+    } catch (const std::bad_alloc&) {
+        ClearAll();  // a file too large for the memory cannot be read
+    }
     return true;
 }

@@ -8,6 +8,7 @@
 #include <QSettings>
 #include <QTreeView>
 
+#include "model/FileWriter.h"
 #include "views/MessageBox.h"
 
 namespace {
@@ -32,6 +33,9 @@ QString refusal(const QFileInfo& file) {
     if (file.exists() && !file.isFile()) return QStringLiteral("This is no file to save in:\n%1").arg(name);
     if (file.exists() && !file.isWritable()) return QStringLiteral("This file is write-protected:\n%1").arg(name);
     if (!folder.isWritable()) return QStringLiteral("No file can be written in the folder\n%1").arg(folderName);
+    // Last, begin a save and give it up: a name may be too long, or the system refuse it for reasons of its own.
+    if (!FileWriter(file.filesystemAbsoluteFilePath()).isGood())
+        return QStringLiteral("This file cannot be written:\n%1").arg(name);
     return {};
 }
 
@@ -92,7 +96,8 @@ class FileDialog final : public QFileDialog {
     }
 };
 
-// QFileDialog writes where it has been into a settings file of the user; lead it nowhere.
+// QFileDialog writes where it has been into a settings file of the user; lead it nowhere. (Where the settings are no
+// file, on Windows and macOS, this has no effect.)
 void keepNoHistory() {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral(":/nowhere"));
 }

@@ -1,6 +1,7 @@
 #include "shell/HelpFile.h"
 
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileInfo>
 #include <QPointer>
 #include <QProcess>
@@ -12,7 +13,7 @@
 namespace {
 
 void reportNoViewer(QWidget* window, const QString& path) {
-    showMessage(window, QStringLiteral("No program was found that shows the help file:\n%1").arg(path));
+    showMessage(window, QStringLiteral("No program was found that shows the help file:\n%1").arg(QDir::toNativeSeparators(path)));
 }
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
@@ -49,5 +50,5 @@ void HelpFile::show(QWidget* window) const {
     if (QFileInfo(path_).isFile())
         open(path_, window);
     else
-        showMessage(window, QStringLiteral("The help file was not found:\n%1").arg(path_));
+        showMessage(window, QStringLiteral("The help file was not found:\n%1").arg(QDir::toNativeSeparators(path_)));
 }

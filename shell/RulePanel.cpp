@@ -58,7 +58,7 @@ constexpr Legend legends[] = {
     {"Rules Explained:", 4320, 240, explanationWidth, oneLine, textColour},
     {"(F)-Fixed Node , can have (N, any number) of (F), (G), (R) and/or (N) as Child Nodes.", 4320, 720,
      explanationWidth, twoLines, red},
-    {"(G), Generating Node MUST have only ONE child which is of type (G), (R) or (N). Only One Child Node Must "
+    {"(G), Generating Node MUST have only ONE child which is of type (G), (R) or (N). Only One Child Node must "
      "Exist!",
      4320, 1380, explanationWidth, twoLines, blue},
     {"(R), Recurring Node and (N)-Non-Generating Node cannot have any child nodes.", 4320, 2040, explanationWidth,

@@ -48,6 +48,11 @@ void fIntro::keyPressEvent(QKeyEvent* event) {
     keys_.pressed(*event);
 }
 
+void fIntro::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange) keys_.forget();
+    QDialog::changeEvent(event);
+}
+
 void fIntro::keyReleaseEvent(QKeyEvent* event) {
     if (!keys_.released(*event)) return;
     if (event->key() == Qt::Key_Escape) close();

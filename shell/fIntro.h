@@ -15,6 +15,7 @@ class fIntro final : public QDialog {
   protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
   private:
     const HelpFile& help_;

@@ -28,3 +28,8 @@ QString decode(std::string_view bytes) {
     return text;
 #endif
 }
+
+QString decodeForCell(std::string_view bytes) {
+    constexpr std::size_t most = 1000;
+    return decode(bytes.substr(0, most));
+}

@@ -7,3 +7,7 @@
 /// elsewhere. Every byte becomes one character; the five that Windows-1252 leaves free become the control characters
 /// of the same number.
 [[nodiscard]] QString decode(std::string_view bytes);
+
+/// The same for a cell of the tree or a grid: the first 1,000 bytes, more than any cell can show. Painting the whole of
+/// a text of some megabytes, which a wrong file may hold, would freeze the window.
+[[nodiscard]] QString decodeForCell(std::string_view bytes);

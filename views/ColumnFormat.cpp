@@ -1,5 +1,7 @@
 #include "views/ColumnFormat.h"
 
+#include <algorithm>
+
 namespace {
 
 Qt::Alignment alignmentOf(char mark) {

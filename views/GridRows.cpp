@@ -1,6 +1,7 @@
 #include "views/GridRows.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 

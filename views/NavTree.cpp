@@ -51,7 +51,6 @@ NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), 
     setIconSize({pictureSize, pictureSize});
     setIndentation(toPixels(indentationTwips, logicalDpiX()));
     setRootIsDecorated(false);
-    setExpandsOnDoubleClick(false);
     setHeaderHidden(true);
     setHorizontalScrollMode(ScrollPerPixel);
     header()->setStretchLastSection(false);
@@ -65,6 +64,7 @@ NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), 
     connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
         open_.erase(model_.rowOf(index));
         forgetDeepBranches(index);
+        selectInsteadOfHidden(index);
     });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &NavTree::fitColumn);
 }
@@ -108,9 +108,9 @@ void NavTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
 }
 
 // What stays open below a closed branch is opened again, by recursion, with that branch.
-void NavTree::forgetDeepBranches(const QModelIndex& closed) {
-    if (model_.snapshot().depth() <= mostNestedLevels) return;
-    const auto top = model_.rowOf(closed);
+void NavTree::forgetDeepBranches(const QModelIndex& branch) {
+    if (!branch.isValid() || model_.snapshot().depth() <= mostNestedLevels) return;
+    const auto top = model_.rowOf(branch);
     std::vector<std::uint32_t> deep;
     for (const auto row : open_) {
         std::size_t levels = 0;
@@ -126,6 +126,20 @@ void NavTree::forgetDeepBranches(const QModelIndex& closed) {
         collapse(model_.indexOf(row));
         open_.erase(row);
     }
+}
+
+// A selected node that nobody sees must not take the next key: the branch that was closed over it takes its place.
+void NavTree::selectInsteadOfHidden(const QModelIndex& closed) {
+    auto above = currentIndex();
+    while (above.isValid() && above != closed) above = above.parent();
+    if (above.isValid() && above != currentIndex())
+        selectionModel()->setCurrentIndex(closed, QItemSelectionModel::ClearAndSelect);
+}
+
+// A layout of all rows goes down every open branch by recursion.
+void NavTree::doItemsLayout() {
+    forgetDeepBranches(model_.index(0, 0));
+    QTreeView::doItemsLayout();
 }
 
 // The one column is as wide as the rows in view need, and at least as wide as the view.
@@ -185,7 +199,7 @@ void NavTree::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void NavTree::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::RightButton) QTreeView::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton) QTreeView::mousePressEvent(event);
 }
 
 // Two clicks, with either button. The base class would also take them for the opening of the node.
@@ -199,10 +213,8 @@ void NavTree::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void NavTree::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::RightButton)
-        QTreeView::mouseReleaseEvent(event);
-    else if (MouseUp)
-        MouseUp(buttonRight);
+    if (event->button() == Qt::LeftButton) QTreeView::mouseReleaseEvent(event);
+    if (event->button() == Qt::RightButton && MouseUp) MouseUp(buttonRight);
 }
 
 // The base class selects the first node when the tree gets the focus; here nothing stays selected.

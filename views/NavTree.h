@@ -16,7 +16,7 @@
 /// go. A right press leaves the selection alone.
 ///
 /// QTreeView lays out, scrolls to and reopens nested open branches by recursion, which overflows the stack in a tree
-/// of some 30,000 levels. So no more than `mostNestedLevels` are ever opened at one stroke.
+/// of some 30,000 levels. So it never has to do more than `mostNestedLevels` at one stroke.
 class NavTree final : public QTreeView, public NavTreeView {
   public:
     static constexpr std::size_t mostNestedLevels = 1000;
@@ -44,12 +44,14 @@ class NavTree final : public QTreeView, public NavTreeView {
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
     void updateGeometries() override;
+    void doItemsLayout() override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                          const QEvent* event) const override;
 
   private:
     void click(const QModelIndex& index);
-    void forgetDeepBranches(const QModelIndex& closed);
+    void forgetDeepBranches(const QModelIndex& branch);
+    void selectInsteadOfHidden(const QModelIndex& closed);
     void fitColumn();
 
     TreeModel model_;

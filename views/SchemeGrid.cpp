@@ -58,14 +58,18 @@ void SchemeGrid::fitColumns() {
 
 // A right click acts on the current row: it must not make another row current.
 void SchemeGrid::mousePressEvent(QMouseEvent* event) {
-    if (event->button() != Qt::RightButton) QTableView::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton) QTableView::mousePressEvent(event);
 }
 
 void SchemeGrid::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::RightButton)
-        mouseUp(buttonRight);
-    else
-        QTableView::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton) QTableView::mouseReleaseEvent(event);
+    if (event->button() == Qt::RightButton) mouseUp(buttonRight);
+}
+
+// A click always selects the row, with Ctrl too; one beside the rows changes nothing.
+QItemSelectionModel::SelectionFlags SchemeGrid::selectionCommand(const QModelIndex& index, const QEvent*) const {
+    if (!index.isValid()) return QItemSelectionModel::NoUpdate;
+    return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 }
 
 // The base class makes a row current when the grid gets the focus; here the header row stays it.

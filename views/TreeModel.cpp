@@ -53,11 +53,11 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     const auto& row = shown_.row(rowOf(index));
     const auto* type = nodeType(row.picture);
     switch (role) {
-        case Qt::DisplayRole: return decode(row.text.view());
+        case Qt::DisplayRole: return decodeForCell(row.text.view());
         case Qt::DecorationRole: return images_.icon(static_cast<int>(row.picture));
         case Qt::ForegroundRole: return QBrush(QColor(type ? type->treeColour : qRgb(0, 0, 0)));
         case Qt::AccessibleTextRole:
-            return QStringLiteral("%1, %2").arg(decode(row.text.view()),
+            return QStringLiteral("%1, %2").arg(decodeForCell(row.text.view()),
                                                 type ? spokenType(type) : QStringLiteral("Root node"));
         default: return {};
     }

@@ -58,11 +58,23 @@ struct FuseNav : testing::Test {
 
 }  // namespace
 
-TEST_F(FuseNav, AddsANewNodeItself) {
-    const auto node = makeNode(9, 5, "R", "new", "spX", "Text", "leaf", "Boss");
-    expectStored(node);
-    EXPECT_EQ(navs.Item(9), node);
+TEST_F(FuseNav, AddsANewNodeAtTheEnd) {
+    expectStored(makeNode(9, 5, "R", "new", "spX", "Text", "leaf", "Boss"));
+    EXPECT_EQ(rowOf(*navs.Item(9)), "9|new|R|5|spX|Text|leaf|Boss");
     EXPECT_EQ(idsOf(navs), "1 2 3 4 5 6 7 8 9");
+}
+
+TEST_F(FuseNav, WhatIsEditedAfterwardsIsNotInTheScheme) {
+    const auto node = makeNode(9, 5, "R", "new", "spX");
+    expectStored(node);
+    node->descriptionIs = "edited again";
+    node->setQueryIs("");
+    EXPECT_FALSE(navs.FuseNav(node));
+    EXPECT_EQ(messages, std::vector<std::string>{refusedWithoutQuery});
+    EXPECT_EQ(rowOf(*navs.Item(9)), "9|new|R|5|spX|||");
+    node->setQueryIs("spY");
+    EXPECT_TRUE(navs.FuseNav(node)) << "now an existing one";
+    EXPECT_EQ(rowOf(*navs.Item(9)), "9|edited again|R|5|spY|||");
 }
 
 TEST_F(FuseNav, WritesOverAnExistingNode) {

@@ -47,12 +47,24 @@ TEST_F(FuseWeb, KeepsFormAndColumnsOfEveryOtherType) {
         expectNormalised(type, "8", "2:3");
 }
 
-TEST_F(FuseWeb, AddsANewParagraphItself) {
+TEST_F(FuseWeb, AddsANewParagraphAtTheEnd) {
+    navs.oWebs.Add(makeParagraph(6, 1));
+    EXPECT_TRUE(navs.FuseWeb(makeFullParagraph(5, "S")));
+    EXPECT_EQ(rowsOf(navs.oWebs), (Rows{"6|1|0|||||0||", "5|4|6|Orders|spW_Orders|Lkey|S|0|2:3|more"}));
+    EXPECT_EQ(messages, std::vector<std::string>());
+}
+
+TEST_F(FuseWeb, WhatIsEditedAfterwardsIsNotInTheScheme) {
     const auto paragraph = makeFullParagraph(5, "S");
     EXPECT_TRUE(navs.FuseWeb(paragraph));
-    EXPECT_EQ(navs.oWebs.Item(5), paragraph);
+    paragraph->titleIs = "edited again";
+    paragraph->queryIs = "";
+    EXPECT_FALSE(navs.FuseWeb(paragraph));
+    EXPECT_EQ(messages, std::vector<std::string>{refusedWithoutQuery});
     EXPECT_EQ(rowsOf(navs.oWebs), Rows{"5|4|6|Orders|spW_Orders|Lkey|S|0|2:3|more"});
-    EXPECT_EQ(messages, std::vector<std::string>());
+    paragraph->queryIs = "spY";
+    EXPECT_TRUE(navs.FuseWeb(paragraph)) << "now an existing one";
+    EXPECT_EQ(rowsOf(navs.oWebs), Rows{"5|4|6|edited again|spY|Lkey|S|0|2:3|more"});
 }
 
 TEST_F(FuseWeb, WritesOverAnExistingParagraphButKeepsItsExtra) {

@@ -135,12 +135,21 @@ inline std::string allBytesBut(std::string_view left) {
 
 // --- files ---
 
+/// Where the tests put their folders: in memory where the system has room there, since saving waits for the disk.
+inline std::filesystem::path placeForFolders() {
+    const std::filesystem::path memory = "/dev/shm";
+    std::error_code error;
+    const auto space = std::filesystem::space(memory, error);
+    constexpr std::uintmax_t enough = std::uintmax_t{512} << 20;
+    return !error && space.available > enough ? memory : std::filesystem::temp_directory_path();
+}
+
 /// A new folder that is removed with all that is in it.
 class TempFolder {
   public:
     TempFolder() {
         std::random_device random;
-        do path_ = std::filesystem::temp_directory_path() / ("wizard-test-" + std::to_string(random()));
+        do path_ = placeForFolders() / ("wizard-test-" + std::to_string(random()));
         while (!std::filesystem::create_directory(path_));
     }
     ~TempFolder() {

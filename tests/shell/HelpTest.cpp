@@ -20,8 +20,6 @@ class SearchPath {
 
 class Help : public testing::Test {
   protected:
-    Help() { std::filesystem::create_directory(programs); }
-
     // Makes the desktop's opener: a script that writes down what it is called with, and then does this.
     void makeOpener(const std::string& then) {
         const auto opener = programs / "xdg-open";
@@ -40,10 +38,10 @@ class Help : public testing::Test {
     }
 
     const TempFolder folder;
-    const std::filesystem::path programs = folder / "programs";
+    const ProgramsFolder programs;
     const std::filesystem::path calls = folder / "calls";
     const std::filesystem::path helpFile = folder / "Pelmo.chm";
-    const SearchPath searchPath{programs};
+    const SearchPath searchPath{programs.path()};
     const HelpFile help{text(folder.path().string())};
 };
 

@@ -14,6 +14,7 @@
 #include <QPointer>
 #include <QScreen>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <QTreeView>
@@ -56,6 +57,20 @@ inline int pixels(double twips, const QWidget& widget) {
 inline QRect pixels(double left, double top, double width, double height, const QWidget& widget) {
     return {pixels(left, widget), pixels(top, widget), pixels(width, widget), pixels(height, widget)};
 }
+
+// --- files ---
+
+/// A new folder for programs that a test makes and runs, removed with all that is in it. Other temporary folders may
+/// stand where nothing can be run.
+class ProgramsFolder {
+  public:
+    ProgramsFolder() { EXPECT_TRUE(folder_.isValid()); }
+    [[nodiscard]] std::filesystem::path path() const { return folder_.path().toStdString(); }
+    [[nodiscard]] std::filesystem::path operator/(const std::string& name) const { return path() / name; }
+
+  private:
+    QTemporaryDir folder_{QCoreApplication::applicationDirPath() + text("/wizard-test-XXXXXX")};
+};
 
 // --- widgets ---
 
@@ -183,12 +198,14 @@ inline Answers::Answer reading(const std::string& expected) {
         EXPECT_EQ(box->icon(), QMessageBox::Information);
         EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
         EXPECT_EQ(box->buttons().size(), 1);
+        activate(window);
         press(window, Qt::Key_Return);
     };
 }
 
 /// What is to be done with a window: Esc.
 inline void escape(QDialog& window) {
+    activate(window);
     press(window, Qt::Key_Escape);
 }
 

@@ -37,7 +37,7 @@ const Label rules[] = {
     {"Rules Explained:", 4320, 240, black},
     {"(F)-Fixed Node , can have (N, any number) of (F), (G), (R) and/or (N) as Child Nodes.", 4320, 720,
      QColor(255, 0, 0)},
-    {"(G), Generating Node MUST have only ONE child which is of type (G), (R) or (N). Only One Child Node Must Exist!",
+    {"(G), Generating Node MUST have only ONE child which is of type (G), (R) or (N). Only One Child Node must Exist!",
      4320, 1380, QColor(0, 0, 255)},
     {"(R), Recurring Node and (N)-Non-Generating Node cannot have any child nodes.", 4320, 2040, black},
 };

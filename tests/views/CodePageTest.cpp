@@ -54,6 +54,15 @@ TEST(CodePage, KeepsTextsWithAZeroByteWhole) {
     EXPECT_EQ(decode({}), QString());
 }
 
+TEST(CodePage, ShowsTheFirstThousandBytesInACell) {
+    EXPECT_EQ(decodeForCell(""), QString());
+    EXPECT_EQ(decodeForCell("\x80 and more"), QStringView(u"€ and more"));
+    EXPECT_EQ(decodeForCell(std::string(999, 'a') + "b"), QString(999, u'a') + u'b');
+    EXPECT_EQ(decodeForCell(std::string(999, 'a') + "bc"), QString(999, u'a') + u'b');
+    EXPECT_EQ(decodeForCell(std::string(3000000, 'a')).size(), 1000);
+    EXPECT_EQ(decode(std::string(3000, 'a')).size(), 3000) << "elsewhere all of it";
+}
+
 TEST(CodePage, DoesNotTakeBytesForUtf8) {
     EXPECT_EQ(decode("\xC3\xA4"), QStringView(u"Ã¤"));
     EXPECT_EQ(decode("\xE2\x82\xAC"), QStringView(u"â‚¬"));

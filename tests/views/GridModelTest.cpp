@@ -68,6 +68,13 @@ TEST_F(GridModelTest, ShowsTheCells) {
     EXPECT_EQ(each(9, text(paragraphs, 0)), (Rows{"5", "2", "0", "Pictures", "", "", "T", "0", ""}));
 }
 
+TEST_F(GridModelTest, ShowsTheStartOfAVeryLongText) {
+    navs.Item(2)->descriptionIs = std::string(5000, 'a');
+    nodes.show(std::make_unique<NavGridRows>(navs));
+    EXPECT_EQ(nodes.index(1, 1).data().toString(), QString(1000, u'a'));
+    EXPECT_EQ(nodes.rows().cell(1, 1).size(), 5000U) << "the row itself keeps all of it";
+}
+
 TEST_F(GridModelTest, ColoursEveryCellOfARow) {
     const auto colour = [](const GridModel& model, int row) {
         return [&model, row](int column) {

@@ -209,10 +209,50 @@ TEST_F(NavTreeMouseTest, ARightDoubleClickIsTwoRightClicks) {
     EXPECT_EQ(window.taken(), Rows{"click 3"}) << "and does not swallow the next click";
 }
 
-TEST_F(NavTreeMouseTest, LeftAndMiddleButtonsAreNoRightClick) {
-    window.click("N2");
+TEST_F(NavTreeMouseTest, OtherButtonsDoNothing) {
+    for (const auto button : {Qt::MiddleButton, Qt::BackButton}) {
+        window.click("N2", button);
+        EXPECT_EQ(selected(), "");
+        click(window.boxOf("N2"), button);
+        EXPECT_EQ(window.openNodes(), "N1");
+    }
+    window.click("N3");
     window.click("N2", Qt::MiddleButton);
-    EXPECT_EQ(window.taken(), Rows{"click 2"});
+    EXPECT_EQ(selected(), "N3");
+    EXPECT_EQ(window.taken(), Rows{"click 3"});
+}
+
+TEST_F(NavTreeMouseTest, ClosingABranchOverTheSelectedNodeSelectsTheBranch) {
+    window.open("N2");
+    window.open("N4");
+    window.click("N7");
+    window.events.clear();
+    click(window.boxOf("N2"));
+    EXPECT_EQ(selected(), "N2");
+    EXPECT_EQ(window.tree->currentIndex(), window.at("N2"));
+    EXPECT_EQ(window.taken(), Rows()) << "which is no click";
+    EXPECT_EQ(window.navs.mLastN, "N7");
+    EXPECT_EQ(idsIn(*window.webGrid), "14");
+    click(window.boxOf("N2"));
+    EXPECT_EQ(selected(), "N2") << "nor does opening it bring the node back";
+    window.tree->setFocus();
+    typeKey(&window, Qt::Key_Delete);
+    EXPECT_EQ(window.taken(), Rows{"delete 2"});
+}
+
+TEST_F(NavTreeMouseTest, ClosingAnotherBranchLeavesTheSelectionAlone) {
+    window.open("N2");
+    window.open("N3");
+    window.click("N3");
+    click(window.boxOf("N2"));
+    EXPECT_EQ(selected(), "N3");
+    click(window.boxOf("N3"));
+    EXPECT_EQ(selected(), "N3") << "the closed node itself";
+    window.navs.mLastN = "";
+    window.navs.DispInTV();
+    click(window.boxOf("N2"));
+    click(window.boxOf("N2"));
+    EXPECT_EQ(selected(), "") << "and with nothing selected nothing gets it";
 }
 
 TEST_F(NavTreeMouseTest, AClickMayRedrawTheTree) {

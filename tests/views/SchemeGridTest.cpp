@@ -103,6 +103,20 @@ TEST_F(SchemeGridTest, DoesNotWidenAColumnForLongTexts) {
     EXPECT_EQ(window.navGrid->rowHeight(0), window.navGrid->rowHeight(1)) << "nor is a long text wrapped";
 }
 
+TEST_F(SchemeGridTest, IsForViewing) {
+    for (const auto* grid : grids) {
+        EXPECT_EQ(grid->editTriggers(), QAbstractItemView::NoEditTriggers);
+        EXPECT_EQ(grid->selectionBehavior(), QAbstractItemView::SelectRows);
+        EXPECT_EQ(grid->selectionMode(), QAbstractItemView::SingleSelection);
+        EXPECT_FALSE(grid->tabKeyNavigation());
+        EXPECT_FALSE(grid->wordWrap());
+        EXPECT_FALSE(grid->isSortingEnabled());
+        EXPECT_EQ(grid->horizontalScrollMode(), QAbstractItemView::ScrollPerPixel);
+        EXPECT_EQ(grid->horizontalHeader()->sectionResizeMode(0), QHeaderView::Interactive);
+        EXPECT_EQ(grid->verticalHeader()->sectionResizeMode(0), QHeaderView::Fixed);
+    }
+}
+
 TEST_F(SchemeGridTest, HasRowsOfOneHeight) {
     for (const auto* grid : grids)
         for (int row = 0; row < grid->model()->rowCount(); ++row)
@@ -147,14 +161,32 @@ TEST_F(SchemeGridTest, MovesWithTheArrowKeys) {
     }
 }
 
-TEST_F(SchemeGridTest, LeavesTheCurrentRowAloneOnARightPress) {
+TEST_F(SchemeGridTest, LeavesTheCurrentRowAloneOnARightOrMiddlePress) {
     for (auto* grid : grids) {
-        clickAt(grid->viewport(), cell(*grid, 2), Qt::RightButton);
-        EXPECT_EQ(current(*grid), -1);
+        for (const auto button : {Qt::RightButton, Qt::MiddleButton}) {
+            fillBoth();
+            clickAt(grid->viewport(), cell(*grid, 2), button);
+            EXPECT_EQ(current(*grid), -1);
+            clickAt(grid->viewport(), cell(*grid, 1));
+            clickAt(grid->viewport(), cell(*grid, 3), button);
+            EXPECT_EQ(current(*grid), 1);
+            EXPECT_EQ(selected(*grid), 1);
+        }
+    }
+}
+
+TEST_F(SchemeGridTest, KeepsTheRowSelectedWithControlOrShift) {
+    for (auto* grid : grids) {
         clickAt(grid->viewport(), cell(*grid, 1));
-        clickAt(grid->viewport(), cell(*grid, 3), Qt::RightButton);
+        clickAt(grid->viewport(), cell(*grid, 1), Qt::LeftButton, Qt::ControlModifier);
         EXPECT_EQ(current(*grid), 1);
         EXPECT_EQ(selected(*grid), 1);
+        clickAt(grid->viewport(), cell(*grid, 3), Qt::LeftButton, Qt::ShiftModifier);
+        EXPECT_EQ(selected(*grid), 3);
+        EXPECT_EQ(grid->selectionModel()->selectedRows().size(), 1);
+        clickAt(grid->viewport(), cell(*grid, 3), Qt::LeftButton, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(current(*grid), 3);
+        EXPECT_EQ(selected(*grid), 3);
     }
 }
 

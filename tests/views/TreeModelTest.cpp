@@ -114,6 +114,13 @@ TEST_F(TreeModelTest, SaysATextWithPlaceholdersAsItStands) {
     EXPECT_EQ(at("N2").data(Qt::AccessibleTextRole).toString(), QStringLiteral("%2 of %1, Fixed node"));
 }
 
+TEST_F(TreeModelTest, ShowsTheStartOfAVeryLongText) {
+    navs.Item(2)->descriptionIs = std::string(5000, 'a');
+    model.show(TreeSnapshot(navs));
+    EXPECT_EQ(at("N2").data().toString(), QString(1000, u'a'));
+    EXPECT_EQ(at("N2").data(Qt::AccessibleTextRole).toString(), QString(1000, u'a') + QStringLiteral(", Fixed node"));
+}
+
 TEST_F(TreeModelTest, HasNothingElseToShow) {
     for (const auto role : {Qt::ToolTipRole, Qt::StatusTipRole, Qt::FontRole, Qt::TextAlignmentRole,
                             Qt::BackgroundRole, Qt::CheckStateRole, Qt::SizeHintRole})

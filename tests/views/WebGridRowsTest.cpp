@@ -119,6 +119,17 @@ TEST(WebGridRows, OutliveTheParagraphs) {
               (Rows{"21|4|6|Orders|spW_Orders|Lkey|S|8|2:3", "22|4|0|a title in memory of its own|||T|0|"}));
 }
 
+namespace {
+
+struct RowsOfLastFill final : WebGridView {
+    void Place(Twips, Twips, Twips, Twips) override {}
+    void Fill(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) override { rows = WebGridRows(paragraphs); }
+    [[nodiscard]] std::string CurrentText(int) const override { return {}; }
+    WebGridRows rows;
+};
+
+}  // namespace
+
 TEST(WebGridRows, OutliveTheFileThatTheParagraphsCameFrom) {
     // Large enough for memory of its own, which the system takes back.
     std::string first;
@@ -131,11 +142,12 @@ TEST(WebGridRows, OutliveTheFileThatTheParagraphsCameFrom) {
     clsWebSchemes webs;
     loadBytes(webs, first);
     ASSERT_EQ(webs.Count(), 20000);
-    const auto slots = webs.NewEnum().Slots();
-    const WebGridRows rows(slots);
+    RowsOfLastFill grid;
+    webs.SetGrid(grid, 0, 0, 0, 0);
+    webs.DispInGrid(0);
     loadBytes(webs, second);
     ASSERT_EQ(webs.Item(20000)->titleIs, "SECOND");
-    const auto cells = cellsOf(rows, 9);
+    const auto cells = cellsOf(grid.rows, 9);
     ASSERT_EQ(cells.size(), 20000U);
     EXPECT_EQ(cells.front(), "1|3|4|first 1|query|Lkey|S|8|2:3");
     EXPECT_EQ(cells.back(), "20000|3|4|first 20000|query|Lkey|S|8|2:3");

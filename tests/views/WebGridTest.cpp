@@ -75,6 +75,9 @@ TEST_F(WebGridTest, ReadsBytesAsTheyAre) {
     grid()->Fill(Paragraphs{makeParagraph(1, 2, "H", "\x80\xE4")});
     clickAt(grid()->viewport(), row(0));
     EXPECT_EQ(grid()->CurrentText(3), "\x80\xE4");
+    grid()->Fill(Paragraphs{makeParagraph(1, 2, "H", std::string(5000, 'a'))});
+    clickAt(grid()->viewport(), row(0));
+    EXPECT_EQ(grid()->CurrentText(3), std::string(5000, 'a')) << "longer than what the cell shows";
 }
 
 TEST_F(WebGridTest, NamesTheHeaderOnARightClickAfterAFill) {

@@ -1,0 +1,228 @@
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QProcess>
+#include <QStandardPaths>
+#include <regex>
+#include <set>
+#include <sstream>
+
+#include "Helpers.h"
+
+// The program itself, with its own main function, used from start to end; and every file that it touches on its way.
+
+namespace {
+
+constexpr int longest = 90'000;  // milliseconds
+
+const std::string whatItFinds =
+    "name: Reporting Scheme Wizard for Pelmo\n"
+    "icon: given\n"
+    "style: fusion\n"
+    "font: Arial\n"
+    "maximized: yes\n"
+    "new nodes: 1\n"
+    "nodes: 70\n"
+    "paragraphs: 105\n"
+    "end: reached\n";
+
+struct Call {
+    std::string line;
+    std::string name;
+    Rows paths;  // absolute
+};
+
+bool startsWith(const std::string& path, const std::string& folder) {
+    return path == folder || path.starts_with(folder + "/");
+}
+
+// Devices and processes; but not the folders of the tests, which may stand in memory.
+bool isOfTheSystem(const std::string& path) {
+    return (startsWith(path, "/dev") || startsWith(path, "/proc")) && path.find("/wizard-test-") == std::string::npos;
+}
+
+// The calls of a log that name files.
+std::vector<Call> readLog(const std::filesystem::path& log) {
+    // 123 openat(AT_FDCWD</home>, "in/it", O_RDONLY) = 3</home/in/it>
+    static const std::regex call(R"(^\d+ +([a-z_0-9]+)\((.*)$)");
+    static const std::regex path(R"re((?:<([^>]*)>, )?"((?:[^"\\]|\\.)*)")re");
+    std::vector<Call> calls;
+    std::ifstream in(log);
+    for (std::string line; std::getline(in, line);) {
+        std::smatch match;
+        if (!std::regex_match(line, match, call)) continue;
+        Call found{line, match[1], {}};
+        const std::string arguments = match[2];
+        for (std::sregex_iterator it(arguments.begin(), arguments.end(), path), end; it != end; ++it) {
+            const std::filesystem::path named((*it)[2].str());
+            found.paths.push_back((std::filesystem::path((*it)[1].str()) / named).lexically_normal().string());
+        }
+        calls.push_back(found);
+    }
+    return calls;
+}
+
+bool changesFiles(const Call& call) {
+    if (call.line.ends_with("EEXIST (File exists)")) return false;  // it would only have been made
+    static const std::set<std::string> changing = {
+        "creat",    "mkdir",    "mkdirat",  "rmdir",    "unlink",    "unlinkat",  "rename",    "renameat",
+        "renameat2", "link",    "linkat",   "symlink",  "symlinkat", "mknod",     "mknodat",   "truncate",
+        "chmod",    "fchmodat", "chown",    "lchown",   "fchownat",  "utime",     "utimes",    "utimensat",
+        "futimesat", "setxattr", "lsetxattr", "removexattr"};
+    if (changing.contains(call.name)) return true;
+    static const std::regex writing(R"(O_(WRONLY|RDWR|CREAT|TRUNC|APPEND))");
+    return call.name.starts_with("open") && std::regex_search(call.line, writing);
+}
+
+class Program : public testing::Test {
+  protected:
+    Program() {
+        for (const char* name : {"XST1.txt", "XST2.txt"})
+            std::filesystem::copy_file(sample(name), files / name);
+        environment.remove(text("LD_PRELOAD"));
+        for (const auto& name : environment.keys())
+            if (name.startsWith(text("XDG_"))) environment.remove(name);
+        environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));  // it cannot look under a tracer
+    }
+
+    static bool canTrace() {
+        if (QStandardPaths::findExecutable(text("strace")).isEmpty()) return false;
+        QProcess trace;
+        trace.start(text("strace"), {text("-o"), text("/dev/null"), text("true")});
+        return trace.waitForFinished(longest) && trace.exitCode() == 0;
+    }
+
+    void run(const std::string& program, const QStringList& arguments) {
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(text(program), arguments);
+        ASSERT_TRUE(process.waitForFinished(longest)) << "the program does not end";
+        EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(process.exitCode(), 0);
+        output = process.readAllStandardOutput().toStdString();
+        EXPECT_EQ(output, whatItFinds) << process.readAllStandardError().toStdString();
+    }
+
+    void trace() {
+        run("strace", {text("-f"), text("-y"), text("-s"), text("4096"), text("-e"), text("trace=%file"), text("-o"),
+                       text((logs / "log").string()), text(JOURNEY), text(files.path().string())});
+        calls = readLog(logs / "log");
+        EXPECT_GT(calls.size(), 500U) << "the log was not read";
+    }
+
+    // The file that a save makes and renames at its end, or the name that it gets at its end.
+    [[nodiscard]] bool belongsToASave(const std::string& path) const {
+        for (const char* name : {"renumbered.txt", "XST2.txt"}) {
+            const auto target = (files / name).string();
+            if (path == target) return true;
+            if (path.size() == target.size() + 7 && path.starts_with(target + ".")) return true;
+        }
+        return false;
+    }
+
+    // @param folder that may be made, too; its name begins like this
+    void expectOnlyTheTwoFilesWritten(const std::string& folder = {}) const {
+        Rows saved;
+        for (const auto& call : calls) {
+            if (!changesFiles(call)) continue;
+            for (const auto& path : call.paths) {
+                if (isOfTheSystem(path)) continue;
+                if (path == files.path() && call.line.find("O_TMPFILE") != std::string::npos) continue;
+                if (!folder.empty() && call.name == "mkdir" && path.starts_with(folder)) continue;
+                EXPECT_TRUE(belongsToASave(path)) << call.line;
+                saved.push_back(path);
+            }
+        }
+        for (const char* name : {"renumbered.txt", "XST2.txt"})
+            EXPECT_GT(std::ranges::count(saved, (files / name).string()), 0) << "the log does not show the saves";
+        EXPECT_EQ(files.names(), Rows({"XST1.txt", "XST2.txt", "renumbered.txt"}));
+        EXPECT_EQ(bytesOf(files / "XST1.txt"), bytesOf(sample("XST1.txt")));
+        EXPECT_EQ(bytesOf(files / "renumbered.txt"), bytesOf(sample("XST1.txt")));
+        EXPECT_EQ(bytesOf(files / "XST2.txt"), bytesOf(sample("XST2.txt")));
+    }
+
+    const TempFolder files;
+    const TempFolder logs;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    std::string output;
+    std::vector<Call> calls;
+};
+
+// A settings file of Qt's file dialog, as other programs leave it behind.
+const std::string settings =
+    "[FileDialog]\nhistory=file:///somewhere\nlastVisited=file:///somewhere\nviewMode=List\n"
+    "qtVersion=6.4.2\nsidebarWidth=77\n";
+
+// What may be looked up in a user's home: fonts, icons, file types, and the right to the screen.
+bool isLookUp(const std::string& path) {
+    static const std::regex lookUp(R"(/\.Xauthority$|font|/\.?icons|/\.?themes|/mime|/qtlogging\.ini$|/\.Xdefaults)");
+    return std::regex_search(path, lookUp);
+}
+
+}  // namespace
+
+TEST_F(Program, RunsFromStartToEnd) {
+    run(JOURNEY, {text(files.path().string())});
+    EXPECT_EQ(bytesOf(files / "renumbered.txt"), bytesOf(sample("XST1.txt")));
+    EXPECT_EQ(bytesOf(files / "XST2.txt"), bytesOf(sample("XST2.txt")));
+}
+
+TEST_F(Program, HandsTheHelpFileBesideItToTheDesktop) {
+    const ProgramsFolder programs;
+    const auto wizard = programs / "wizard";
+    const auto opener = programs / "xdg-open";
+    std::filesystem::copy_file(JOURNEY, wizard);
+    writeBytes(programs / "Pelmo.chm", "help");
+    writeBytes(opener, "#!/bin/sh\nprintf '%s\\n' \"$#\" \"$@\" > '" + (files / "calls").string() + "'\n");
+    std::filesystem::permissions(opener, std::filesystem::perms::owner_all);
+    environment.insert(text("PATH"), text(programs.path().string() + ":") + environment.value(text("PATH")));
+    run(wizard.string(), {text(files.path().string())});
+    EXPECT_EQ(bytesOf(files / "calls"), "1\n" + (programs / "Pelmo.chm").string() + "\n");
+}
+
+TEST_F(Program, WritesTheTwoNamedFilesAndNothingElse) {
+    if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
+    const TempFolder home;
+    const TempFolder runtime;
+    std::filesystem::permissions(runtime.path(), std::filesystem::perms::owner_all);
+    std::filesystem::create_directory(home / ".config");
+    writeBytes(home / ".config/QtProject.conf", settings);
+    environment.insert(text("HOME"), text(home.path().string()));
+    environment.insert(text("XDG_RUNTIME_DIR"), text(runtime.path().string()));
+    trace();
+    expectOnlyTheTwoFilesWritten();
+    EXPECT_EQ(home.names(), Rows({".config"})) << "nothing is left in the home folder";
+    EXPECT_EQ(bytesOf(home / ".config/QtProject.conf"), settings);
+    EXPECT_EQ(runtime.names(), Rows());
+}
+
+TEST_F(Program, ReadsNoSettings) {
+    if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
+    const TempFolder home;
+    std::filesystem::create_directory(home / ".config");
+    writeBytes(home / ".config/QtProject.conf", settings);
+    environment.insert(text("HOME"), text(home.path().string()));
+    trace();
+    int lookedAt = 0;
+    for (const auto& call : calls)
+        for (const auto& path : call.paths) {
+            EXPECT_FALSE(path.ends_with("QtProject.conf") && startsWith(path, home.path())) << call.line;
+            if (!startsWith(path, home.path()) || path == home.path()) continue;
+            ++lookedAt;
+            const bool opens = call.name.starts_with("open");
+            EXPECT_TRUE(isLookUp(path) || !opens) << call.line;
+        }
+    EXPECT_GT(lookedAt, 0) << "the log does not show the home folder";
+}
+
+// Without XDG_RUNTIME_DIR the toolkit makes an empty folder "runtime-USER" for temporary
+// files before any code of the program runs.
+TEST_F(Program, NeedsNoHome) {
+    if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
+    writeBytes(logs / "file", "");
+    const auto nowhere = logs / "file/home";  // nobody can make a folder in a file
+    environment.insert(text("HOME"), text(nowhere.string()));
+    trace();
+    expectOnlyTheTwoFilesWritten(std::filesystem::temp_directory_path().string() + "/runtime-");
+    EXPECT_EQ(bytesOf(logs / "file"), "");
+}
