@@ -49,7 +49,7 @@ void fIntro::keyPressEvent(QKeyEvent* event) {
 }
 
 void fIntro::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange) keys_.forget();
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) keys_.forget();
     QDialog::changeEvent(event);
 }
 

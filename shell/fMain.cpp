@@ -244,6 +244,6 @@ void fMain::keyReleaseEvent(QKeyEvent* event) {
 }
 
 void fMain::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange) keys_.forget();
+    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) keys_.forget();
     QMainWindow::changeEvent(event);
 }

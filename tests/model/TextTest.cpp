@@ -188,6 +188,17 @@ TEST(TextInFile, ComparesByItsBytes) {
     EXPECT_FALSE(text == Text());
 }
 
+TEST(TextInFile, ComparesNoFurtherThanItsEnd) {
+    FileOf file("7,abc,,F");
+    const Text text = file.textAt(2, 5);
+    const Text afterAnEmptyOne = file.textAt(7, 8);
+    EXPECT_EQ(file.bytes, "7\nabc\n\nF\n"s);
+    EXPECT_FALSE(text == "abc\n");
+    EXPECT_FALSE(text == "abc\n\nF");
+    EXPECT_TRUE(text == "abc");
+    EXPECT_TRUE(afterAnEmptyOne == "F");
+}
+
 TEST(TextInFile, CopiesOwnTheirBytes) {
     FileOf file("7,Sales,F");
     const Text text = file.textAt(2, 7);

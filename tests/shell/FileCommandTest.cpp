@@ -99,9 +99,10 @@ TEST_F(FileCommands, CancellingChangesNothingAndSaysNothing) {
     wizard.click("Fleet");
     wizard.nodeGrid().selectRow(7);
     const auto before = state();
-    for (const auto& [letters, dialog] :
-         {std::pair<const char*, const char*>{"FON", "GetOpenName"}, std::pair<const char*, const char*>{"FOW", "GetOpenName"},
-          std::pair<const char*, const char*>{"NS", "GetSaveAsName"}, std::pair<const char*, const char*>{"WS", "GetSaveAsName"}})
+    for (const auto& [letters, dialog] : {std::pair<const char*, const char*>{"FON", "GetOpenName"},
+                                          std::pair<const char*, const char*>{"FOW", "GetOpenName"},
+                                          std::pair<const char*, const char*>{"NS", "GetSaveAsName"},
+                                          std::pair<const char*, const char*>{"WS", "GetSaveAsName"}})
         for (const auto& answer : {Answers::Answer(escape), Answers::Answer(cancel)}) {
             Answers answers;
             answers.then(dialog, answer);
@@ -114,13 +115,13 @@ TEST_F(FileCommands, CancellingChangesNothingAndSaysNothing) {
 TEST_F(FileCommands, OpenNodesShowsThemAndLeavesTheParagraphs) {
     wizard.openParagraphs(sample("XST2.txt"));
     const auto paragraphs = shownRows(wizard.paragraphGrid());
-    wizard.openNodes(writeBytes(folder / "in.txt", nodesHeader +
-                                                       "1,\"Top\",\"F\",0,\"\",\"\",\"leaf\",\"\"\r\n"
-                                                       "7,\"Customers\",\"G\",1,\"spG_C\",\"CKey05\",\"people\",\"2\"\r\n"
-                                                       "3,\"One\",\"N\",7,\"\",\"\",\"person\",\"\"\r\n"));
+    wizard.openNodes(writeBytes(folder / "in.txt",
+                                nodesHeader + "1,\"Top\",\"F\",0,\"\",\"\",\"leaf\",\"\"\r\n"
+                                              "7,\"Customers\",\"G\",1,\"spG_C\",\"CKey05\",\"people\",\"2\"\r\n"
+                                              "3,\"One\",\"N\",7,\"\",\"\",\"person\",\"\"\r\n"));
     EXPECT_EQ(shownRows(wizard.tree()), Rows({"- Data Browser", "  + Customers"}));
-    EXPECT_EQ(shownRows(wizard.nodeGrid()), Rows({"1|Top|F|0|||leaf|", "7|Customers|G|1|spG_C|CKey05|people|2",
-                                                  "3|One|N|7|||person|"}));
+    EXPECT_EQ(shownRows(wizard.nodeGrid()),
+              Rows({"1|Top|F|0|||leaf|", "7|Customers|G|1|spG_C|CKey05|people|2", "3|One|N|7|||person|"}));
     EXPECT_EQ(wizard.navs().oWebs.Count(), 105);
     EXPECT_EQ(shownRows(wizard.paragraphGrid()), paragraphs);
     EXPECT_EQ(paragraphs.size(), 105U);
@@ -131,9 +132,9 @@ TEST_F(FileCommands, OpenParagraphsShowsThemAllAndLeavesTheNodes) {
     activate(wizard.window);
     wizard.click("Staff");
     const auto before = state();
-    wizard.openParagraphs(writeBytes(folder / "in.txt", paragraphsHeader +
-                                                            "9,4,1,\"Orders\",\"spW_O\",\"Lkey\",\"S\",0,\"2:3\",\"more\"\r\n"
-                                                            "2,70,2,\"Late\",\"spW_L 7\",\"\",\"H\",12,\"\",\"\"\r\n"));
+    wizard.openParagraphs(writeBytes(
+        folder / "in.txt", paragraphsHeader + "9,4,1,\"Orders\",\"spW_O\",\"Lkey\",\"S\",0,\"2:3\",\"more\"\r\n"
+                                              "2,70,2,\"Late\",\"spW_L 7\",\"\",\"H\",12,\"\",\"\"\r\n"));
     const auto after = state();
     EXPECT_EQ(after.paragraphGrid, Rows({"9|4|1|Orders|spW_O|Lkey|S|0|2:3", "2|70|2|Late|spW_L 7||H|12|"}));
     EXPECT_EQ(after.paragraphs, Rows({"9|4|1|Orders|spW_O|Lkey|S|0|2:3|more", "2|70|2|Late|spW_L 7||H|12||"}));

@@ -232,7 +232,11 @@ inline Rows shownRows(const QTreeView& tree) {
     const auto add = [&](const auto& self, const QModelIndex& index, const std::string& indent) -> void {
         const bool branch = tree.model()->hasChildren(index);
         const bool open = branch && tree.isExpanded(index);
-        rows.push_back(indent + (open ? "- " : branch ? "+ " : "  ") + index.data().toString().toStdString() +
+        rows.push_back(indent +
+                       (open     ? "- "
+                        : branch ? "+ "
+                                 : "  ") +
+                       index.data().toString().toStdString() +
                        (tree.selectionModel()->isSelected(index) ? " *" : ""));
         for (int row = 0; open && row < tree.model()->rowCount(index); ++row)
             self(self, tree.model()->index(row, 0, index), indent + "  ");

@@ -9,7 +9,8 @@
 namespace {
 
 const std::string theText =
-    "The purpose of using this wizard is to generate Navigational Scheme and Web-Page Display Scheme. These correspond "
+    "The purpose of using this wizard is to generate Navigational Scheme and Web-Page Display Scheme. These "
+    "correspond "
     "to Tables XST1 and XST2 in the database. \r\n"
     "\r\n"
     "The Essential Objects that are required in the database for Pelmo to function are:\r\n"
@@ -23,13 +24,16 @@ const std::string theText =
     "spG_xxxx, spW_xxxx) and Meta-Data (XST1, XST2, and XST3) are contained in Database.\r\n"
     "\r\n"
     "There are some very simple Rules for designing the Navigational and Display Schemes. This Wizard helps to "
-    "implement all the 'Rules'. Provided with this Wizard are two Text Files: XST1.txt and XST2.txt which can be Loaded "
-    "into the Wizard to get familiar with the workings of the Wizard. There are Menu-Options to Analyse your designed "
+    "implement all the 'Rules'. Provided with this Wizard are two Text Files: XST1.txt and XST2.txt which can be "
+    "Loaded "
+    "into the Wizard to get familiar with the workings of the Wizard. There are Menu-Options to Analyse your "
+    "designed "
     "system against the 'Rules' and the 'Things-To-Do' after designing the reporting system. Field-Level Help is "
     "provided as far as possible. You can also refer the Tutorial for further help. You may also study the "
     "Demo-Application, which explains the intricacies of Pelmo.\r\n"
     "\r\n"
-    "Use this Wizard to generate two Text Files (.txt), which is then to be imported into the database as Tables - XST1 "
+    "Use this Wizard to generate two Text Files (.txt), which is then to be imported into the database as Tables - "
+    "XST1 "
     "and XST2, keeping ID field as the 'Primary Key'.\r\n";
 
 class Introduction : public testing::Test {
@@ -132,6 +136,19 @@ TEST_F(Introduction, EscClosesItWhenItIsLetGo) {
 
 TEST_F(Introduction, AnEscThatWentDownElsewhereDoesNotCloseIt) {
     show();
+    QTest::keyRelease(window.windowHandle(), Qt::Key_Escape);
+    EXPECT_FALSE(isClosed());
+}
+
+TEST_F(Introduction, AnEscThatIsLetGoElsewhereIsForgotten) {
+    show();
+    QTest::keyPress(window.windowHandle(), Qt::Key_Escape);
+    {
+        QWidget other;
+        other.show();
+        activate(other);
+    }
+    activate(window);
     QTest::keyRelease(window.windowHandle(), Qt::Key_Escape);
     EXPECT_FALSE(isClosed());
 }

@@ -188,8 +188,8 @@ TEST(Accessibility, EveryInputOfTheFileDialogsHasItsName) {
             for (auto* widget : dialog.findChildren<QWidget*>())
                 if (widget->isVisible() && widget->focusPolicy() != Qt::NoFocus &&
                     !widget->objectName().startsWith(text("qt_"))) {
-                    EXPECT_NE(accessibleName(*widget), "") << widget->metaObject()->className() << ' '
-                                                           << widget->objectName().toStdString();
+                    EXPECT_NE(accessibleName(*widget), "")
+                        << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
                 }
             escape(dialog);
         });

@@ -146,8 +146,8 @@ TEST(Layout, PlacesOfAKnownScreen) {
     fMain window;
     startUp(window);
     if (estimatedInner(window) != QSize(800, 757) || window.logicalDpiX() != 96) GTEST_SKIP() << "another screen";
-    EXPECT_EQ(panelsOf(window).tree, QRect(1, 1, 237, 754));    // (10, 10) 3560 x 11315 twips
-    EXPECT_EQ(panelsOf(window).frN, QRect(238, 1, 560, 263));   // (3570, 10) 8400 x 3937.5
+    EXPECT_EQ(panelsOf(window).tree, QRect(1, 1, 237, 754));      // (10, 10) 3560 x 11315 twips
+    EXPECT_EQ(panelsOf(window).frN, QRect(238, 1, 560, 263));     // (3570, 10) 8400 x 3937.5
     EXPECT_EQ(panelsOf(window).flexNav, QRect(3, 20, 553, 235));  // (40, 300) 8300 x 3517.5
     EXPECT_EQ(panelsOf(window).frW, QRect(238, 266, 560, 263));   // top 3987.5
     EXPECT_EQ(panelsOf(window).flexWeb, QRect(3, 20, 553, 235));
@@ -214,9 +214,8 @@ TEST(Layout, SizesOfAWindowThatIsNotMaximizedChangeNothing) {
 
     window.showMaximized();  // the first size of the maximized window still counts
     if (!fillsTheScreen(window)) GTEST_SKIP() << "there is no window manager that maximizes windows";
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        return panelsOf(window) == expectedPanels(window.centralWidget()->size(), window);
-    }));
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return panelsOf(window) == expectedPanels(window.centralWidget()->size(), window); }));
 }
 
 // Redraws must not move anything either.

@@ -27,23 +27,36 @@ const Label letters[] = {
     {"G", 3210, 240, QColor(0, 0, 192)},
     {"R", 3570, 240, QColor(0, 128, 0)},
     {"N", 3930, 240, QColor(128, 0, 0)},
-    {"N", 2880, 960, black},   {"N", 3210, 960, black},   {"N", 3570, 960, black},   {"N", 3930, 960, black},
-    {"--", 2880, 1440, black}, {"1", 3210, 1440, black},  {"1", 3570, 1440, black},  {"1", 3930, 1440, black},
-    {"--", 2880, 1920, black}, {"--", 3210, 1920, black}, {"--", 3570, 1920, black}, {"--", 3930, 1920, black},
-    {"--", 2880, 2400, black}, {"--", 3210, 2400, black}, {"--", 3570, 2400, black}, {"--", 3930, 2400, black},
+    {"N", 2880, 960, black},
+    {"N", 3210, 960, black},
+    {"N", 3570, 960, black},
+    {"N", 3930, 960, black},
+    {"--", 2880, 1440, black},
+    {"1", 3210, 1440, black},
+    {"1", 3570, 1440, black},
+    {"1", 3930, 1440, black},
+    {"--", 2880, 1920, black},
+    {"--", 3210, 1920, black},
+    {"--", 3570, 1920, black},
+    {"--", 3930, 1920, black},
+    {"--", 2880, 2400, black},
+    {"--", 3210, 2400, black},
+    {"--", 3570, 2400, black},
+    {"--", 3930, 2400, black},
 };
 
 const Label rules[] = {
     {"Rules Explained:", 4320, 240, black},
     {"(F)-Fixed Node , can have (N, any number) of (F), (G), (R) and/or (N) as Child Nodes.", 4320, 720,
      QColor(255, 0, 0)},
-    {"(G), Generating Node MUST have only ONE child which is of type (G), (R) or (N). Only One Child Node must Exist!",
+    {"(G), Generating Node MUST have only ONE child which is of type (G), (R) or (N). Only One Child Node must "
+     "Exist!",
      4320, 1380, QColor(0, 0, 255)},
     {"(R), Recurring Node and (N)-Non-Generating Node cannot have any child nodes.", 4320, 2040, black},
 };
 
-const Label keyHint = {
-    "When in Treeview: (Ins) Adds a Child Node,   (F2) Edits a Node,  (Del) Deletes a Node.", 120, 3000, black};
+const Label keyHint = {"When in Treeview: (Ins) Adds a Child Node,   (F2) Edits a Node,  (Del) Deletes a Node.", 120,
+                       3000, black};
 
 class Legend : public testing::Test {
   protected:

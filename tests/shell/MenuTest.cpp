@@ -63,10 +63,10 @@ TEST(Menu, NoOtherCommandIsHidden) {
     std::multiset<std::string> captions;
     for (const auto* action : wizard.window.findChildren<QAction*>())
         if (!action->text().isEmpty()) captions.insert(action->text().toStdString());
-    EXPECT_EQ(captions, (std::multiset<std::string>{
-                            "&Collapse Nodes", "&File", "&Help", "&Introduction", "&Navigation", "&New", "&Open",
-                            "&Re-Number", "&Save to Text File", "&Save to Text File", "&Web", "E&xit",
-                            "Open &Nav. File", "Open &Web File"}));
+    EXPECT_EQ(captions,
+              (std::multiset<std::string>{"&Collapse Nodes", "&File", "&Help", "&Introduction", "&Navigation", "&New",
+                                          "&Open", "&Re-Number", "&Save to Text File", "&Save to Text File", "&Web",
+                                          "E&xit", "Open &Nav. File", "Open &Web File"}));
 }
 
 TEST(Menu, EveryItemIsThereAtOnceAndPlain) {
@@ -97,7 +97,8 @@ TEST(Menu, UsualShortcutKeysDoNothing) {
     const auto nodes = wizard.navs().Count();
     Answers nothing;
     for (const auto key : {Qt::Key_N, Qt::Key_O, Qt::Key_S, Qt::Key_W, Qt::Key_R, Qt::Key_H, Qt::Key_I, Qt::Key_Q})
-        for (const auto modifiers : {Qt::KeyboardModifiers(Qt::NoModifier), Qt::KeyboardModifiers(Qt::ControlModifier)})
+        for (const auto modifiers :
+             {Qt::KeyboardModifiers(Qt::NoModifier), Qt::KeyboardModifiers(Qt::ControlModifier)})
             press(wizard.window, key, modifiers);
     for (const auto key : {Qt::Key_Escape, Qt::Key_F3, Qt::Key_F5, Qt::Key_F12}) press(wizard.window, key);
     EXPECT_TRUE(wizard.window.isVisible());

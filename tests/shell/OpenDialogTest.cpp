@@ -15,8 +15,8 @@ class OpenDialog : public testing::Test {
     }
 
     std::string ask(Answers::Answer answer) {
-        return asked("GetOpenName", [this] { return window.GetOpenName(text(folder.path().string())); },
-                     std::move(answer));
+        return asked(
+            "GetOpenName", [this] { return window.GetOpenName(text(folder.path().string())); }, std::move(answer));
     }
 
     const TempFolder folder;
@@ -138,8 +138,8 @@ TEST_F(OpenDialog, GivesTheFileChosenInTheList) {
     EXPECT_EQ(ask([&](QDialog& dialog) {
                   namesWhen(dialog, everything);
                   auto& list = find<QTreeView>(dialog, "treeView");
-                  const auto found = list.model()->match(list.model()->index(0, 0, list.rootIndex()),
-                                                         Qt::DisplayRole, text("data.csv"), 1, Qt::MatchExactly);
+                  const auto found = list.model()->match(list.model()->index(0, 0, list.rootIndex()), Qt::DisplayRole,
+                                                         text("data.csv"), 1, Qt::MatchExactly);
                   ASSERT_FALSE(found.isEmpty());
                   list.scrollTo(found.front());
                   const auto place = list.visualRect(found.front()).center();
@@ -212,7 +212,8 @@ TEST_F(OpenDialog, RemembersNothingFromTheLastTime) {
 }
 
 TEST_F(OpenDialog, ShowsAMissingFolderAsSomeOther) {
-    EXPECT_EQ(asked("GetOpenName", [this] { return window.GetOpenName(text((folder / "gone").string())); }, escape),
+    EXPECT_EQ(asked(
+                  "GetOpenName", [this] { return window.GetOpenName(text((folder / "gone").string())); }, escape),
               "");
 }
 

@@ -65,10 +65,10 @@ std::vector<Call> readLog(const std::filesystem::path& log) {
 bool changesFiles(const Call& call) {
     if (call.line.ends_with("EEXIST (File exists)")) return false;  // it would only have been made
     static const std::set<std::string> changing = {
-        "creat",    "mkdir",    "mkdirat",  "rmdir",    "unlink",    "unlinkat",  "rename",    "renameat",
-        "renameat2", "link",    "linkat",   "symlink",  "symlinkat", "mknod",     "mknodat",   "truncate",
-        "chmod",    "fchmodat", "chown",    "lchown",   "fchownat",  "utime",     "utimes",    "utimensat",
-        "futimesat", "setxattr", "lsetxattr", "removexattr"};
+        "creat",    "mkdir",     "mkdirat",   "rmdir",     "unlink",   "unlinkat",  "rename",
+        "renameat", "renameat2", "link",      "linkat",    "symlink",  "symlinkat", "mknod",
+        "mknodat",  "truncate",  "chmod",     "fchmodat",  "chown",    "lchown",    "fchownat",
+        "utime",    "utimes",    "utimensat", "futimesat", "setxattr", "lsetxattr", "removexattr"};
     if (changing.contains(call.name)) return true;
     static const std::regex writing(R"(O_(WRONLY|RDWR|CREAT|TRUNC|APPEND))");
     return call.name.starts_with("open") && std::regex_search(call.line, writing);
@@ -77,8 +77,7 @@ bool changesFiles(const Call& call) {
 class Program : public testing::Test {
   protected:
     Program() {
-        for (const char* name : {"XST1.txt", "XST2.txt"})
-            std::filesystem::copy_file(sample(name), files / name);
+        for (const char* name : {"XST1.txt", "XST2.txt"}) std::filesystem::copy_file(sample(name), files / name);
         environment.remove(text("LD_PRELOAD"));
         for (const auto& name : environment.keys())
             if (name.startsWith(text("XDG_"))) environment.remove(name);

@@ -13,7 +13,8 @@ namespace {
 using Fields = std::vector<std::string>;
 
 // The lines below the header, each cut at its commas; every line ends with CR LF, and texts stand in quotes.
-std::vector<Fields> readSample(const std::string& name, const std::string& header, const std::set<std::size_t>& numbers) {
+std::vector<Fields> readSample(const std::string& name, const std::string& header,
+                               const std::set<std::size_t>& numbers) {
     const auto bytes = bytesOf(sample(name));
     std::vector<Fields> records;
     std::size_t start = 0;
@@ -37,7 +38,8 @@ std::vector<Fields> readSample(const std::string& name, const std::string& heade
             if (isNumber) {
                 EXPECT_TRUE(!field.empty() && std::ranges::all_of(field, isDigit)) << name << " line " << line;
             } else {
-                EXPECT_TRUE(field.size() >= 2 && field.front() == '"' && field.back() == '"') << name << " line " << line;
+                EXPECT_TRUE(field.size() >= 2 && field.front() == '"' && field.back() == '"')
+                    << name << " line " << line;
                 field = field.substr(1, field.size() - 2);
             }
             EXPECT_EQ(field.find_first_of("\"\r\n\t"), std::string::npos) << name << " line " << line;
@@ -61,17 +63,20 @@ struct Paragraph {
 class Samples : public testing::Test {
   protected:
     Samples() {
-        for (const auto& f : readSample(
-                 "XST1.txt", R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")", {0, 3})) {
+        for (const auto& f :
+             readSample("XST1.txt",
+                        R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")", {0, 3})) {
             EXPECT_EQ(f.size(), 8U) << f[0];
-            nodes.push_back({std::stoi(f.at(0)), std::stoi(f.at(3)), f.at(1), f.at(2), f.at(4), f.at(5), f.at(6), f.at(7)});
+            nodes.push_back(
+                {std::stoi(f.at(0)), std::stoi(f.at(3)), f.at(1), f.at(2), f.at(4), f.at(5), f.at(6), f.at(7)});
         }
-        for (const auto& f : readSample(
-                 "XST2.txt", R"("ID","XST1","seqNo","titleIs","queryIs","parmIs","typeIs","formIs","colsAre","extra")",
-                 {0, 1, 2, 7})) {
+        for (const auto& f :
+             readSample("XST2.txt",
+                        R"("ID","XST1","seqNo","titleIs","queryIs","parmIs","typeIs","formIs","colsAre","extra")",
+                        {0, 1, 2, 7})) {
             EXPECT_EQ(f.size(), 10U) << f[0];
-            paragraphs.push_back({std::stoi(f.at(0)), std::stoi(f.at(1)), std::stoi(f.at(2)), std::stoi(f.at(7)), f.at(3),
-                                  f.at(4), f.at(5), f.at(6), f.at(8), f.at(9)});
+            paragraphs.push_back({std::stoi(f.at(0)), std::stoi(f.at(1)), std::stoi(f.at(2)), std::stoi(f.at(7)),
+                                  f.at(3), f.at(4), f.at(5), f.at(6), f.at(8), f.at(9)});
         }
     }
 
@@ -88,7 +93,8 @@ class Samples : public testing::Test {
 
 // The kind of a stored parameter; a character key has two digits for its length.
 std::string kindOf(const std::string& parm) {
-    if (parm.size() == 6 && parm.starts_with("CKey") && std::isdigit(parm[4]) && std::isdigit(parm[5]) && parm != "CKey00")
+    if (parm.size() == 6 && parm.starts_with("CKey") && std::isdigit(parm[4]) && std::isdigit(parm[5]) &&
+        parm != "CKey00")
         return "CKey";
     if (parm.empty() || parm == "Lkey" || parm == "Text" || parm == "Today") return parm;
     return "wrong: " + parm;
@@ -223,7 +229,8 @@ TEST_F(Samples, ColumnsAreWrittenAsTheProductReadsThem) {
             EXPECT_TRUE(areColumns(paragraph.columns)) << paragraph.id;
         }
         if (paragraph.type == "C") {
-            EXPECT_TRUE(areColumns(paragraph.columns) && std::ranges::count(paragraph.columns, ':') == 1) << paragraph.id;
+            EXPECT_TRUE(areColumns(paragraph.columns) && std::ranges::count(paragraph.columns, ':') == 1)
+                << paragraph.id;
         }
     }
 }

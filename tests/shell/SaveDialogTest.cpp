@@ -15,8 +15,8 @@ class SaveDialog : public testing::Test {
 
     std::string ask(Answers::Answer answer, const std::string& proposed = "XST1.txt") {
         return asked(
-            "GetSaveAsName",
-            [&] { return window.GetSaveAsName(text(proposed), text(folder.path().string())); }, std::move(answer));
+            "GetSaveAsName", [&] { return window.GetSaveAsName(text(proposed), text(folder.path().string())); },
+            std::move(answer));
     }
 
     // What the dialog gives for a typed name.

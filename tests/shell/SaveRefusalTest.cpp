@@ -71,6 +71,12 @@ TEST_F(SaveRefusal, OfAFileAsFolder) {
     EXPECT_EQ(bytesOf(folder / "file"), "old");
 }
 
+TEST_F(SaveRefusal, OfANameThatIsTooLong) {
+    const std::string name(300, 'n');
+    expectRefusal(name, "This file cannot be written:\n" + (folder / (name + ".txt")).string());
+    EXPECT_EQ(folder.names(), Rows());
+}
+
 // Nothing may be opened to find out: it would wait for a reader.
 TEST_F(SaveRefusal, OfAPipe) {
     const auto pipe = folder / "pipe.txt";

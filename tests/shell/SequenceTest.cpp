@@ -55,10 +55,11 @@ TEST_F(Sequence, SamplesSurviveEverythingThatChangesNothing) {
 }
 
 TEST_F(Sequence, RenumberedSchemesAreSavedInTreeOrder) {
-    wizard.openNodes(writeBytes(folder / "in.txt",
-                                "40,Top,F,0,,,leaf\r\n7,late,N,12,,,a\r\n12,list,G,40,spG_L 5,Text,b,9\r\n3,more,F,40\r\n"));
-    wizard.openParagraphs(writeBytes(folder / "web.txt",
-                                     "5,7,1,on late,spW_A,Lkey,H,4\r\n4,40,1,on top,spW_B 1,,S,0,All,x\r\n"));
+    wizard.openNodes(
+        writeBytes(folder / "in.txt",
+                   "40,Top,F,0,,,leaf\r\n7,late,N,12,,,a\r\n12,list,G,40,spG_L 5,Text,b,9\r\n3,more,F,40\r\n"));
+    wizard.openParagraphs(
+        writeBytes(folder / "web.txt", "5,7,1,on late,spW_A,Lkey,H,4\r\n4,40,1,on top,spW_B 1,,S,0,All,x\r\n"));
     click("list");
     wizard.choose("NR");
     expectStable();
@@ -68,10 +69,11 @@ TEST_F(Sequence, RenumberedSchemesAreSavedInTreeOrder) {
               "2,\"list\",\"G\",1,\"spG_L 5\",\"Text\",\"b\",\"9\"\r\n"
               "3,\"late\",\"N\",2,\"\",\"\",\"a\",\"\"\r\n"
               "4,\"more\",\"F\",1,\"\",\"\",\"\",\"\"\r\n");
-    EXPECT_EQ(bytesOf(folder / "paragraphs1.txt"),
-              "\"ID\",\"XST1\",\"seqNo\",\"titleIs\",\"queryIs\",\"parmIs\",\"typeIs\",\"formIs\",\"colsAre\",\"extra\"\r\n"
-              "5,3,1,\"on late\",\"spW_A\",\"Lkey\",\"H\",4,\"\",\"\"\r\n"
-              "4,1,1,\"on top\",\"spW_B 1\",\"\",\"S\",0,\"All\",\"x\"\r\n");
+    EXPECT_EQ(
+        bytesOf(folder / "paragraphs1.txt"),
+        "\"ID\",\"XST1\",\"seqNo\",\"titleIs\",\"queryIs\",\"parmIs\",\"typeIs\",\"formIs\",\"colsAre\",\"extra\"\r\n"
+        "5,3,1,\"on late\",\"spW_A\",\"Lkey\",\"H\",4,\"\",\"\"\r\n"
+        "4,1,1,\"on top\",\"spW_B 1\",\"\",\"S\",0,\"All\",\"x\"\r\n");
 }
 
 TEST_F(Sequence, NewDiscardsALargeSchemeWithoutAsking) {
@@ -101,9 +103,8 @@ TEST_F(Sequence, CollapseClosesWhatTheUserOpened) {
     EXPECT_EQ(wizard.navs().cTreeView->SelectedKey(), "N40");
     const auto paragraphs = shownRows(wizard.paragraphGrid());
     wizard.choose("NC");
-    EXPECT_EQ(shownRows(wizard.tree()),
-              Rows({"- Data Browser", "  + Hire desk", "  + Workshop", "  + Fleet", "  + Stock", "  + Customers",
-                    "  + Accounts", "  + Staff"}));
+    EXPECT_EQ(shownRows(wizard.tree()), Rows({"- Data Browser", "  + Hire desk", "  + Workshop", "  + Fleet",
+                                              "  + Stock", "  + Customers", "  + Accounts", "  + Staff"}));
     EXPECT_EQ(wizard.navs().mLastN, "1");
     EXPECT_EQ(wizard.navs().cTreeView->SelectedKey(), "");
     EXPECT_EQ(shownRows(wizard.paragraphGrid()), paragraphs);

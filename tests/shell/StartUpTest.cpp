@@ -15,8 +15,9 @@ TEST(StartUp, ShowsTheIntroductionThenTheMessageThenTheWindow) {
               })
         .then("message", [&](QDialog& message) {
             note("message");
-            reading("If you need to be familiarized with the working of this Wizard, \n"
-                    "Please open the Files XST1.txt and XST2.txt for getting started...")(message);
+            reading(
+                "If you need to be familiarized with the working of this Wizard, \n"
+                "Please open the Files XST1.txt and XST2.txt for getting started...")(message);
         });
     window.Form_Load();
     note("started");

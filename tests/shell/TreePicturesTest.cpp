@@ -45,7 +45,8 @@ TEST(TreePictures, FillTheImageListInTheirOrder) {
     for (int index = 1; index <= 5; ++index) {
         EXPECT_EQ(images->key(index), text(keys[index - 1]));
         const auto listed = images->icon(index).pixmap(16, 16, QIcon::Normal).toImage();
-        const auto source = static_cast<Picture&>(find(wizard.window, sources[index - 1])).icon().pixmap(16, 16).toImage();
+        const auto source =
+            static_cast<Picture&>(find(wizard.window, sources[index - 1])).icon().pixmap(16, 16).toImage();
         EXPECT_FALSE(listed.isNull()) << index;
         EXPECT_EQ(listed, source) << index;
     }
