@@ -9,7 +9,7 @@
 
 #include "model/KeyedCollection.h"
 #include "model/Screen.h"
-#include "model/TreeWalk.h"
+#include "model/NodeTree.h"
 #include "model/clsNavScheme.h"
 #include "model/clsWebSchemes.h"
 

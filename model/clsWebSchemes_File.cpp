@@ -1,8 +1,8 @@
 #include <new>
 
-#include "model/FileReader.h"
 #include "model/FileWriter.h"
 #include "model/LineBuilder.h"
+#include "model/LoadedFile.h"
 #include "model/clsWebSchemes.h"
 
 namespace {

@@ -3,9 +3,9 @@
 #include <QFrame>
 #include <QLabel>
 
-#include "views/ImageList.h"
 #include "views/Look.h"
-#include "views/PanelLayout.h"
+#include "views/Picture.h"
+#include "views/Twips.h"
 
 namespace {
 

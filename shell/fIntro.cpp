@@ -5,7 +5,7 @@
 #include <QScreen>
 
 #include "shell/IntroductionText.h"
-#include "views/PanelLayout.h"
+#include "views/Twips.h"
 
 namespace {
 

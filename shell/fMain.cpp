@@ -14,6 +14,8 @@
 #include "views/CodePage.h"
 #include "views/MessageBox.h"
 #include "views/PanelLayout.h"
+#include "views/Picture.h"
+#include "views/Twips.h"
 
 namespace {
 

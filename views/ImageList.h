@@ -2,24 +2,7 @@
 
 #include <QIcon>
 #include <QObject>
-#include <QWidget>
 #include <vector>
-
-/// Size of the pictures, in pixels.
-inline constexpr int pictureSize = 16;
-
-/// A picture of 16 x 16 pixels on a window, sharp at every scale.
-class Picture final : public QWidget {
-  public:
-    Picture(const QIcon& icon, QWidget* parent);
-    [[nodiscard]] const QIcon& icon() const { return icon_; }
-
-  protected:
-    void paintEvent(QPaintEvent*) override;
-
-  private:
-    QIcon icon_;
-};
 
 /// The pictures of the tree, by index (from 1) and key.
 class ImageList final : public QObject {

@@ -6,7 +6,8 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
-#include "views/PanelLayout.h"
+#include "views/Picture.h"
+#include "views/Twips.h"
 
 namespace {
 

@@ -2,7 +2,6 @@
 
 namespace {
 
-constexpr double twipsPerInch = 1440;
 constexpr double margin = 10;  // of the tree and the frames to the window's left and top
 constexpr double gap = 40;
 
@@ -22,17 +21,4 @@ PanelLayout layOutPanels(double width, double height, double heightOfFrRule) {
     at.flexNav = {gap, 300, frameWidth - 100, frameHeight - 420};
     at.flexWeb = at.flexNav;
     return at;
-}
-
-int toPixels(double twips, int dpi) {
-    return qRound(twips * dpi / twipsPerInch);
-}
-
-QRect toPixels(const QRectF& twips, int dpi) {
-    return {toPixels(twips.left(), dpi), toPixels(twips.top(), dpi), toPixels(twips.width(), dpi),
-            toPixels(twips.height(), dpi)};
-}
-
-double toTwips(int pixels, int dpi) {
-    return pixels * twipsPerInch / dpi;
 }

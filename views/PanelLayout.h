@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QRect>
 #include <QRectF>
 
 /// The places of the main window's panels, in twips (1/1440 inch). The frames' are those within the window's inner
@@ -16,9 +15,3 @@ struct PanelLayout {
 
 /// Lays the panels out in a window of this inner size, in twips. The rule panel keeps its height.
 [[nodiscard]] PanelLayout layOutPanels(double width, double height, double heightOfFrRule);
-
-/// Lengths of twips in pixels on a screen of `dpi` logical dots an inch, rounded to the nearest.
-[[nodiscard]] int toPixels(double twips, int dpi);
-[[nodiscard]] QRect toPixels(const QRectF& twips, int dpi);
-/// And back.
-[[nodiscard]] double toTwips(int pixels, int dpi);

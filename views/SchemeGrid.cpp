@@ -4,7 +4,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
-#include "views/PanelLayout.h"
+#include "views/Twips.h"
 
 namespace {
 

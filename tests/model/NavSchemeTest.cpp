@@ -84,6 +84,19 @@ TEST(NavScheme, EnumeratesInTheOrderOfAdding) {
     EXPECT_EQ(idsOf(navs), "5 1 -2 4 300");
 }
 
+TEST(NavScheme, RemovingInALoopSkipsNobody) {
+    clsNavSchemes navs;
+    addNodes(navs, {{4, 0}, {3, 4}, {2, 4}, {1, 4}});
+    std::string met;
+    for (const auto& node : navs.NewEnum()) {
+        const auto key = std::to_string(node->ID);
+        met += key + " ";
+        navs.Remove(key);
+    }
+    EXPECT_EQ(met, "4 3 2 1 ");
+    EXPECT_EQ(navs.Count(), 0);
+}
+
 TEST(NavScheme, NewSchemeHoldsOneRoot) {
     clsNavSchemes navs;
     navs.NewScheme();

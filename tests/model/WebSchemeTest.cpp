@@ -66,6 +66,19 @@ TEST(WebScheme, EnumeratesInTheOrderOfAdding) {
     EXPECT_EQ(idsOf(webs), "30 1 -5 200");
 }
 
+TEST(WebScheme, RemovingInALoopSkipsNobody) {
+    clsWebSchemes webs;
+    addParagraphs(webs, {{4, 1}, {3, 1}, {2, 1}, {1, 1}});
+    std::string met;
+    for (const auto* paragraph : webs.NewEnum()) {
+        const auto key = std::to_string(paragraph->ID);
+        met += key + " ";
+        if (key != "2") webs.Remove(key);
+    }
+    EXPECT_EQ(met, "4 3 2 1 ");
+    EXPECT_EQ(idsOf(webs), "2");
+}
+
 TEST(WebScheme, MaxIDIsTheLargestNumberAsText) {
     clsWebSchemes webs;
     addParagraphs(webs, {{3, 1}, {12, 1}, {7, 1}});

@@ -88,16 +88,17 @@ constexpr int patience = 10'000;  // milliseconds until a test gives up waiting
 
 /// Waits until the keyboard is at the window.
 inline void activate(QWidget& window) {
-    window.activateWindow();
+    if (QApplication::activeWindow() != &window) window.activateWindow();
     EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &window; }, patience))
         << "the window does not get the keyboard";
 }
 
 /// Presses and lets go a key; it goes where the window's keyboard focus is, or to an open menu.
 inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    auto* window = widget.window()->windowHandle();
-    if (!window) throw std::runtime_error("keys need a window that was shown");
-    QTest::keyClick(window, key, modifiers);
+    auto& window = *widget.window();
+    if (!window.windowHandle()) throw std::runtime_error("keys need a window that was shown");
+    if (!QApplication::activePopupWidget()) activate(window);
+    QTest::keyClick(window.windowHandle(), key, modifiers);
 }
 
 /// Chooses a command of the menu by its letters: the first one with Alt.
@@ -198,14 +199,12 @@ inline Answers::Answer reading(const std::string& expected) {
         EXPECT_EQ(box->icon(), QMessageBox::Information);
         EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
         EXPECT_EQ(box->buttons().size(), 1);
-        activate(window);
         press(window, Qt::Key_Return);
     };
 }
 
 /// What is to be done with a window: Esc.
 inline void escape(QDialog& window) {
-    activate(window);
     press(window, Qt::Key_Escape);
 }
 

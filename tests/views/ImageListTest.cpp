@@ -1,4 +1,5 @@
 #include "Helpers.h"
+#include "views/Picture.h"
 
 namespace {
 

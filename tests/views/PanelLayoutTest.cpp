@@ -1,5 +1,6 @@
 #include "Helpers.h"
 #include "views/PanelLayout.h"
+#include "views/Twips.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "model/TreeWalk.h"
+#include "model/NodeTree.h"
 
 NodeTree::NodeTree(const KeyedCollection<clsNavScheme>& nodes) {
     const auto slots = nodes.Slots();

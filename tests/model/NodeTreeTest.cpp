@@ -1,4 +1,4 @@
-#include "model/TreeWalk.h"
+#include "model/NodeTree.h"
 
 #include "Helpers.h"
 

@@ -1,0 +1,63 @@
+#include "model/FileWriter.h"
+
+#include "Helpers.h"
+
+TEST(FileWriter, PutsTheFileInItsPlaceOnlyWhenToldTo) {
+    const TempFolder folder;
+    const auto file = writeBytes(folder / "file.txt", "old");
+    {
+        FileWriter writer(file);
+        EXPECT_TRUE(writer.isGood());
+        writer.write("new ");
+        writer.write("");
+        writer.write("bytes");
+        EXPECT_EQ(bytesOf(file), "old");
+        EXPECT_TRUE(writer.commit());
+    }
+    EXPECT_EQ(bytesOf(file), "new bytes");
+    EXPECT_EQ(folder.names(), Rows{"file.txt"});
+}
+
+TEST(FileWriter, LeavesNothingBehindWhenItIsGivenUp) {
+    const TempFolder folder;
+    writeBytes(folder / "file.txt", "old");
+    {
+        FileWriter writer(folder / "file.txt");
+        writer.write(std::string(std::size_t{5} << 20, 'x'));
+        FileWriter untouched(folder / "new.txt");
+        EXPECT_TRUE(untouched.isGood()) << "a way to ask whether a file can be written";
+    }
+    EXPECT_EQ(bytesOf(folder / "file.txt"), "old");
+    EXPECT_EQ(folder.names(), Rows{"file.txt"});
+}
+
+TEST(FileWriter, KnowsFromTheStartWhatCannotBeWritten) {
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "folder");
+    for (const auto& file : {folder / "folder", folder / "missing" / "file.txt"}) {
+        FileWriter writer(file);
+        EXPECT_FALSE(writer.isGood()) << file;
+        writer.write("bytes");
+        EXPECT_FALSE(writer.commit()) << file;
+    }
+    EXPECT_EQ(folder.names(), Rows{"folder"});
+}
+
+TEST(FileWriter, WritesLongTextsPieceByPiece) {
+    const TempFolder folder;
+    std::string bytes;
+    for (int i = 0; bytes.size() < std::size_t{13} << 20; ++i) bytes += std::to_string(i) + " ";
+    FileWriter writer(folder / "file.txt");
+    writer.write("start ");
+    writer.write(bytes);
+    writer.write("end");
+    EXPECT_TRUE(writer.commit());
+    EXPECT_TRUE(bytesOf(folder / "file.txt") == "start " + bytes + "end");
+}
+
+TEST(FileWriter, MakesAnEmptyFileWhereNothingIsWritten) {
+    const TempFolder folder;
+    FileWriter writer(folder / "file.txt");
+    EXPECT_TRUE(writer.commit());
+    EXPECT_EQ(bytesOf(folder / "file.txt"), "");
+}
