@@ -33,8 +33,12 @@ QString refusal(const QFileInfo& file) {
     if (file.exists() && !file.isFile()) return QStringLiteral("This is no file to save in:\n%1").arg(name);
     if (file.exists() && !file.isWritable()) return QStringLiteral("This file is write-protected:\n%1").arg(name);
     if (!folder.isWritable()) return QStringLiteral("No file can be written in the folder\n%1").arg(folderName);
-    // Last, begin a save and give it up: a name may be too long, or the system refuse it for reasons of its own.
-    if (!FileWriter(file.filesystemAbsoluteFilePath()).isGood())
+    // Last, what only the system knows: whether the name is too long, which a save would notice at its end, and
+    // whether it has reasons of its own, to find which a save is begun and given up.
+    const auto path = file.filesystemAbsoluteFilePath();
+    std::error_code error;
+    const bool canBeAName = std::filesystem::status(path, error).type() != std::filesystem::file_type::none;
+    if (!canBeAName || !FileWriter(path).isGood())
         return QStringLiteral("This file cannot be written:\n%1").arg(name);
     return {};
 }

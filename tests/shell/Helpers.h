@@ -214,7 +214,12 @@ inline void enterName(QDialog& dialog, const std::filesystem::path& name) {
     auto& edit = find<QLineEdit>(dialog, "fileNameEdit");
     EXPECT_TRUE(edit.hasFocus()) << "the name can be typed at once";
     QTest::keyClick(&edit, Qt::Key_A, Qt::ControlModifier);
-    QTest::keyClicks(&edit, text(name.string()));
+    for (const auto letter : text(name.string())) {
+        if (letter.unicode() < 128)
+            QTest::keyClick(&edit, letter.toLatin1());
+        else
+            edit.insert(letter);  // as an input method does
+    }
     QTest::keyClick(&edit, Qt::Key_Return);
 }
 

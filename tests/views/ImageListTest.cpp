@@ -1,5 +1,6 @@
+#include "views/ImageList.h"
+
 #include "Helpers.h"
-#include "views/Picture.h"
 
 namespace {
 
@@ -74,17 +75,4 @@ TEST(NodeImages, AreSharpAtTwiceTheSize) {
     const auto image = drawn(nodeImage("root"), 32);
     EXPECT_EQ(image.size(), QSize(32, 32));
     EXPECT_NE(image, drawn(nodeImage("root")).scaled(32, 32)) << "drawn anew, not blown up";
-}
-
-TEST(Picture, Is16PixelsWideAndHighAndShowsItsIcon) {
-    QWidget window;
-    Picture picture(plain(Qt::blue), &window);
-    EXPECT_EQ(picture.minimumSize(), QSize(16, 16));
-    EXPECT_EQ(picture.maximumSize(), QSize(16, 16));
-    EXPECT_EQ(picture.parentWidget(), &window);
-    EXPECT_EQ(drawn(picture.icon()).pixelColor(3, 3), QColor(Qt::blue));
-    const auto image = picture.grab().toImage();
-    ASSERT_EQ(image.size(), QSize(16, 16));
-    for (const auto& [x, y] : {std::pair{0, 0}, {15, 0}, {0, 15}, {15, 15}, {8, 8}})
-        EXPECT_EQ(image.pixelColor(x, y), QColor(Qt::blue)) << x << " " << y;
 }
