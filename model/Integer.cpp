@@ -63,6 +63,11 @@ std::optional<std::int32_t> readInteger(std::string_view text) {
     return static_cast<std::int32_t>(value);
 }
 
+std::optional<std::int32_t> readWholeNumber(std::string_view text) {
+    if (text.find('.') != std::string_view::npos) return {};
+    return readInteger(text);
+}
+
 std::optional<std::int32_t> readKey(std::string_view key) {
     std::int32_t number = 0;
     const char* end = key.data() + key.size();

@@ -10,6 +10,9 @@
 /// @return nothing for an empty text, other bytes before or after the number, or a value outside 32 bits
 [[nodiscard]] std::optional<std::int32_t> readInteger(std::string_view text);
 
+/// The same, but a text with a fraction is no number.
+[[nodiscard]] std::optional<std::int32_t> readWholeNumber(std::string_view text);
+
 /// Reads a collection key, which is a number written in the one way that `keyText` writes it.
 /// @return nothing for any other text, such as "07", "+7", " 7" or "-0"
 [[nodiscard]] std::optional<std::int32_t> readKey(std::string_view key);

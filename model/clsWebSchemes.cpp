@@ -92,6 +92,10 @@ bool clsWebSchemes::Update(const clsWebScheme& from) {
     return true;
 }
 
+bool clsWebSchemes::HasKey(std::string_view key) const {
+    return paragraphs_.Item(key) != nullptr;
+}
+
 bool clsWebSchemes::HasID(std::int32_t id) const {
     return std::ranges::any_of(paragraphs_.Slots(), [id](const auto& slot) { return slot && slot->ID == id; });
 }

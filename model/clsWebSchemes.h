@@ -56,6 +56,8 @@ class clsWebSchemes {
     /// Stores the fields of `from`, but for `extra` and those of the renumbering, in the paragraph filed under its
     /// ID. @return false when there is none
     [[nodiscard]] bool Update(const clsWebScheme& from);
+    /// Whether a paragraph is filed under this text.
+    [[nodiscard]] bool HasKey(std::string_view key) const;
     /// Whether some paragraph has this ID now.
     [[nodiscard]] bool HasID(std::int32_t id) const;
 

@@ -1,6 +1,6 @@
 #include "shell/fMain.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QGroupBox>
 #include <QMenuBar>
 #include <QResizeEvent>
@@ -39,7 +39,7 @@ constexpr TreePicture treePictures[] = {
 };
 
 struct MenuItem {
-    const char* menu;  // the name of the menu that it stands in, empty for the menu bar
+    const char* menu;  // the name of the menu that it stands in, empty for the menu bar, null for none
     const char* name;
     const char* caption;
     void (fMain::*command)();  // null for a menu
@@ -59,6 +59,16 @@ constexpr MenuItem menuItems[] = {
     {"mnuNavigation", "mnuNavRenum", "&Re-Number", &fMain::mnuNavRenum_Click},
     {"", "mnuDisplay", "&Web", nullptr},
     {"mnuDisplay", "mnuDisSave", "&Save to Text File", &fMain::mnuDisSave_Click},
+    {nullptr, "mnuPopUp", "Popup", nullptr},
+    {"mnuPopUp", "mnuChild", "&Add Child   (Ins)", &fMain::mnuChild_Click},
+    {"mnuPopUp", "mnuEdit", "&Edit Node   (F2)", &fMain::mnuEdit_Click},
+    {"mnuPopUp", "mnuDelete", "&Delete       (Del)", &fMain::mnuDelete_Click},
+    {nullptr, "mnuWPopUp", "&WPopUp", nullptr},
+    {"mnuWPopUp", "mnuAddP", "&Add Paragraph", &fMain::mnuAddP_Click},
+    {"mnuWPopUp", "mnuEditP", "&Edit Paragraph", &fMain::mnuEditP_Click},
+    {"mnuWPopUp", "mnuDeleteP", "&Delete Paragraph", &fMain::mnuDeleteP_Click},
+    {"mnuWPopUp", "mnuDisplayAll", "Display &Full Table XST2", &fMain::mnuDisplayAll_Click},
+    {"mnuWPopUp", "mnuOrphans", "Display &Orphans", &fMain::mnuOrphans_Click},
 };
 
 QString programFolder() {
@@ -109,13 +119,14 @@ void fMain::makeMenus() {
     for (const auto& item : menuItems) {
         const auto name = QString::fromLatin1(item.name);
         const auto caption = QString::fromLatin1(item.caption);
-        auto* parent = menuBar()->findChild<QMenu*>(QString::fromLatin1(item.menu));
         if (item.command) {
-            auto* action = parent->addAction(caption);
+            auto* action = find<QMenu>(item.menu).addAction(caption);
             action->setObjectName(name);
             connect(action, &QAction::triggered, this, item.command);
         } else {
-            auto* menu = *item.menu ? parent->addMenu(caption) : menuBar()->addMenu(caption);
+            auto* menu = !item.menu   ? new QMenu(caption, this)
+                         : *item.menu ? find<QMenu>(item.menu).addMenu(caption)
+                                      : menuBar()->addMenu(caption);
             menu->setObjectName(name);
         }
     }
@@ -123,7 +134,11 @@ void fMain::makeMenus() {
 
 void fMain::StartScheme() {
     oNavs = std::make_unique<clsNavSchemes>();
-    oNavs->inform = [this](std::string_view message) { showMessage(this, decode(message)); };
+    oNavs->inform = [this](std::string_view message) {
+        auto* form = QApplication::activeModalWidget();
+        showMessage(form ? form : this, decode(message));
+    };
+    connectScheme();
     oNavs->SetGrid(*flexNav_);
     oNavs->SetTreeview(*this);
     oNavs->NewScheme();
@@ -242,7 +257,10 @@ void fMain::keyPressEvent(QKeyEvent* event) {
 
 void fMain::keyReleaseEvent(QKeyEvent* event) {
     QMainWindow::keyReleaseEvent(event);
-    if (keys_.released(*event) && event->key() == Qt::Key_F1) mnuHelp_Click();
+    if (!keys_.released(*event)) return;
+    if (event->key() == Qt::Key_F1) mnuHelp_Click();
+    if (event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier))
+        popUpAtFocus();
 }
 
 void fMain::changeEvent(QEvent* event) {

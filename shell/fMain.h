@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 #include "model/clsNavSchemes.h"
 #include "shell/HelpFile.h"
@@ -28,6 +29,10 @@ class fMain final : public QMainWindow, private NavWindow {
 
     std::unique_ptr<clsNavSchemes> oNavs;  ///< made at the start, never replaced
 
+    // What the last right click was on. The commands of the popup menus act on that, also later.
+    std::string sPopKey;  ///< key of the node, or of the paragraph
+    std::string pPopKey;  ///< key of the node that the paragraph belongs to; may be the header text of that column
+
     /// The file that the user chooses to open, empty when the choice is cancelled.
     [[nodiscard]] std::filesystem::path GetOpenName(const QString& sInitialDir);
     /// The file that the user chooses to save in, with `sInName` proposed; empty when the choice is cancelled.
@@ -44,6 +49,14 @@ class fMain final : public QMainWindow, private NavWindow {
     void mnuCollapse_Click();
     void mnuNavRenum_Click();
     void mnuDisSave_Click();
+    void mnuChild_Click();
+    void mnuEdit_Click();
+    void mnuDelete_Click();
+    void mnuAddP_Click();
+    void mnuEditP_Click();
+    void mnuDeleteP_Click();
+    void mnuDisplayAll_Click();
+    void mnuOrphans_Click();
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -54,6 +67,22 @@ class fMain final : public QMainWindow, private NavWindow {
   private:
     void makeMenus();
     void placePanels(QSize inner, clsWebSchemes& webs);
+    template <class Widget>
+    [[nodiscard]] Widget& find(const char* name) const {
+        return *findChild<Widget*>(QString::fromLatin1(name));
+    }
+
+    // Editing: what the events of the scheme and the popup menus lead to.
+    void connectScheme();
+    void popUpForNode(std::string skey, QPoint place);
+    void popUpForParagraph(std::string skey, std::string pKey, QPoint place);
+    void popUpAtFocus();
+    void oNavs_oInsert(const std::string& skey);
+    void oNavs_oEdit(const std::string& skey);
+    void oNavs_oDelete(const std::string& skey);
+    void editNode(const clsNavSchemes::Pointer& parent, const clsNavSchemes::Pointer& node);
+    void editParagraph(const clsWebSchemes::Pointer& paragraph);
+    void showPopKeyParagraphs();
 
     // What the scheme asks of the window.
     void Maximize() override;

@@ -9,8 +9,8 @@ std::string text(Text::Ref bytes) {
     return std::string(bytes.view());
 }
 
-template <class Rows, class Number>
-std::size_t widest(const Rows& rows, Number number) {
+template <class Rows, class Number = std::identity>
+std::size_t widest(const Rows& rows, Number number = {}) {
     if (rows.empty()) return 0;
     const auto [least, most] = std::ranges::minmax(rows, {}, number);
     return std::max(keyText(std::invoke(number, least)).size(), keyText(std::invoke(number, most)).size());
@@ -21,13 +21,16 @@ std::size_t widest(const Rows& rows, Number number) {
 NavGridRows::NavGridRows(const clsNavSchemes& scheme) {
     const auto expected = static_cast<std::size_t>(scheme.Count());
     rows_.reserve(expected);
+    ids_.reserve(expected);
+    parents_.reserve(expected);
     colours_.reserve(expected);
     QRgb colour = qRgb(0, 0, 0);
     for (const auto& node : scheme.NewEnum()) {
         texts_.keepOwner(node);
         rows_.push_back({texts_.keep(node->descriptionIs), texts_.keep(node->typeIs()), texts_.keep(node->queryIs()),
-                         texts_.keep(node->parmIs()), texts_.keep(node->iconIs), texts_.keep(node->roleIs), node->ID,
-                         node->parentIs});
+                         texts_.keep(node->parmIs()), texts_.keep(node->iconIs), texts_.keep(node->roleIs)});
+        ids_.push_back(node->ID);
+        parents_.push_back(node->parentIs);
         if (const auto* type = nodeType(node->typeIs())) colour = type->gridColour;
         colours_.push_back(colour);
     }
@@ -36,10 +39,10 @@ NavGridRows::NavGridRows(const clsNavSchemes& scheme) {
 std::string NavGridRows::cell(std::size_t row, int column) const {
     const auto& shown = rows_[row];
     switch (column) {
-        case 0: return keyText(shown.id);
+        case 0: return keyText(ids_[row]);
         case 1: return text(shown.description);
         case 2: return text(shown.type);
-        case 3: return keyText(shown.parent);
+        case 3: return keyText(parents_[row]);
         case 4: return text(shown.query);
         case 5: return text(shown.parm);
         case 6: return text(shown.icon);
@@ -54,10 +57,15 @@ QString NavGridRows::spoken(std::size_t row) const {
 
 std::size_t NavGridRows::widestNumber(int column) const {
     switch (column) {
-        case 0: return widest(rows_, &Row::id);
-        case 3: return widest(rows_, &Row::parent);
+        case 0: return widest(ids_);
+        case 3: return widest(parents_);
         default: return 0;
     }
+}
+
+std::size_t NavGridRows::find(std::int32_t id) const {
+    const auto found = std::ranges::find(ids_, id);
+    return found == ids_.end() ? none : static_cast<std::size_t>(found - ids_.begin());
 }
 
 WebGridRows::WebGridRows(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) {

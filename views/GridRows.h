@@ -36,6 +36,8 @@ class NavGridRows final : public GridRows {
         ">ID |<Description                                                  |^Type|^Parent    |<Query               "
         "           |<Parameter     |<Icon              |<Role         ";
 
+    static constexpr std::size_t none = static_cast<std::size_t>(-1);
+
     NavGridRows() = default;
     explicit NavGridRows(const clsNavSchemes& scheme);
     [[nodiscard]] std::size_t count() const override { return rows_.size(); }
@@ -43,13 +45,15 @@ class NavGridRows final : public GridRows {
     [[nodiscard]] QColor colour(std::size_t row) const override { return QColor(colours_[row]); }
     [[nodiscard]] QString spoken(std::size_t row) const override;
     [[nodiscard]] std::size_t widestNumber(int column) const override;
+    /// The first row with this ID, or `none`. O(n).
+    [[nodiscard]] std::size_t find(std::int32_t id) const;
 
   private:
     struct Row {
         Text::Ref description, type, query, parm, icon, role;
-        std::int32_t id, parent;
     };
     std::vector<Row> rows_;
+    std::vector<std::int32_t> ids_, parents_;  // apart, so that a search passes over little memory
     std::vector<QRgb> colours_;
     TextKeeper texts_;
 };
@@ -60,6 +64,9 @@ class WebGridRows final : public GridRows {
     static constexpr std::string_view format =
         "^ID |^XST1|^Seq|<Paragraph Title                                       |<Query                             "
         "|<Parameter  |^Type|^Form#|<Columns                       ";
+
+    static constexpr int columnOfID = 0;
+    static constexpr int columnOfNode = 1;
 
     WebGridRows() = default;
     /// Null pointers are passed over.

@@ -7,6 +7,7 @@
 #include <QStyledItemDelegate>
 
 #include "views/Picture.h"
+#include "views/PlaceBelow.h"
 #include "views/Twips.h"
 
 namespace {
@@ -90,6 +91,22 @@ std::string NavTree::SelectedKey() const {
 
 void NavTree::Expand(std::string_view key) {
     if (const auto row = model_.snapshot().find(key); row != TreeSnapshot::none) expand(model_.indexOf(row));
+}
+
+int NavTree::childCount(std::string_view key) const {
+    const auto row = model_.snapshot().find(key);
+    return row == TreeSnapshot::none ? 0 : static_cast<int>(model_.snapshot().row(row).childCount);
+}
+
+std::string NavTree::parentKey(std::string_view key) const {
+    const auto& shown = model_.snapshot();
+    const auto row = shown.find(key);
+    const auto parent = row == TreeSnapshot::none ? TreeSnapshot::none : shown.row(row).parent;
+    return parent == TreeSnapshot::none ? std::string() : TreeSnapshot::key(shown.row(parent));
+}
+
+QPoint NavTree::placeOfCurrent() const {
+    return placeBelow(*this, currentIndex());
 }
 
 void NavTree::click(const QModelIndex& index) {

@@ -28,6 +28,13 @@ class NavTree final : public QTreeView, public NavTreeView {
     [[nodiscard]] std::string SelectedKey() const override;
     void Expand(std::string_view key) override;
 
+    /// The number of nodes right below the node with this key, as shown; 0 if there is none with it.
+    [[nodiscard]] int childCount(std::string_view key) const;
+    /// The key of the node right above the node with this key; empty for the root and for a key that no node has.
+    [[nodiscard]] std::string parentKey(std::string_view key) const;
+    /// Where on the screen a menu for the current node belongs: below it.
+    [[nodiscard]] QPoint placeOfCurrent() const;
+
     [[nodiscard]] const TreeModel& treeModel() const { return model_; }
 
     /// Opens what is above the node and scrolls it into view; does nothing below `mostNestedLevels` closed levels.

@@ -4,6 +4,8 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include "model/Integer.h"
+#include "views/PlaceBelow.h"
 #include "views/Twips.h"
 
 namespace {
@@ -23,6 +25,7 @@ SchemeGrid::SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> 
     setWordWrap(false);
     setCornerButtonEnabled(false);
     setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerItem);  // the scroll bar counts rows
 
     // Rows of one fixed height: measuring them would take seconds in a large scheme.
     verticalHeader()->hide();
@@ -54,6 +57,10 @@ void SchemeGrid::fitColumns() {
         const int numbers = digits * metrics.horizontalAdvance(QLatin1Char('0'));
         setColumnWidth(section++, std::max(caption, numbers) + columnPadding);
     }
+}
+
+QPoint SchemeGrid::placeOfCurrent() const {
+    return placeBelow(*this, currentIndex());
 }
 
 // A right click acts on the current row: it must not make another row current.
@@ -91,6 +98,13 @@ NavGrid::NavGrid(QWidget* parent) : SchemeGrid(NavGridRows::format, std::make_un
 
 void NavGrid::Fill(const clsNavSchemes& scheme) {
     show(std::make_unique<NavGridRows>(scheme));
+}
+
+void NavGrid::showAtTop(std::string_view key) {
+    const auto id = readKey(key);
+    if (!id) return;
+    const auto row = static_cast<const NavGridRows&>(gridModel().rows()).find(*id);
+    if (row != NavGridRows::none) verticalScrollBar()->setValue(static_cast<int>(row));
 }
 
 WebGrid::WebGrid(QWidget* parent) : SchemeGrid(WebGridRows::format, std::make_unique<WebGridRows>(), parent) {

@@ -15,6 +15,8 @@ class SchemeGrid : public QTableView {
     SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> noRows, QWidget* parent);
 
     [[nodiscard]] const GridModel& gridModel() const { return model_; }
+    /// Where on the screen a menu for the current row belongs: below it.
+    [[nodiscard]] QPoint placeOfCurrent() const;
 
   protected:
     /// Replaces the rows; the header row becomes the current row, the view goes to the top.
@@ -40,6 +42,8 @@ class NavGrid final : public SchemeGrid, public NavGridView {
   public:
     explicit NavGrid(QWidget* parent);
     void Fill(const clsNavSchemes& scheme) override;
+    /// Scrolls so far that the first row with this ID is the top one, if there is such a row. Nothing else changes.
+    void showAtTop(std::string_view key);
 };
 
 /// The grid of paragraphs.

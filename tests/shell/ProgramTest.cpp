@@ -2,8 +2,8 @@
 #include <unistd.h>
 
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
-#include <regex>
 #include <set>
 #include <sstream>
 
@@ -44,18 +44,18 @@ bool isOfTheSystem(const std::string& path) {
 // The calls of a log that name files.
 std::vector<Call> readLog(const std::filesystem::path& log) {
     // 123 openat(AT_FDCWD</home>, "in/it", O_RDONLY) = 3</home/in/it>
-    static const std::regex call(R"(^\d+ +([a-z_0-9]+)\((.*)$)");
-    static const std::regex path(R"re((?:<([^>]*)>, )?"((?:[^"\\]|\\.)*)")re");
+    static const QRegularExpression call(text(R"(^\d+ +([a-z_0-9]+)\((.*)$)"));
+    static const QRegularExpression path(text(R"re((?:<([^>]*)>, )?"((?:[^"\\]|\\.)*)")re"));
     std::vector<Call> calls;
     std::ifstream in(log);
     for (std::string line; std::getline(in, line);) {
-        std::smatch match;
-        if (!std::regex_match(line, match, call)) continue;
-        Call found{line, match[1], {}};
-        const std::string arguments = match[2];
-        for (std::sregex_iterator it(arguments.begin(), arguments.end(), path), end; it != end; ++it) {
-            const std::filesystem::path named((*it)[2].str());
-            found.paths.push_back((std::filesystem::path((*it)[1].str()) / named).lexically_normal().string());
+        const auto match = call.match(text(line));
+        if (!match.hasMatch()) continue;
+        Call found{line, match.captured(1).toStdString(), {}};
+        for (auto each = path.globalMatch(match.captured(2)); each.hasNext();) {
+            const auto named = each.next();
+            const std::filesystem::path folder(named.captured(1).toStdString());
+            found.paths.push_back((folder / named.captured(2).toStdString()).lexically_normal().string());
         }
         calls.push_back(found);
     }
@@ -70,8 +70,8 @@ bool changesFiles(const Call& call) {
         "mknodat",  "truncate",  "chmod",     "fchmodat",  "chown",    "lchown",    "fchownat",
         "utime",    "utimes",    "utimensat", "futimesat", "setxattr", "lsetxattr", "removexattr"};
     if (changing.contains(call.name)) return true;
-    static const std::regex writing(R"(O_(WRONLY|RDWR|CREAT|TRUNC|APPEND))");
-    return call.name.starts_with("open") && std::regex_search(call.line, writing);
+    static const QRegularExpression writing(text("O_(WRONLY|RDWR|CREAT|TRUNC|APPEND)"));
+    return call.name.starts_with("open") && text(call.line).contains(writing);
 }
 
 class Program : public testing::Test {
@@ -154,8 +154,9 @@ const std::string settings =
 
 // What may be looked up in a user's home: fonts, icons, file types, and the right to the screen.
 bool isLookUp(const std::string& path) {
-    static const std::regex lookUp(R"(/\.Xauthority$|font|/\.?icons|/\.?themes|/mime|/qtlogging\.ini$|/\.Xdefaults)");
-    return std::regex_search(path, lookUp);
+    static const QRegularExpression lookUp(
+        text(R"(/\.Xauthority$|font|/\.?icons|/\.?themes|/mime|/qtlogging\.ini$|/\.Xdefaults)"));
+    return text(path).contains(lookUp);
 }
 
 }  // namespace

@@ -1,0 +1,63 @@
+#include "forms/ChoiceList.h"
+
+#include <QMouseEvent>
+
+ChoiceList::ChoiceList(QWidget* parent) : QListWidget(parent) {
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::StrongFocus);
+    setUniformItemSizes(true);
+}
+
+int ChoiceList::ListIndex() const {
+    const auto chosen = selectionModel()->selectedRows();
+    return chosen.isEmpty() ? -1 : chosen.front().row();
+}
+
+void ChoiceList::setListIndex(int index) {
+    if (index >= count()) return;
+    if (index < 0) {
+        selectionModel()->clear();
+    } else if (index == ListIndex()) {
+        if (Click) Click();
+    } else {
+        setCurrentRow(index, QItemSelectionModel::ClearAndSelect);
+    }
+}
+
+QString ChoiceList::chosen() const {
+    const int index = ListIndex();
+    return index < 0 ? QString() : item(index)->text();
+}
+
+void ChoiceList::fit(int rows) {
+    const int frame = 2 * frameWidth();
+    setFixedHeight(rows * sizeHintForRow(0) + frame);
+    setMinimumWidth(sizeHintForColumn(0) + frame);
+}
+
+void ChoiceList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QListWidget::selectionChanged(selected, deselected);
+    if (!selected.isEmpty() && Click) Click();
+}
+
+void ChoiceList::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton) return;
+    const auto pressed = indexAt(event->position().toPoint());
+    const bool again = pressed.isValid() && pressed.row() == ListIndex();
+    QListWidget::mousePressEvent(event);
+    if (again && Click) Click();
+}
+
+// The base class makes an entry current when the list gets the focus; here nothing is, until the user chooses.
+void ChoiceList::focusInEvent(QFocusEvent* event) {
+    const bool nothing = !currentIndex().isValid();
+    QListWidget::focusInEvent(event);
+    if (nothing) selectionModel()->clear();
+}
+
+// Each choice is of one entry; none takes it back, with Ctrl neither.
+QItemSelectionModel::SelectionFlags ChoiceList::selectionCommand(const QModelIndex& index, const QEvent*) const {
+    return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QLineEdit>
+#include <string>
+
+/// A text box of an entry form. What is typed or pasted into it can be stored: a text with a character that the code
+/// page lacks is refused, and a tool tip says which; line breaks, which a record cannot hold, become blanks (those at
+/// either end are dropped).
+class EntryLine final : public QLineEdit {
+  public:
+    explicit EntryLine(QWidget* parent);
+
+    /// The text as bytes of the code page.
+    [[nodiscard]] std::string bytes() const;
+    void setBytes(std::string_view bytes);
+};

@@ -1,0 +1,115 @@
+#include "forms/fWeb.h"
+
+namespace {
+
+constexpr EntryField fields[] = {
+    {EntryField::Line, "Label1", "ID:", "txtID",
+     ""},
+    {EntryField::Line, "Label2", "Paragraph Title:", "txtTitle",
+     "Please Enter the Title of the Paragraph. If Suffixed by (colon :), then whatever is the Text of "
+     "currently selected Node in Treeview will be suffixed to this Title.  For Example, if the title is 'Order "
+     "Pattern for : ', and the Text of the Node in Treeview is 'Customers', then the paragraph will be titled "
+     "as 'Order Pattern for : Customers'"},
+    {EntryField::TypeList, "Label4", "Paragraph Type:", "lstType",
+     "<<CHEMIST -- An Aid to Remembering.>> Select the type of Paragraph. The types are: (C)-Displays a "
+     "pure-HTML bar chart, (H)-Header, (E)-Execute Action Query, (M)-Displays a Multi-Chapter (Shaped) "
+     "Recordset, (I)-Image Header, (S)-Show Table Type, and (T)-Thumbnail of Images."},
+    {EntryField::Line, "Label7", "Query:", "txtQuery",
+     "Specify the name of Query/Stored Procedure. This should be a multi-field query and should have first "
+     "field named 'ID'. Also, if this query has any CONSTANT parameter(s), it should be specified here. For "
+     "example, if 'spW_Employees' lists all employees below a boss (Parameter=Integer=Boss's ID), then "
+     "specifying 'spW_Employees 0' will display the CHIEF (the person who has no Boss and he is the ultimate "
+     "Boss!). As a matter of Conventions, this query should be prefixed with 'spW_', which means that it is a "
+     "Web-Page Query. "},
+    {EntryField::KindList, "Label9", "Parameter Type:", "lstParm",
+     "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'."},
+    {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn",
+     "Please enter numeric value -- The length of Character Key."},
+    {EntryField::Line, "", "Parameter Type: as it will be stored", "txtParm",
+     ""},
+    {EntryField::Line, "Label11", "Form No.:", "txtForm",
+     "Enter a Form Number (1, 2, 3 ..). Specifying this will place a hyperlink on the Web-Page Report, which "
+     "when clicked will fire an event, which can be coded to open a Data Entry Form. This number will specify "
+     "which form to open. You can specify as 1 for Customers, 2 for Products, 3 for Employee, etc."},
+    {EntryField::Line, "Label13", "Columns Or (XML for (T)):", "txtCol",
+     "This is a multi-purpose field. Columns can be Specified as 'All' or '1:3:6'. Column Nos start with First "
+     "(ID) field counted as ZERO. When used with Type-S, the columns specified will be summed-up. (For "
+     "example: '1:5:6:7' will sum-up column nos. 1, 5, 6 and 7. Specifying 'All' will sum-up all columns "
+     "starting with 1st. This is useful when a cross-Tab Query is to be summed-up and we do not beforehand the "
+     "count of columns!. Please ensure that they are Numeric!. For Type-C, columns can be specified as '3:4', "
+     "3rd col will be X-Axis and 4th, Y-Axis. 'All' will generate charts will all combination of Columns with "
+     "1st columns. i.e. '1:2', '1:3', '1:4', etc.  For Type-T, this field should be used to specify the "
+     "Thumbnail parameters as XML fragment.  For example: '<height>150</height> <width>150</width> "
+     "<columns>3</columns> <textposition>bottom</textposition>'. <textposition> can be 'botton' or 'right' "
+     "only!"},
+    {EntryField::CheckedNumber, "Label18", "Sequence No:", "txtSeqNo",
+     "Please give the Sequence No. for this Paragraph to be displayed in the Web-Report."},
+};
+
+constexpr TypeChoice types[] = {
+    {"C - Chart (Bar)", {"txtForm", "txtCol"}, {"txtCol"},
+     "(C)-Displays a pure-HTML bar chart, given the columns as X:Y, where X=Column No for X-Axis and Y=Col. No "
+     "for Y-Axis. For Example '1:5'; Col-1 will be X-Axis and Col-5 will be Y-Axis."},
+    {"H - Header", {"txtForm", "txtCol"}, {"txtForm"},
+     "(H)-Header, Displaying Header Information. You can also specify the Form# with this type."},
+    {"E - Execute Only", {"txtForm", "txtCol"}, {},
+     "(E)-It is sometimes required to execute an Action Query or Non-Row-Returning Stored Procedure. This type "
+     "will do that !!"},
+    {"M - Multi-Chapter (Shaped)", {"txtForm", "txtCol"}, {},
+     "(M)-Displays a Shaped Recordset. Since Shaped Recordset cannot be returned by a Stored Procedure, Please "
+     "see how it has been implemented in Demo Application."},
+    {"I - Image Header", {"txtForm", "txtCol"}, {"txtForm"},
+     "(I)-Displays the Header Information alongwith the Image, which is stored as BLOB (Binary Large Object) "
+     "data-type. This should have one field prefixed with 'IMG' (i.e. IMGEmployee, or IMG_Product) and should "
+     "be of BLOB type. You can also specify the Form# with this type."},
+    {"S - Show Table", {"txtForm", "txtCol"}, {"txtCol"},
+     "(S)-Show Table Type, which will display a tabular data and will also sum the columns."},
+    {"T - Thumbnail Images", {"txtForm", "txtCol"}, {"txtCol"},
+     "(T)-Thumbnail of Images. Please note this type displays images that are not stored in database as BLOB "
+     "type. The database, however, stores the file path of the images. The Field name that returns the "
+     "full-path of images should be prefixed as 'FILE', for example FILEStudents or FILE_Products."},
+};
+
+// In the order in which they are written.
+using Paragraph = clsWebScheme;
+constexpr EntryMember<Paragraph> members[] = {
+    numberMember<Paragraph, &Paragraph::ID>("txtID"),
+    numberMember<Paragraph, &Paragraph::seqNo>("txtSeqNo"),
+    textMember<Paragraph, &Paragraph::titleIs>("txtTitle"),
+    textMember<Paragraph, &Paragraph::queryIs>("txtQuery"),
+    textMember<Paragraph, &Paragraph::parmIs>("txtParm"),
+    textMember<Paragraph, &Paragraph::typeIs>("lstType"),
+    numberMember<Paragraph, &Paragraph::formIs>("txtForm"),
+    textMember<Paragraph, &Paragraph::colsAre>("txtCol"),
+};
+
+QFont hintFont() {
+    auto font = formFont();
+    font.setPointSizeF(12);
+    return font;
+}
+
+}  // namespace
+
+fWeb::fWeb(clsNavSchemes& oNavs, QWidget* parent)
+    : RecordForm({"fWeb", "Form to Add / Update a Web-Page Paragraph.", "Do you want to Update the Paragraph?", fields,
+                  types, hintFont()},
+                 members, [&oNavs](const Pointer& paragraph) { return oNavs.FuseWeb(paragraph); }, parent) {
+    load();
+}
+
+void fWeb::setWebObject(Pointer paragraph) {
+    setRecord(std::move(paragraph));
+    if (!WebObject()) return;
+    for (const char* field : {"txtID", "txtSeqNo", "txtTitle", "txtQuery", "txtForm", "txtCol"}) fill(field);
+    chooseType(WebObject()->typeIs);
+    chooseParameter(WebObject()->parmIs);
+}
+
+// An unknown type leaves the choice as it is.
+void fWeb::chooseType(std::string_view type) {
+    constexpr std::string_view letters = "CHEMIST";
+    const auto place = type.size() == 1 ? letters.find(type) : std::string_view::npos;
+    if (type.empty()) listOfTypes().setListIndex(-1);
+    if (place != std::string_view::npos) listOfTypes().setListIndex(static_cast<int>(place));
+}

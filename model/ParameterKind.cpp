@@ -1,0 +1,36 @@
+#include "model/ParameterKind.h"
+
+#include <algorithm>
+#include <string>
+
+namespace {
+
+struct Tag {
+    std::string_view letters;
+    ParameterKind kind;
+};
+constexpr Tag tags[] = {
+    {"**", ParameterKind::None}, {"LK", ParameterKind::LKey},  {"CK", ParameterKind::CKey},
+    {"TE", ParameterKind::Text}, {"TO", ParameterKind::Today},
+};
+
+char upper(char letter) {
+    return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+}  // namespace
+
+std::optional<ParameterKind> readParameterKind(std::string_view parmIs) {
+    const auto first = parmIs.find_first_not_of(' ');
+    auto letters = first == std::string_view::npos ? std::string() : std::string(parmIs.substr(first, 2));
+    letters += "**";  // an empty text has the tag "**"
+    letters.resize(2);
+    std::ranges::transform(letters, letters.begin(), upper);
+    const auto* tag = std::ranges::find(tags, letters, &Tag::letters);
+    if (tag == std::end(tags)) return {};
+    return tag->kind;
+}
+
+std::string_view keyLengthOf(std::string_view parmIs) {
+    return parmIs.substr(parmIs.size() - std::min<std::size_t>(parmIs.size(), 2));
+}

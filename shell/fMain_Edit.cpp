@@ -1,0 +1,207 @@
+#include <QCursor>
+#include <QMenu>
+#include <cmath>
+#include <limits>
+
+#include "forms/fNav.h"
+#include "forms/fWeb.h"
+#include "model/Integer.h"
+#include "shell/fMain.h"
+#include "views/CodePage.h"
+#include "views/MessageBox.h"
+
+// What the events of the tree and the paragraph grid, and the commands of their popup menus, do to nodes and
+// paragraphs. Keys are IDs as text. A command on a record that is gone does nothing.
+
+namespace {
+
+// Why no node can be added below one of this type that has `children` nodes; empty when one can.
+QString refusalBelow(std::string_view type, int children) {
+    if (type == "G" && children > 0)
+        return QStringLiteral("Below a (G)- Generating Node, you can add just ONE node.\r\n"
+                              "Node is already present. No Addition allowed !!");
+    if (type == "R")
+        return QStringLiteral("Below a (R)- Recurring Node, you CANNOT add any node.\r\nNo Addition allowed !!");
+    if (type == "N")
+        return QStringLiteral("Below a (N)- Non-Generating Node, you CANNOT add any node.\r\nNo Addition allowed !!");
+    return {};
+}
+
+std::string treeKey(std::string_view skey) {
+    return "N" + std::string(skey);
+}
+
+std::string withoutPrefix(const std::string& treeKey) {
+    return treeKey.empty() ? std::string() : treeKey.substr(1);
+}
+
+// The number after the largest one, which is given as text.
+std::optional<std::int32_t> numberAfter(const std::string& largest) {
+    const auto number = readInteger(largest);
+    if (!number || *number == std::numeric_limits<std::int32_t>::max()) return {};
+    return *number + 1;
+}
+
+}  // namespace
+
+void fMain::connectScheme() {
+    oNavs->oInsert = [this](std::string_view skey) { oNavs_oInsert(std::string(skey)); };
+    oNavs->oEdit = [this](std::string_view skey) { oNavs_oEdit(std::string(skey)); };
+    oNavs->oDelete = [this](std::string_view skey) { oNavs_oDelete(std::string(skey)); };
+    oNavs->oNodeClick = [this](std::string_view skey) { flexNav_->showAtTop(skey); };
+    oNavs->oRightClick = [this](std::string_view skey) { popUpForNode(std::string(skey), QCursor::pos()); };
+    oNavs->wRightClick = [this](std::string_view skey, std::string_view pKey) {
+        popUpForParagraph(std::string(skey), std::string(pKey), QCursor::pos());
+    };
+}
+
+void fMain::popUpForNode(std::string skey, QPoint place) {
+    sPopKey = std::move(skey);
+    find<QMenu>("mnuPopUp").popup(place);
+}
+
+void fMain::popUpForParagraph(std::string skey, std::string pKey, QPoint place) {
+    sPopKey = std::move(skey);
+    pPopKey = std::move(pKey);
+    find<QMenu>("mnuWPopUp").popup(place);
+}
+
+// What a right click does, for the keyboard: below the selected node, or the current row.
+void fMain::popUpAtFocus() {
+    if (myTree_->hasFocus()) {
+        const auto key = myTree_->SelectedKey();
+        if (!key.empty()) popUpForNode(withoutPrefix(key), myTree_->placeOfCurrent());
+    } else if (flexWeb_->hasFocus()) {
+        popUpForParagraph(flexWeb_->CurrentText(WebGridRows::columnOfID), flexWeb_->CurrentText(WebGridRows::columnOfNode),
+                          flexWeb_->placeOfCurrent());
+    }
+}
+
+// --- nodes ---
+
+void fMain::oNavs_oInsert(const std::string& skey) {
+    const auto parent = oNavs->Item(skey);
+    if (!parent) return;
+    if (const auto refusal = refusalBelow(parent->typeIs(), myTree_->childCount(treeKey(skey))); !refusal.isEmpty()) {
+        showMessage(this, refusal);
+        return;
+    }
+    const auto number = numberAfter(oNavs->MaxID());
+    if (!number) {
+        showMessage(this, QStringLiteral("No ID is left above the largest one, 2147483647.\r\n"
+                                         "Please choose Re-Number, save the scheme and open it again."));
+        return;
+    }
+    const auto node = std::make_shared<clsNavScheme>();
+    node->ID = *number;
+    node->descriptionIs = "New";
+    node->setTypeIs("N");
+    node->parentIs = readInteger(skey).value_or(0);
+    node->iconIs = "leaf";
+    editNode(parent, node);
+}
+
+void fMain::oNavs_oEdit(const std::string& skey) {
+    const auto node = oNavs->Item(skey);
+    if (!node) return;
+    if (node->parentIs == 0) {
+        showMessage(this, QStringLiteral("Root Node cannot be modified !!"));
+        return;
+    }
+    const auto parent = oNavs->Item(withoutPrefix(myTree_->parentKey(treeKey(skey))));
+    if (parent) editNode(parent, oNavs->CloneNav(skey));
+}
+
+void fMain::editNode(const clsNavSchemes::Pointer& parent, const clsNavSchemes::Pointer& node) {
+    {
+        fNav form(*oNavs, this);
+        form.setPObject(parent);
+        form.setNavObject(node);
+        form.exec();
+    }
+    oNavs->DispInTV();
+}
+
+void fMain::oNavs_oDelete(const std::string& skey) {
+    const auto node = oNavs->Item(skey);
+    if (!node) return;
+    if (node->parentIs == 0) {
+        showMessage(this, QStringLiteral("Root Node cannot be deleted!!"));
+        return;
+    }
+    oNavs->DelNode(skey);
+    oNavs->DispInTV();
+}
+
+void fMain::mnuChild_Click() {
+    oNavs_oInsert(sPopKey);
+}
+
+void fMain::mnuEdit_Click() {
+    oNavs_oEdit(sPopKey);
+}
+
+void fMain::mnuDelete_Click() {
+    oNavs_oDelete(sPopKey);
+}
+
+// --- paragraphs ---
+
+void fMain::mnuAddP_Click() {
+    if (!readInteger(pPopKey)) pPopKey = withoutPrefix(myTree_->SelectedKey());
+    const auto node = readInteger(pPopKey).value_or(0);
+    if (node <= 0) {
+        showMessage(this, QStringLiteral("Cannot Add ...."));
+        return;
+    }
+    const auto number = numberAfter(oNavs->oWebs.MaxID());
+    const auto seqNo = numberAfter(oNavs->oWebs.MaxSeqNo(pPopKey));
+    if (!number || !seqNo) {
+        showMessage(this, QStringLiteral("No %1 is left above the largest one, 2147483647.")
+                              .arg(number ? QStringLiteral("sequence number") : QStringLiteral("ID")));
+        return;
+    }
+    const auto paragraph = std::make_shared<clsWebScheme>();
+    paragraph->ID = *number;
+    paragraph->XST1 = node;
+    paragraph->seqNo = *seqNo;
+    paragraph->titleIs = "New";
+    paragraph->typeIs = "S";
+    editParagraph(paragraph);
+}
+
+void fMain::mnuEditP_Click() {
+    const auto node = readInteger(pPopKey);
+    if (!node || *node <= 0) {
+        showMessage(this, node ? QStringLiteral("Cannot Edit ....") : QStringLiteral("Nothin to Edit ...."));
+        return;
+    }
+    if (oNavs->oWebs.HasKey(sPopKey)) editParagraph(oNavs->oWebs.CloneWeb(sPopKey));
+}
+
+void fMain::editParagraph(const clsWebSchemes::Pointer& paragraph) {
+    {
+        fWeb form(*oNavs, this);
+        form.setWebObject(paragraph);
+        form.exec();
+    }
+    showPopKeyParagraphs();
+}
+
+void fMain::mnuDeleteP_Click() {
+    oNavs->oWebs.Remove(sPopKey);
+    showPopKeyParagraphs();
+}
+
+// The header text, "XST1", has the value 0, which shows all paragraphs.
+void fMain::showPopKeyParagraphs() {
+    oNavs->oWebs.DispInGrid(readInteger(pPopKey).value_or(0));
+}
+
+void fMain::mnuDisplayAll_Click() {
+    oNavs->DisplayFullWeb();
+}
+
+void fMain::mnuOrphans_Click() {
+    oNavs->DispOrphans();
+}
