@@ -304,8 +304,11 @@ bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
             if (field && *field->help && !leftWithoutNumber_ && isMoveInForm(*event)) showHelp(field->help);
             break;
         }
-        // The mouse moves the focus before the field that it pressed hears of it.
         case QEvent::FocusOut:
+            if (const auto* field = fieldOf(watched);
+                field && field->kind == EntryField::KeyLength && isMoveInForm(*event))
+                composeKey();
+            // The mouse moves the focus before the field that it pressed hears of it.
             if (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason && lacksNumber(watched))
                 leftWithoutNumber_ = static_cast<QWidget*>(watched);
             break;
