@@ -298,28 +298,25 @@ void EntryForm::sendBack(QWidget& field) {
 }
 
 bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
+    const auto* field = fieldOf(watched);
+    const bool held = watched != inField_ && lacksNumber(inField_);
     switch (event->type()) {
-        case QEvent::FocusIn: {
-            const auto* field = fieldOf(watched);
-            if (field && *field->help && !leftWithoutNumber_ && isMoveInForm(*event)) showHelp(field->help);
+        // The mouse moves the focus before the field that it pressed hears of it.
+        case QEvent::FocusIn:
+            if (!field || (held && static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason)) break;
+            inField_ = inputs_.at(field->name);
+            if (*field->help && isMoveInForm(*event)) showHelp(field->help);
             break;
-        }
         case QEvent::FocusOut:
-            if (const auto* field = fieldOf(watched);
-                field && field->kind == EntryField::KeyLength && isMoveInForm(*event))
-                composeKey();
-            // The mouse moves the focus before the field that it pressed hears of it.
-            if (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason && lacksNumber(watched))
-                leftWithoutNumber_ = static_cast<QWidget*>(watched);
+            if (field && field->kind == EntryField::KeyLength && isMoveInForm(*event)) composeKey();
             break;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
-            if (leftWithoutNumber_) {
-                auto& field = *leftWithoutNumber_;
-                leftWithoutNumber_ = nullptr;
-                sendBack(field);
-                return true;
-            }
+            if (!held || focusWidget() == inField_) break;
+            sendBack(*inField_);
+            return true;
+        case QEvent::ContextMenu:  // of a press that was sent back
+            if (held) return true;
             break;
         default: break;
     }
