@@ -27,12 +27,6 @@ const QColor white(255, 255, 255);
 const QColor lightBlue(0xC0, 0xC0, 0xFF);
 const QColor tipColour(255, 255, 220);
 
-/// The name of the field with the focus.
-inline std::string focusName() {
-    const auto* focus = QApplication::focusWidget();
-    return focus ? focus->objectName().toStdString() : "none";
-}
-
 /// Lets everything arrive that was sent.
 inline void settle() {
     QTest::qWait(20);
@@ -93,7 +87,7 @@ class Stage {
     /// What is stored, and what the form edits.
     [[nodiscard]] std::string stored() const {
         if (node) return navs.Item(node->ID) ? rowOf(*navs.Item(node->ID)) : "nothing";
-        return navs.oWebs.Item(paragraph->ID) ? rowOf(*navs.oWebs.Item(paragraph->ID)) : "nothing";
+        return navs.oWebs.HasID(paragraph->ID) ? rowOf(*navs.oWebs.Item(paragraph->ID)) : "nothing";
     }
     [[nodiscard]] std::string edited() const { return node ? rowOf(*node) : rowOf(*paragraph); }
     /// The scheme's words since the last time.
@@ -137,6 +131,12 @@ class Stage {
 
     // --- what the form shows ---
 
+    /// The name of the field with the focus, once the form has the keyboard back.
+    [[nodiscard]] std::string focusName() const {
+        activate(*form);
+        const auto* focus = QApplication::focusWidget();
+        return focus ? focus->objectName().toStdString() : "none";
+    }
     [[nodiscard]] QLineEdit& line(const std::string& field) const { return find<QLineEdit>(*form, field); }
     [[nodiscard]] QListWidget& list(const std::string& field) const { return find<QListWidget>(*form, field); }
     [[nodiscard]] std::string shown(const std::string& field) const { return line(field).text().toStdString(); }
