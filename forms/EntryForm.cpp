@@ -181,7 +181,9 @@ void EntryForm::addFootnote(const char* name, const char* text, const QFont& fon
 }
 
 void EntryForm::load() {
-    adjustSize();
+    // The layout's own minimum leaves captions that wrap out, and adjustSize() takes two thirds of the screen at most.
+    setMinimumSize(sizeHint());
+    resize(minimumSize());
     inputs_.at(fields_.front().name)->setFocus();
     oEH.raise = [this](clsEventHandler::Event event, QWidget* vControl) { answer(event, vControl); };
     oEH.SetForm(*this);
