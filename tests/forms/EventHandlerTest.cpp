@@ -244,6 +244,15 @@ TEST_F(EventHandler, ServesTheLastFormItWasGiven) {
     EXPECT_EQ(window.first.keys, Rows({"down F3", "up F3"}));
 }
 
+TEST_F(EventHandler, ForgetsThePressesInTheFormBefore) {
+    KeyWindow other;
+    down(Qt::Key_F3);
+    handler.SetForm(other);
+    other.appear();
+    QTest::keyRelease(other.windowHandle(), Qt::Key_F3);
+    EXPECT_EQ(taken(), Rows());
+}
+
 TEST_F(EventHandler, RaisesOneEventAfterItWasGivenTheSameFormTwice) {
     handler.SetForm(window);
     press(window, Qt::Key_F3);
