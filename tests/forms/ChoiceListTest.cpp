@@ -20,7 +20,8 @@ class Choice : public testing::Test {
     void click(int index, Qt::KeyboardModifiers modifiers = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton) {
         clickAt(list.visualItemRect(list.item(index)).center(), modifiers, button);
     }
-    void clickAt(QPoint at, Qt::KeyboardModifiers modifiers = Qt::NoModifier, Qt::MouseButton button = Qt::LeftButton) {
+    void clickAt(QPoint at, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+                 Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseClick(window.windowHandle(), button, modifiers, list.viewport()->mapTo(&window, at));
     }
     // The clicks since the last time.

@@ -67,7 +67,8 @@ TEST_F(Line, KeepsEveryByte) {
     line.setBytes(allBytes());
     EXPECT_EQ(line.bytes(), allBytes());
     EXPECT_EQ(line.text().size(), 254);
-    for (const auto& bytes : {"\0"s, "\x1A"s, "\xA0"s, " \xA0 "s, "\t"s, "\x80\x81\x8D\x8F\x90\x9D\xFF"s, ""s, "\"\""s}) {
+    for (const auto& bytes :
+         {"\0"s, "\x1A"s, "\xA0"s, " \xA0 "s, "\t"s, "\x80\x81\x8D\x8F\x90\x9D\xFF"s, ""s, "\"\""s}) {
         line.setBytes(bytes);
         EXPECT_EQ(line.bytes(), bytes);
     }
@@ -109,9 +110,12 @@ TEST_F(Line, RefusesACharacterThatCannotBeStored) {
         QString tip;
     };
     for (const auto& [character, expected] : std::vector<Case>{
-             {text("\u03A9"), text("The character \u03A9 (U+03a9) cannot be stored: the code page of the files lacks it.")},
-             {text("\u0141"), text("The character \u0141 (U+0141) cannot be stored: the code page of the files lacks it.")},
-             {text("\u2260"), text("The character \u2260 (U+2260) cannot be stored: the code page of the files lacks it.")},
+             {text("\u03A9"),
+              text("The character \u03A9 (U+03a9) cannot be stored: the code page of the files lacks it.")},
+             {text("\u0141"),
+              text("The character \u0141 (U+0141) cannot be stored: the code page of the files lacks it.")},
+             {text("\u2260"),
+              text("The character \u2260 (U+2260) cannot be stored: the code page of the files lacks it.")},
              {text("\u4E2D"),
               text("The character \u4E2D (U+4e2d) cannot be stored: the code page of the files lacks it.")}})
         for (const auto& [way, put] : waysIn()) {
@@ -132,7 +136,8 @@ TEST_F(Line, NamesACharacterOfTwoUnits) {
         line.setBytes("");
         put == 0 ? paste(text("\U0001F600")) : compose(text("\U0001F600"));
         EXPECT_EQ(line.bytes(), "");
-        EXPECT_EQ(tip(), text("The character \U0001F600 (U+1f600) cannot be stored: the code page of the files lacks it."));
+        EXPECT_EQ(tip(),
+                  text("The character \U0001F600 (U+1f600) cannot be stored: the code page of the files lacks it."));
     }
 }
 
@@ -153,14 +158,14 @@ TEST_F(Line, WritesNoQuestionMarkForWhatItRefused) {
 }
 
 TEST_F(Line, MakesBlanksOfLineBreaks) {
-    for (const auto& [pasted, expected] : std::vector<std::pair<std::string, std::string>>{
-             {"one\r\ntwo", "one two"},
-             {"one\ntwo\rthree", "one two three"},
-             {"one\n", "one"},
-             {"\r\n\r\none two\r\n", "one two"},
-             {"one\n\ntwo", "one  two"},
-             {"one\u2028two\u2029three", "one two three"},
-             {"\n", ""}}) {
+    for (const auto& [pasted, expected] :
+         std::vector<std::pair<std::string, std::string>>{{"one\r\ntwo", "one two"},
+                                                          {"one\ntwo\rthree", "one two three"},
+                                                          {"one\n", "one"},
+                                                          {"\r\n\r\none two\r\n", "one two"},
+                                                          {"one\n\ntwo", "one  two"},
+                                                          {"one\u2028two\u2029three", "one two three"},
+                                                          {"\n", ""}}) {
         line.setBytes("");
         paste(text(pasted));
         EXPECT_EQ(line.bytes(), expected);
@@ -193,7 +198,8 @@ class FieldBytes : public BothForms {};
 RUN_WITH_BOTH_FORMS(FieldBytes);
 
 TEST_P(FieldBytes, SurviveTheRoundThroughTheForm) {
-    for (const auto& bytes : {allBytes(), "\xA0\x80\xFF "s, " \0 \x1A "s, std::string(40000, '\xE9'), "<dummy> & \"A\""s}) {
+    for (const auto& bytes :
+         {allBytes(), "\xA0\x80\xFF "s, " \0 \x1A "s, std::string(40000, '\xE9'), "<dummy> & \"A\""s}) {
         if (isNode()) {
             Stage::open(makeNode(7, 2, "G", bytes, bytes, "Text", bytes, bytes));
         } else {

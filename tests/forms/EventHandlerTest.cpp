@@ -81,10 +81,10 @@ struct MappedKey {
     std::string event;
 };
 const std::vector<MappedKey> mappedKeys = {
-    {Qt::Key_F1, 112, "1"},         {Qt::Key_F2, 113, "2"},  {Qt::Key_F3, 114, "3"},
-    {Qt::Key_F4, 115, "4"},         {Qt::Key_F5, 116, "5"},  {Qt::Key_F7, 118, "6"},
-    {Qt::Key_F8, 119, "8"},         {Qt::Key_F9, 120, "9"},  {Qt::Key_F10, 121, "7"},
-    {Qt::Key_F11, 122, "11 first"}, {Qt::Key_Escape, 27, "10"}, {Qt::Key_Return, 13, "12 first"},
+    {Qt::Key_F1, 112, "1"},          {Qt::Key_F2, 113, "2"},     {Qt::Key_F3, 114, "3"},
+    {Qt::Key_F4, 115, "4"},          {Qt::Key_F5, 116, "5"},     {Qt::Key_F7, 118, "6"},
+    {Qt::Key_F8, 119, "8"},          {Qt::Key_F9, 120, "9"},     {Qt::Key_F10, 121, "7"},
+    {Qt::Key_F11, 122, "11 first"},  {Qt::Key_Escape, 27, "10"}, {Qt::Key_Return, 13, "12 first"},
     {Qt::Key_Enter, 13, "12 first"},
 };
 
@@ -137,13 +137,15 @@ TEST_F(EventHandler, LetsOtherKeysPassToTheField) {
     press(window, Qt::Key_F12);
     press(window, Qt::Key_Q);
     press(window, Qt::Key_F6, Qt::ShiftModifier);
-    EXPECT_EQ(window.first.keys, Rows({"down F6", "up F6", "down F12", "up F12", "down Q", "up Q", "down F6", "up F6"}));
+    EXPECT_EQ(window.first.keys,
+              Rows({"down F6", "up F6", "down F12", "up F12", "down Q", "up Q", "down F6", "up F6"}));
     EXPECT_EQ(taken(), Rows());
 }
 
 TEST_F(EventHandler, RaisesNumber13ByNoKey) {
     const auto click = [&](int key) {
-        QTest::sendKeyEvent(QTest::Click, window.windowHandle(), static_cast<Qt::Key>(key), QString(), Qt::NoModifier);
+        QTest::sendKeyEvent(QTest::Click, window.windowHandle(), static_cast<Qt::Key>(key), QString(),
+                            Qt::NoModifier);
     };
     for (int key = Qt::Key_Space; key <= Qt::Key_AsciiTilde; ++key) click(key);
     for (int key = Qt::Key_Escape; key <= Qt::Key_F35; ++key)
@@ -155,8 +157,7 @@ TEST_F(EventHandler, RaisesNumber13ByNoKey) {
 TEST_F(EventHandler, ProcessesKeysByTheirCodes) {
     for (int code = -1; code < 400; ++code) {
         SCOPED_TRACE(code);
-        const auto mapped =
-            std::ranges::find_if(mappedKeys, [&](const auto& each) { return each.code == code; });
+        const auto mapped = std::ranges::find_if(mappedKeys, [&](const auto& each) { return each.code == code; });
         const bool isMapped = mapped != mappedKeys.end();
         auto keyCode = static_cast<std::int16_t>(code);
         std::int16_t shift = 7;

@@ -14,13 +14,38 @@ struct Parameter {
     std::string stored, becomes;
 };
 const std::vector<Parameter> parameters = {
-    {"", ""},           {"Lkey", "Lkey"},     {"CKey05", "CKey05"},  {"CKey12", "CKey12"},   {"CKey00", "CKey00"},
-    {"CKey99", "CKey99"}, {"Text", "Text"},   {"Today", "Today"},    {"CKey-7", "CKey-07"},  {"LKEY", "Lkey"},
-    {"lk", "Lkey"},     {"ckey05", "CKey05"}, {"CKey5", ""},         {"CKey123", "CKey23"},  {"CKey 5", "CKey05"},
-    {"CKey+5", "CKey05"}, {"CK", ""},         {"CK7", ""},           {"CK07", "CKey07"},     {"TEXT", "Text"},
-    {"Texas", "Text"},  {"toDAY", "Today"},   {"None", ""},          {"Foo", ""},            {"L", ""},
-    {" ", ""},          {"   Lkey", "Lkey"},  {"**", ""},            {"\xA0Lkey", ""},       {"Lkey ", "Lkey"},
-    {"CKey05 ", "CKey05"}, {"Today\0"s, "Today"},
+    {"", ""},
+    {"Lkey", "Lkey"},
+    {"CKey05", "CKey05"},
+    {"CKey12", "CKey12"},
+    {"CKey00", "CKey00"},
+    {"CKey99", "CKey99"},
+    {"Text", "Text"},
+    {"Today", "Today"},
+    {"CKey-7", "CKey-07"},
+    {"LKEY", "Lkey"},
+    {"lk", "Lkey"},
+    {"ckey05", "CKey05"},
+    {"CKey5", ""},
+    {"CKey123", "CKey23"},
+    {"CKey 5", "CKey05"},
+    {"CKey+5", "CKey05"},
+    {"CK", ""},
+    {"CK7", ""},
+    {"CK07", "CKey07"},
+    {"TEXT", "Text"},
+    {"Texas", "Text"},
+    {"toDAY", "Today"},
+    {"None", ""},
+    {"Foo", ""},
+    {"L", ""},
+    {" ", ""},
+    {"   Lkey", "Lkey"},
+    {"**", ""},
+    {"\xA0Lkey", ""},
+    {"Lkey ", "Lkey"},
+    {"CKey05 ", "CKey05"},
+    {"Today\0"s, "Today"},
 };
 
 std::string anyText() {
@@ -134,9 +159,8 @@ RC_GTEST_PROP(FormLaws, ANodeIsStoredAsItIsShown, ()) {
     const bool takesQuery = type != "F" && type != "N";
     const std::string parameter = node.typeIs() == "F" || node.typeIs() == "N" ? "" : drawn.parameter.becomes;
     const auto expected =
-        rowOf(*makeNode(node.ID, node.parentIs, type, node.descriptionIs,
-                        takesQuery ? node.queryIs() : Text(), takesQuery ? Text(parameter) : Text(), node.iconIs,
-                        node.roleIs));
+        rowOf(*makeNode(node.ID, node.parentIs, type, node.descriptionIs, takesQuery ? node.queryIs() : Text(),
+                        takesQuery ? Text(parameter) : Text(), node.iconIs, node.roleIs));
     const bool losesAText = !takesQuery && (!node.queryIs().empty() || !parameter.empty());
     const auto before = rowOf(node);
     const auto schemeBefore = rowsOf(stage.navs);
@@ -177,7 +201,8 @@ RC_GTEST_PROP(FormLaws, AParagraphIsStoredAsItIsShown, ()) {
     if (*rc::gen::arbitrary<bool>()) stage.navs.oWebs.Add(std::make_shared<clsWebScheme>(*paragraph));
 
     clsWebScheme expected = *paragraph;
-    const bool known = paragraph->typeIs.view().size() == 1 && "CHEMIST"s.find(paragraph->typeIs.view()) != std::string::npos;
+    const bool known =
+        paragraph->typeIs.view().size() == 1 && "CHEMIST"s.find(paragraph->typeIs.view()) != std::string::npos;
     if (!known) expected.typeIs = "";
     expected.parmIs = parameter.becomes;
     if (known && paragraph->typeIs != "H") expected.formIs = 0;

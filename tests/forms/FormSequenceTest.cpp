@@ -86,13 +86,13 @@ class Played : public Stage {
         model.isNode = isNode;
         model.record = model.stored = stored();
         if (isNode)
-            model.fields = {{"txtID", "7"},           {"txtDescription", "Orders"}, {"lstType", "G"},
-                            {"txtQuery", "spG_Orders"}, {"txtnn", "05"},             {"txtParm", "CKey05"},
-                            {"txtIcon", "leaf"},      {"txtRole", "3"}};
+            model.fields = {
+                {"txtID", "7"},  {"txtDescription", "Orders"}, {"lstType", "G"},    {"txtQuery", "spG_Orders"},
+                {"txtnn", "05"}, {"txtParm", "CKey05"},        {"txtIcon", "leaf"}, {"txtRole", "3"}};
         else
-            model.fields = {{"txtID", "5"},    {"txtTitle", "Orders"}, {"lstType", "H"},
-                            {"txtQuery", "spW_Orders"}, {"txtnn", "05"}, {"txtParm", "CKey05"},
-                            {"txtForm", "4"},  {"txtCol", ""},         {"txtSeqNo", "20"}};
+            model.fields = {{"txtID", "5"},    {"txtTitle", "Orders"}, {"lstType", "H"}, {"txtQuery", "spW_Orders"},
+                            {"txtnn", "05"},   {"txtParm", "CKey05"},  {"txtForm", "4"}, {"txtCol", ""},
+                            {"txtSeqNo", "20"}};
         model.chooseType(isNode ? "G" : "H");
     }
 
@@ -123,9 +123,9 @@ class Played : public Stage {
             }
             case 3: key(anyStep()); break;
             default: {
-                const auto field = anyOf(isNode_ ? Rows{"txtDescription", "txtQuery", "txtnn", "txtParm", "txtIcon", "txtRole"}
-                                                 : Rows{"txtTitle", "txtQuery", "txtnn", "txtParm", "txtForm", "txtCol",
-                                                        "txtSeqNo"});
+                const auto field = anyOf(
+                    isNode_ ? Rows{"txtDescription", "txtQuery", "txtnn", "txtParm", "txtIcon", "txtRole"}
+                            : Rows{"txtTitle", "txtQuery", "txtnn", "txtParm", "txtForm", "txtCol", "txtSeqNo"});
                 if (!model.isUsable(field)) break;
                 const bool isNumber = field == "txtnn" || field == "txtForm" || field == "txtSeqNo";
                 const auto written = anyOf(isNumber ? Rows{"0", "7", "12", "123"} : Rows{"", "a", "All", "q 1"});
@@ -169,7 +169,8 @@ class Played : public Stage {
     Model model;
 
   private:
-    // A key that changes no text, wherever the focus is. From the number fields, which are never left without a number.
+    // A key that changes no text, wherever the focus is. From the number fields, which are never left without a
+    // number.
     static Qt::Key anyStep() {
         constexpr Qt::Key steps[] = {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Enter, Qt::Key_F1, Qt::Key_F9, Qt::Key_F12};
         return steps[below(6)];

@@ -32,7 +32,8 @@ inline void settle() {
     QTest::qWait(20);
 }
 
-/// A form on the screen. The scheme has the root 1, the node 2 below it and the node 7 below that; paragraph 5 of node 7.
+/// A form on the screen. The scheme has the root 1, the node 2 below it and the node 7 below that; paragraph 5 of
+/// node 7.
 class Stage {
   public:
     Stage() {
@@ -146,7 +147,8 @@ class Stage {
     [[nodiscard]] std::string help() const { return label("lblDesc"); }
     [[nodiscard]] Rows entries(const std::string& field) const {
         Rows rows;
-        for (int row = 0; row < list(field).count(); ++row) rows.push_back(list(field).item(row)->text().toStdString());
+        for (int row = 0; row < list(field).count(); ++row)
+            rows.push_back(list(field).item(row)->text().toStdString());
         return rows;
     }
     /// The index of the chosen entry, counted from 0, and its text: "1 G - Generating Branch"; "-1" for none.
@@ -207,11 +209,14 @@ class BothForms : public testing::TestWithParam<std::string>, public Stage {
     /// All fields in the order of the form.
     [[nodiscard]] Rows fields() const {
         if (isNode())
-            return {"txtID", "txtDescription", "lstType", "txtQuery", "lstParm", "txtnn", "txtParm", "txtIcon", "txtRole"};
-        return {"txtID", "txtTitle", "lstType", "txtQuery", "lstParm", "txtnn", "txtParm", "txtForm", "txtCol", "txtSeqNo"};
+            return {"txtID", "txtDescription", "lstType", "txtQuery", "lstParm",
+                    "txtnn", "txtParm",        "txtIcon", "txtRole"};
+        return {"txtID", "txtTitle", "lstType", "txtQuery", "lstParm",
+                "txtnn", "txtParm",  "txtForm", "txtCol",   "txtSeqNo"};
     }
     [[nodiscard]] std::string titleField() const { return isNode() ? "txtDescription" : "txtTitle"; }
 };
 
-#define RUN_WITH_BOTH_FORMS(Suite)                                                \
-    INSTANTIATE_TEST_SUITE_P(Forms, Suite, testing::Values("fNav", "fWeb"), [](const auto& form) { return form.param; })
+#define RUN_WITH_BOTH_FORMS(Suite)                                          \
+    INSTANTIATE_TEST_SUITE_P(Forms, Suite, testing::Values("fNav", "fWeb"), \
+                             [](const auto& form) { return form.param; })

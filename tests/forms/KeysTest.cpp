@@ -68,9 +68,11 @@ struct Walk {
 };
 const std::vector<Walk> nodeWalks = {
     {"G",
-     {"txtID", "txtDescription", "lstType", "txtQuery", "lstParm", "txtnn", "txtParm", "txtIcon", "txtRole", "txtID"}},
+     {"txtID", "txtDescription", "lstType", "txtQuery", "lstParm", "txtnn", "txtParm", "txtIcon", "txtRole",
+      "txtID"}},
     {"R",
-     {"txtID", "txtDescription", "lstType", "txtQuery", "lstParm", "txtnn", "txtParm", "txtIcon", "txtRole", "txtID"}},
+     {"txtID", "txtDescription", "lstType", "txtQuery", "lstParm", "txtnn", "txtParm", "txtIcon", "txtRole",
+      "txtID"}},
     {"F", {"txtID", "txtDescription", "lstType", "txtParm", "txtIcon", "txtRole", "txtID"}},
     {"N", {"txtID", "txtDescription", "lstType", "txtParm", "txtIcon", "txtRole", "txtID"}},
 };
@@ -115,9 +117,10 @@ TEST_P(Keys, MoveTheHighlightWithEnter) {
         key(Qt::Key_Return);
         visited.push_back(focusName());
         for (const auto& field : fields()) {
-            const bool untouchedLength =
-                field == "txtnn" && std::ranges::find(visited, "txtnn") == visited.end();
-            EXPECT_EQ(background(field), field == focusName() ? lightBlue : untouchedLength ? tipColour : white)
+            const bool untouchedLength = field == "txtnn" && std::ranges::find(visited, "txtnn") == visited.end();
+            EXPECT_EQ(background(field), field == focusName() ? lightBlue
+                                         : untouchedLength    ? tipColour
+                                                              : white)
                 << field << " when the focus is in " << focusName();
         }
     }

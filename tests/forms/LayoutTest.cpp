@@ -16,8 +16,9 @@ class FormLayout : public BothForms {
     // The fields with the label before each; the two in the row of the parameter kind have none.
     [[nodiscard]] std::vector<std::pair<std::string, std::string>> labels() const {
         if (isNode())
-            return {{"Label1", "txtID"},     {"Label2", "txtDescription"}, {"Label4", "lstType"}, {"Label7", "txtQuery"},
-                    {"Label9", "lstParm"},   {"Label11", "txtIcon"},       {"Label13", "txtRole"}};
+            return {{"Label1", "txtID"},    {"Label2", "txtDescription"}, {"Label4", "lstType"},
+                    {"Label7", "txtQuery"}, {"Label9", "lstParm"},        {"Label11", "txtIcon"},
+                    {"Label13", "txtRole"}};
         return {{"Label1", "txtID"},   {"Label2", "txtTitle"}, {"Label4", "lstType"}, {"Label7", "txtQuery"},
                 {"Label9", "lstParm"}, {"Label11", "txtForm"}, {"Label13", "txtCol"}, {"Label18", "txtSeqNo"}};
     }
@@ -56,7 +57,8 @@ class FormLayout : public BothForms {
         const auto& help = find<QLabel>(*form, "lblDesc");
         EXPECT_TRUE(help.wordWrap());
         EXPECT_LE(help.heightForWidth(help.width()), help.height()) << this->help();
-        const auto room = help.fontMetrics().boundingRect(QRect(0, 0, help.width(), 10'000), Qt::TextWordWrap, help.text());
+        const auto room =
+            help.fontMetrics().boundingRect(QRect(0, 0, help.width(), 10'000), Qt::TextWordWrap, help.text());
         EXPECT_LE(room.width(), help.width()) << this->help();
     }
 };
@@ -149,7 +151,8 @@ TEST_P(FormLayout, ShowsItsListsWhole) {
         for (int row = 0; row < list.count(); ++row) {
             const auto entry = list.visualItemRect(list.item(row));
             EXPECT_TRUE(list.viewport()->rect().contains(entry)) << name << " " << row;
-            EXPECT_LE(list.fontMetrics().horizontalAdvance(list.item(row)->text()), entry.width()) << name << " " << row;
+            EXPECT_LE(list.fontMetrics().horizontalAdvance(list.item(row)->text()), entry.width())
+                << name << " " << row;
         }
     }
 }

@@ -20,8 +20,7 @@ const std::string helpOfG =
 const std::string helpOfR =
     "(R) Recurring-Type Node generates a variable number of child nodes arranged in a Variable depth of hierarchy. "
     "Here, the Query/Stored Procedure MUST be specified.";
-const std::string helpOfN =
-    "(N) Non-Generating-Type Node, as the name suggests do not generate any child nodes.";
+const std::string helpOfN = "(N) Non-Generating-Type Node, as the name suggests do not generate any child nodes.";
 
 }  // namespace
 
@@ -100,9 +99,10 @@ TEST_F(NavForm, OffersFixedBelowFixedOnly) {
 
 TEST_F(NavForm, OffersTheParameterKinds) {
     open("fNav");
-    EXPECT_EQ(entries("lstParm"),
-              Rows({"None: No parameter", "LKey: Long Integer Key", "CKeynn: Character Key of length nn",
-                    "Text: Supply Displayed Text of Treeview as parameter", "Today: supply today's date as parameter"}));
+    EXPECT_EQ(
+        entries("lstParm"),
+        Rows({"None: No parameter", "LKey: Long Integer Key", "CKeynn: Character Key of length nn",
+              "Text: Supply Displayed Text of Treeview as parameter", "Today: supply today's date as parameter"}));
 }
 
 TEST_F(NavForm, FillsTheListsAnewForAnotherNode) {
@@ -110,7 +110,8 @@ TEST_F(NavForm, FillsTheListsAnewForAnotherNode) {
     auto& edit = static_cast<fNav&>(*form);
     edit.setPObject(makeNode(4, 1, "G", "Another"));
     edit.setNavObject(makeNode(8, 4, "R", "Order"));
-    EXPECT_EQ(entries("lstType"), Rows({"G - Generating Branch", "R - Recurring Branch", "N - Non-Generating Branch"}));
+    EXPECT_EQ(entries("lstType"),
+              Rows({"G - Generating Branch", "R - Recurring Branch", "N - Non-Generating Branch"}));
     EXPECT_EQ(entries("lstParm").size(), 5U);
     EXPECT_EQ(chosen("lstType"), "1 R - Recurring Branch");
     EXPECT_EQ(chosen("lstParm"), "0 None: No parameter");
@@ -128,14 +129,14 @@ TEST_F(NavForm, ChoosesTheTypeByThatOfTheParent) {
         std::string parent, type, chosen;
     };
     const std::vector<Case> cases = {
-        {"F", "", "-1"},        {"F", "F", "0 " + f},    {"F", "G", "1 " + g},    {"F", "R", "2 " + r},
-        {"F", "N", "3 " + n},   {"F", "X", "-1"},        {"F", "g", "-1"},        {"F", "GR", "-1"},
-        {"G", "", "-1"},        {"G", "F", "-1"},        {"G", "G", "0 " + g},    {"G", "R", "1 " + r},
-        {"G", "N", "2 " + n},   {"G", "X", "-1"},        {"R", "", "-1"},         {"R", "F", "0 " + g},
-        {"R", "G", "1 " + r},   {"R", "R", "2 " + n},    {"R", "N", "-1"},        {"R", "X", "-1"},
-        {"N", "", "-1"},        {"N", "F", "0 " + g},    {"N", "G", "1 " + r},    {"N", "R", "2 " + n},
-        {"N", "N", "-1"},       {"N", "X", "-1"},        {"", "", "-1"},          {"", "F", "0 " + g},
-        {"", "G", "1 " + r},    {"", "R", "2 " + n},     {"", "N", "-1"},         {"none", "", "-1"},
+        {"F", "", "-1"},         {"F", "F", "0 " + f},    {"F", "G", "1 " + g},    {"F", "R", "2 " + r},
+        {"F", "N", "3 " + n},    {"F", "X", "-1"},        {"F", "g", "-1"},        {"F", "GR", "-1"},
+        {"G", "", "-1"},         {"G", "F", "-1"},        {"G", "G", "0 " + g},    {"G", "R", "1 " + r},
+        {"G", "N", "2 " + n},    {"G", "X", "-1"},        {"R", "", "-1"},         {"R", "F", "0 " + g},
+        {"R", "G", "1 " + r},    {"R", "R", "2 " + n},    {"R", "N", "-1"},        {"R", "X", "-1"},
+        {"N", "", "-1"},         {"N", "F", "0 " + g},    {"N", "G", "1 " + r},    {"N", "R", "2 " + n},
+        {"N", "N", "-1"},        {"N", "X", "-1"},        {"", "", "-1"},          {"", "F", "0 " + g},
+        {"", "G", "1 " + r},     {"", "R", "2 " + n},     {"", "N", "-1"},         {"none", "", "-1"},
         {"none", "F", "0 " + g}, {"none", "G", "1 " + r}, {"none", "R", "2 " + n}, {"none", "N", "-1"},
     };
     for (const auto& [parent, type, expected] : cases) {
@@ -154,11 +155,16 @@ TEST_F(NavForm, UsesTheQueryAndTheParameterByType) {
         std::string help;
     };
     const std::vector<Step> steps = {
-        {1, {"txtQuery", "lstParm", "txtnn"}, helpOfG}, {2, {"txtQuery", "lstParm", "txtnn"}, helpOfR},
-        {0, {}, helpOfF},                               {1, {"txtQuery", "lstParm"}, helpOfG},
-        {3, {}, helpOfN},                               {2, {"txtQuery", "lstParm"}, helpOfR},
-        {0, {}, helpOfF},                               {2, {"txtQuery", "lstParm"}, helpOfR},
-        {3, {}, helpOfN},                               {1, {"txtQuery", "lstParm"}, helpOfG},
+        {1, {"txtQuery", "lstParm", "txtnn"}, helpOfG},
+        {2, {"txtQuery", "lstParm", "txtnn"}, helpOfR},
+        {0, {}, helpOfF},
+        {1, {"txtQuery", "lstParm"}, helpOfG},
+        {3, {}, helpOfN},
+        {2, {"txtQuery", "lstParm"}, helpOfR},
+        {0, {}, helpOfF},
+        {2, {"txtQuery", "lstParm"}, helpOfR},
+        {3, {}, helpOfN},
+        {1, {"txtQuery", "lstParm"}, helpOfG},
     };
     for (const auto& [entry, fields, help] : steps) {
         SCOPED_TRACE(entry);
@@ -272,25 +278,30 @@ TEST_F(NavForm, HelpsWithEachField) {
         "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'.";
     EXPECT_EQ(
         helps,
-        Rows({"txtID: " + helpOfG,
-              "txtDescription: Description of the Node as it should appear in Treeview Control. If Type is 'G' or 'R', "
-              "then this fields can be left blank or it can be any '<dummy>' text.",
-              "lstType: Select the type of this Node. The types are (F)-Fixed, (G)-Generating Type, (R)-Recurring Type, "
-              "and (N)-Non-Generating Type.",
-              "txtQuery: Please specify the name of Query or Stored Procedure. This should be specified ONLY when the "
-              "type selected is (G) or (R). This query should be a two-field query; ID and Description fields. This "
-              "query will feed the Names/Description to be filled when this Node is clicked. Also, if this query has any "
-              "CONSTANT parameter(s), it should be specified here. For example, 'spG_Customers', where spG_Customers "
-              "list all the Customers. When it is required that only Customers beginning with 'A' should be listed, "
-              "then 'A' becomes the constant parameter and it should be specified as (spG_Customers \"A\") -- without "
-              "the brackets! As a matter of Conventions, this query should be prefixed with 'spG_', which means that "
-              "it is a Generating Query (for (R) or (G)-Type Nodes). 'spW_' can be used for all those queries whose "
-              "results are to displayed in Web-Page. ",
-              "lstParm: " + parameters, "txtnn: Please enter numeric value", "txtParm: Please enter numeric value",
-              "txtIcon: Name of the Icon which is to be associated with this node. The Icon should be present in "
-              "ImageList Control.",
-              "txtRole: Pelmo implements the Role-Based Security. Specify the Role Number of the Users who are allowed "
-              "to access this Node."}));
+        Rows(
+            {"txtID: " + helpOfG,
+             "txtDescription: Description of the Node as it should appear in Treeview Control. If Type is 'G' or "
+             "'R', "
+             "then this fields can be left blank or it can be any '<dummy>' text.",
+             "lstType: Select the type of this Node. The types are (F)-Fixed, (G)-Generating Type, (R)-Recurring "
+             "Type, "
+             "and (N)-Non-Generating Type.",
+             "txtQuery: Please specify the name of Query or Stored Procedure. This should be specified ONLY when the "
+             "type selected is (G) or (R). This query should be a two-field query; ID and Description fields. This "
+             "query will feed the Names/Description to be filled when this Node is clicked. Also, if this query has "
+             "any "
+             "CONSTANT parameter(s), it should be specified here. For example, 'spG_Customers', where spG_Customers "
+             "list all the Customers. When it is required that only Customers beginning with 'A' should be listed, "
+             "then 'A' becomes the constant parameter and it should be specified as (spG_Customers \"A\") -- without "
+             "the brackets! As a matter of Conventions, this query should be prefixed with 'spG_', which means that "
+             "it is a Generating Query (for (R) or (G)-Type Nodes). 'spW_' can be used for all those queries whose "
+             "results are to displayed in Web-Page. ",
+             "lstParm: " + parameters, "txtnn: Please enter numeric value", "txtParm: Please enter numeric value",
+             "txtIcon: Name of the Icon which is to be associated with this node. The Icon should be present in "
+             "ImageList Control.",
+             "txtRole: Pelmo implements the Role-Based Security. Specify the Role Number of the Users who are "
+             "allowed "
+             "to access this Node."}));
     EXPECT_EQ(focusName(), "txtID");
     EXPECT_TRUE(help().starts_with("Pelmo implements")) << "stays";
 }
@@ -365,7 +376,8 @@ TEST_F(NavForm, PassesOnWhatTheSchemeRefuses) {
         {makeNode(30, 1, "N", "a"),
          "This Node is having Child Nodes. No child Nodes Allowed for Non-Generating Node. Changes not saved"},
         {makeNode(30, 1, "G", "a", "q"),
-         "This Node is having more than one Child Nodes. Only One Child Node Allowed for Generating Node. Changes not "
+         "This Node is having more than one Child Nodes. Only One Child Node Allowed for Generating Node. Changes "
+         "not "
          "saved"},
         {makeNode(8, 2, "G", "a"), "No Generating Query or Stored procedure specified. Changes not saved"},
         {makeNode(8, 2, "R", "a"), "No Generating Query or Stored procedure specified. Changes not saved"},

@@ -28,17 +28,23 @@ const std::vector<Kind> kinds = {
     {"0 None: No parameter", "",
      "Specify this, when there are NO parameter required to execute the specified Query/Stored Procedure."},
     {"1 LKey: Long Integer Key", "Lkey",
-     "Specify this, when the parameter required to execute the specified Query/Stored Procedure is a Long Integer Type. "
+     "Specify this, when the parameter required to execute the specified Query/Stored Procedure is a Long Integer "
+     "Type. "
      "The parameter value will be sourced from the 'Key' of Treeview Node, which is clicked."},
     {"2 CKeynn: Character Key of length nn", "CKey08",
-     "Specify this, when the parameter required to execute the specified Query/Stored Procedure is a Fixed-Length String "
-     "(Text) Type. The parameter value will be sourced from the 'Key' of Treeview Node, which is clicked. The Length of "
+     "Specify this, when the parameter required to execute the specified Query/Stored Procedure is a Fixed-Length "
+     "String "
+     "(Text) Type. The parameter value will be sourced from the 'Key' of Treeview Node, which is clicked. The Length "
+     "of "
      "the String (Text/Character) MUST be specified. For example, if the Customer-ID is a 5-Character Text, then "
-     "'CKey05' (NOT 'Ckey5') must be specified. When 'Alfreds Futterkiste' is clicked on treeview, the value 'ALFKI' (ID "
-     "for 'Alfreds Futterkiste') will be passed to this query. Please also refer 'How to Segment Time-Line' section of "
+     "'CKey05' (NOT 'Ckey5') must be specified. When 'Alfreds Futterkiste' is clicked on treeview, the value 'ALFKI' "
+     "(ID "
+     "for 'Alfreds Futterkiste') will be passed to this query. Please also refer 'How to Segment Time-Line' section "
+     "of "
      "the Tutorial to better understand the concept."},
     {"3 Text: Supply Displayed Text of Treeview as parameter", "Text",
-     "Specify this, when the parameter required to execute the specified Query/Stored Procedure is a String Type (Text). "
+     "Specify this, when the parameter required to execute the specified Query/Stored Procedure is a String Type "
+     "(Text). "
      "The parameter value will be sourced from the 'Displayed Text' of Treeview Node, which is clicked."},
     {"4 Today: supply today's date as parameter", "Today",
      "Specify this, when the parameter required to execute the specified Query/Stored Procedure is a Date Type [as "
@@ -135,10 +141,19 @@ TEST_P(Parameter, IsChosenWithTheKeyboardToo) {
 
 TEST_P(Parameter, TakesItsLengthInTwoDigits) {
     openWith("CKey05");
-    for (const auto& [length, parameter] : std::vector<std::pair<std::string, std::string>>{
-             {"5", "CKey05"},   {"7", "CKey07"},     {"12", "CKey12"},   {"123", "CKey123"}, {"0", "CKey00"},
-             {"007", "CKey07"}, {" 9 ", "CKey09"},   {"+4", "CKey04"},   {"-5", "CKey-05"},  {"-12", "CKey-12"},
-             {"2.5", "CKey02"}, {"99.6", "CKey100"}, {"3.", "CKey03"}}) {
+    for (const auto& [length, parameter] : std::vector<std::pair<std::string, std::string>>{{"5", "CKey05"},
+                                                                                            {"7", "CKey07"},
+                                                                                            {"12", "CKey12"},
+                                                                                            {"123", "CKey123"},
+                                                                                            {"0", "CKey00"},
+                                                                                            {"007", "CKey07"},
+                                                                                            {" 9 ", "CKey09"},
+                                                                                            {"+4", "CKey04"},
+                                                                                            {"-5", "CKey-05"},
+                                                                                            {"-12", "CKey-12"},
+                                                                                            {"2.5", "CKey02"},
+                                                                                            {"99.6", "CKey100"},
+                                                                                            {"3.", "CKey03"}}) {
         SCOPED_TRACE(length);
         enter("txtnn", length);
         EXPECT_EQ(shown("txtParm"), parameter);

@@ -14,20 +14,25 @@ const std::string helpOfC =
 const std::string helpOfH =
     "(H)-Header, Displaying Header Information. You can also specify the Form# with this type.";
 const std::string helpOfE =
-    "(E)-It is sometimes required to execute an Action Query or Non-Row-Returning Stored Procedure. This type will do "
+    "(E)-It is sometimes required to execute an Action Query or Non-Row-Returning Stored Procedure. This type will "
+    "do "
     "that !!";
 const std::string helpOfM =
-    "(M)-Displays a Shaped Recordset. Since Shaped Recordset cannot be returned by a Stored Procedure, Please see how "
+    "(M)-Displays a Shaped Recordset. Since Shaped Recordset cannot be returned by a Stored Procedure, Please see "
+    "how "
     "it has been implemented in Demo Application.";
 const std::string helpOfI =
-    "(I)-Displays the Header Information alongwith the Image, which is stored as BLOB (Binary Large Object) data-type. "
-    "This should have one field prefixed with 'IMG' (i.e. IMGEmployee, or IMG_Product) and should be of BLOB type. You "
+    "(I)-Displays the Header Information alongwith the Image, which is stored as BLOB (Binary Large Object) "
+    "data-type. "
+    "This should have one field prefixed with 'IMG' (i.e. IMGEmployee, or IMG_Product) and should be of BLOB type. "
+    "You "
     "can also specify the Form# with this type.";
-const std::string helpOfS =
-    "(S)-Show Table Type, which will display a tabular data and will also sum the columns.";
+const std::string helpOfS = "(S)-Show Table Type, which will display a tabular data and will also sum the columns.";
 const std::string helpOfT =
-    "(T)-Thumbnail of Images. Please note this type displays images that are not stored in database as BLOB type. The "
-    "database, however, stores the file path of the images. The Field name that returns the full-path of images should "
+    "(T)-Thumbnail of Images. Please note this type displays images that are not stored in database as BLOB type. "
+    "The "
+    "database, however, stores the file path of the images. The Field name that returns the full-path of images "
+    "should "
     "be prefixed as 'FILE', for example FILEStudents or FILE_Products.";
 
 struct Type {
@@ -36,9 +41,12 @@ struct Type {
     std::string help;
 };
 const std::vector<Type> types = {
-    {"C", "C - Chart (Bar)", {"txtCol"}, helpOfC},       {"H", "H - Header", {"txtForm"}, helpOfH},
-    {"E", "E - Execute Only", {}, helpOfE},              {"M", "M - Multi-Chapter (Shaped)", {}, helpOfM},
-    {"I", "I - Image Header", {"txtForm"}, helpOfI},     {"S", "S - Show Table", {"txtCol"}, helpOfS},
+    {"C", "C - Chart (Bar)", {"txtCol"}, helpOfC},
+    {"H", "H - Header", {"txtForm"}, helpOfH},
+    {"E", "E - Execute Only", {}, helpOfE},
+    {"M", "M - Multi-Chapter (Shaped)", {}, helpOfM},
+    {"I", "I - Image Header", {"txtForm"}, helpOfI},
+    {"S", "S - Show Table", {"txtCol"}, helpOfS},
     {"T", "T - Thumbnail Images", {"txtCol"}, helpOfT},
 };
 
@@ -79,12 +87,13 @@ TEST_F(WebForm, OffersTheTypesAndTheParameterKinds) {
         for (int row = 0; row < list.count(); ++row) rows.push_back(list.item(row)->text().toStdString());
         return rows;
     };
-    EXPECT_EQ(entriesOf("lstType"), Rows({"C - Chart (Bar)", "H - Header", "E - Execute Only",
-                                          "M - Multi-Chapter (Shaped)", "I - Image Header", "S - Show Table",
-                                          "T - Thumbnail Images"}));
-    EXPECT_EQ(entriesOf("lstParm"),
-              Rows({"None: No parameter", "LKey: Long Integer Key", "CKeynn: Character Key of length nn",
-                    "Text: Supply Displayed Text of Treeview as parameter", "Today: supply today's date as parameter"}));
+    EXPECT_EQ(entriesOf("lstType"),
+              Rows({"C - Chart (Bar)", "H - Header", "E - Execute Only", "M - Multi-Chapter (Shaped)",
+                    "I - Image Header", "S - Show Table", "T - Thumbnail Images"}));
+    EXPECT_EQ(
+        entriesOf("lstParm"),
+        Rows({"None: No parameter", "LKey: Long Integer Key", "CKeynn: Character Key of length nn",
+              "Text: Supply Displayed Text of Treeview as parameter", "Today: supply today's date as parameter"}));
     open("fWeb");
     EXPECT_EQ(entries("lstType").size(), 7U);
     EXPECT_EQ(entries("lstParm").size(), 5U);
@@ -153,7 +162,8 @@ TEST_F(WebForm, HelpsWithEachField) {
     find<QLineEdit>(*form, "txtCol").setEnabled(true);  // no type uses both
     choose("lstParm", 2);
     const std::string helpOfKey = help();
-    EXPECT_TRUE(helpOfKey.starts_with("Specify this, when the parameter required to execute the specified")) << helpOfKey;
+    EXPECT_TRUE(helpOfKey.starts_with("Specify this, when the parameter required to execute the specified"))
+        << helpOfKey;
     Rows helps;
     focus("txtID");
     for (int field = 0; field < 10; ++field) {
@@ -163,36 +173,47 @@ TEST_F(WebForm, HelpsWithEachField) {
     const std::string length = "Please enter numeric value -- The length of Character Key.";
     EXPECT_EQ(
         helps,
-        Rows({"txtID: " + helpOfKey,
-              "txtTitle: Please Enter the Title of the Paragraph. If Suffixed by (colon :), then whatever is the Text "
-              "of currently selected Node in Treeview will be suffixed to this Title.  For Example, if the title is "
-              "'Order Pattern for : ', and the Text of the Node in Treeview is 'Customers', then the paragraph will be "
-              "titled as 'Order Pattern for : Customers'",
-              "lstType: <<CHEMIST -- An Aid to Remembering.>> Select the type of Paragraph. The types are: (C)-Displays "
-              "a pure-HTML bar chart, (H)-Header, (E)-Execute Action Query, (M)-Displays a Multi-Chapter (Shaped) "
-              "Recordset, (I)-Image Header, (S)-Show Table Type, and (T)-Thumbnail of Images.",
-              "txtQuery: Specify the name of Query/Stored Procedure. This should be a multi-field query and should have "
-              "first field named 'ID'. Also, if this query has any CONSTANT parameter(s), it should be specified here. "
-              "For example, if 'spW_Employees' lists all employees below a boss (Parameter=Integer=Boss's ID), then "
-              "specifying 'spW_Employees 0' will display the CHIEF (the person who has no Boss and he is the ultimate "
-              "Boss!). As a matter of Conventions, this query should be prefixed with 'spW_', which means that it is a "
-              "Web-Page Query. ",
-              "lstParm: The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'.",
-              "txtnn: " + length, "txtParm: " + length,
-              "txtForm: Enter a Form Number (1, 2, 3 ..). Specifying this will place a hyperlink on the Web-Page Report, "
-              "which when clicked will fire an event, which can be coded to open a Data Entry Form. This number will "
-              "specify which form to open. You can specify as 1 for Customers, 2 for Products, 3 for Employee, etc.",
-              "txtCol: This is a multi-purpose field. Columns can be Specified as 'All' or '1:3:6'. Column Nos start "
-              "with First (ID) field counted as ZERO. When used with Type-S, the columns specified will be summed-up. "
-              "(For example: '1:5:6:7' will sum-up column nos. 1, 5, 6 and 7. Specifying 'All' will sum-up all columns "
-              "starting with 1st. This is useful when a cross-Tab Query is to be summed-up and we do not beforehand the "
-              "count of columns!. Please ensure that they are Numeric!. For Type-C, columns can be specified as '3:4', "
-              "3rd col will be X-Axis and 4th, Y-Axis. 'All' will generate charts will all combination of Columns with "
-              "1st columns. i.e. '1:2', '1:3', '1:4', etc.  For Type-T, this field should be used to specify the "
-              "Thumbnail parameters as XML fragment.  For example: '<height>150</height> <width>150</width> "
-              "<columns>3</columns> <textposition>bottom</textposition>'. <textposition> can be 'botton' or 'right' "
-              "only!",
-              "txtSeqNo: Please give the Sequence No. for this Paragraph to be displayed in the Web-Report."}));
+        Rows(
+            {"txtID: " + helpOfKey,
+             "txtTitle: Please Enter the Title of the Paragraph. If Suffixed by (colon :), then whatever is the Text "
+             "of currently selected Node in Treeview will be suffixed to this Title.  For Example, if the title is "
+             "'Order Pattern for : ', and the Text of the Node in Treeview is 'Customers', then the paragraph will "
+             "be "
+             "titled as 'Order Pattern for : Customers'",
+             "lstType: <<CHEMIST -- An Aid to Remembering.>> Select the type of Paragraph. The types are: "
+             "(C)-Displays "
+             "a pure-HTML bar chart, (H)-Header, (E)-Execute Action Query, (M)-Displays a Multi-Chapter (Shaped) "
+             "Recordset, (I)-Image Header, (S)-Show Table Type, and (T)-Thumbnail of Images.",
+             "txtQuery: Specify the name of Query/Stored Procedure. This should be a multi-field query and should "
+             "have "
+             "first field named 'ID'. Also, if this query has any CONSTANT parameter(s), it should be specified "
+             "here. "
+             "For example, if 'spW_Employees' lists all employees below a boss (Parameter=Integer=Boss's ID), then "
+             "specifying 'spW_Employees 0' will display the CHIEF (the person who has no Boss and he is the ultimate "
+             "Boss!). As a matter of Conventions, this query should be prefixed with 'spW_', which means that it is "
+             "a "
+             "Web-Page Query. ",
+             "lstParm: The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'.",
+             "txtnn: " + length, "txtParm: " + length,
+             "txtForm: Enter a Form Number (1, 2, 3 ..). Specifying this will place a hyperlink on the Web-Page "
+             "Report, "
+             "which when clicked will fire an event, which can be coded to open a Data Entry Form. This number will "
+             "specify which form to open. You can specify as 1 for Customers, 2 for Products, 3 for Employee, etc.",
+             "txtCol: This is a multi-purpose field. Columns can be Specified as 'All' or '1:3:6'. Column Nos start "
+             "with First (ID) field counted as ZERO. When used with Type-S, the columns specified will be summed-up. "
+             "(For example: '1:5:6:7' will sum-up column nos. 1, 5, 6 and 7. Specifying 'All' will sum-up all "
+             "columns "
+             "starting with 1st. This is useful when a cross-Tab Query is to be summed-up and we do not beforehand "
+             "the "
+             "count of columns!. Please ensure that they are Numeric!. For Type-C, columns can be specified as "
+             "'3:4', "
+             "3rd col will be X-Axis and 4th, Y-Axis. 'All' will generate charts will all combination of Columns "
+             "with "
+             "1st columns. i.e. '1:2', '1:3', '1:4', etc.  For Type-T, this field should be used to specify the "
+             "Thumbnail parameters as XML fragment.  For example: '<height>150</height> <width>150</width> "
+             "<columns>3</columns> <textposition>bottom</textposition>'. <textposition> can be 'botton' or 'right' "
+             "only!",
+             "txtSeqNo: Please give the Sequence No. for this Paragraph to be displayed in the Web-Report."}));
     EXPECT_EQ(focusName(), "txtID");
 }
 
