@@ -1,16 +1,20 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <vector>
 
 #include "model/KeyIndex.h"
-#include "model/clsNavSchemes.h"
 
-/// What the rules must know of the children of every node, counted in one pass over the scheme, where
-/// `clsNavSchemes::GetChildren` and `IsFType` take a pass for each node. It does not follow later changes.
+/// Counts the children of all nodes in one pass, where `clsNavSchemes::GetChildren` and `IsFType` take a pass for
+/// each node.
 class ChildCounts {
   public:
-    explicit ChildCounts(const clsNavSchemes& navs);
+    /// Expects `count` nodes in all.
+    explicit ChildCounts(std::size_t count) { parents_.reserve(count); }
+
+    /// To be told of every node.
+    void add(std::int32_t parent, bool isFixed);
 
     struct Children {
         std::int16_t count = 0;  ///< stops at 32,767

@@ -31,10 +31,10 @@ bool hasFixedBelow(const NodeFacts& node) {
     return node.fixedBelow;
 }
 bool hasQuery(const NodeFacts& node) {
-    return !node.query.empty();
+    return node.hasQuery;
 }
 bool hasNoQuery(const NodeFacts& node) {
-    return node.query.empty();
+    return !node.hasQuery;
 }
 
 constexpr std::string_view oneChildOnly =
@@ -69,10 +69,10 @@ constexpr Rule<NodeFacts> rules[] = {
 
 }  // namespace
 
-void appendFindings(std::string& report, const NodeFacts& node) {
+void appendFindings(std::string& report, const NodeFacts& node, std::int32_t id, const Text& description) {
     for (const auto& rule : rules) {
         if (!rule.isBrokenBy(node, node.type)) continue;
-        report.append(rule.finding).append(keyText(node.id)).append("] ").append(node.description).append("\r\n");
+        report.append(rule.finding).append(keyText(id)).append("] ").append(description.view()).append("\r\n");
         report.append(rule.text).append("\r\n\r\n");
     }
 }

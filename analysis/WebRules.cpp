@@ -58,10 +58,10 @@ constexpr Rule<clsWebScheme> rules[] = {
 }  // namespace
 
 void appendFindings(std::string& report, const clsWebScheme& paragraph) {
-    const auto type = paragraph.typeIs.view();
+    const char type = paragraph.typeIs.letter();
     for (const auto& rule : rules) {
         if (!rule.isBrokenBy(paragraph, type)) continue;
-        report.append(rule.finding).append(type).append(")-Type: [ID=").append(keyText(paragraph.ID)).append("] ");
+        report.append(rule.finding).append(1, type).append(")-Type: [ID=").append(keyText(paragraph.ID)).append("] ");
         report.append(paragraph.titleIs.view()).append("\r\n").append(rule.text).append("\r\n\r\n");
     }
 }

@@ -157,6 +157,20 @@ TEST(CheckNav, OtherTypesAreNotLookedAtButCountAsChildren) {
               "=> There are Child Nodes for Non-Generating-Type: [ID=1] node 1\r\n" + rule4N);
 }
 
+TEST(CheckNav, ATypeIsOneLetterExactly) {
+    for (const auto& type : {"FF"s, "F "s, " F"s, "FG"s, "F\0"s, "\0F"s, "\0"s, "(F)"s, "\xC6"s}) {
+        clsNavSchemes navs;
+        navs.Add(makeNode(1, 0, "F"));
+        navs.Add(makeNode(2, 1, "G", "text", "spG_A"));
+        navs.Add(makeNode(3, 2, type, "text", "spG_A"));
+        EXPECT_EQ(navs.CheckNav(), head) << type;
+    }
+}
+
+TEST(CheckNav, BlanksAreAQuery) {
+    EXPECT_EQ(findings({{1, 0, "G", " "}, {2, 1, "R", "  "}}), "");
+}
+
 TEST(CheckNav, OnlyDirectChildrenCount) {
     EXPECT_EQ(findings({{1, 0, "G", "spG_A"}, {2, 1, "G", "spG_B"}, {3, 2, "F", ""}, {4, 3, "N", ""}}),
               "=> There is a Fixed-Type Node below the Generating-Type: [ID=2] node 2\r\n" + rule3);
