@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <filesystem>
 #include <memory>
+#include <string>
 
 #include "model/clsNavSchemes.h"
 #include "shell/HelpFile.h"
@@ -13,6 +14,7 @@
 
 class QGroupBox;
 class RulePanel;
+class fOutput;
 
 /// The main window. It owns the navigational scheme, shows it in a tree and two grids, and turns menu commands into
 /// calls of the scheme. It holds no scheme data of its own and asks no questions: there is no "modified" flag.
@@ -43,7 +45,11 @@ class fMain final : public QMainWindow, private NavWindow {
     void mnuNavSave_Click();
     void mnuCollapse_Click();
     void mnuNavRenum_Click();
+    void mnuCheckNav_Click();
+    void mnuNavToDo_Click();
     void mnuDisSave_Click();
+    void mnuCheckWeb_Click();
+    void mnuWebToDo_Click();
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
@@ -53,6 +59,7 @@ class fMain final : public QMainWindow, private NavWindow {
 
   private:
     void makeMenus();
+    void showReport(std::string report);
     void placePanels(QSize inner, clsWebSchemes& webs);
 
     // What the scheme asks of the window.
@@ -67,6 +74,7 @@ class fMain final : public QMainWindow, private NavWindow {
     NavGrid* flexNav_;
     WebGrid* flexWeb_;
     NavTree* myTree_ = nullptr;
+    fOutput* fOutput_ = nullptr;  // made with the first report
     HelpFile help_;
     ReleasedKeys keys_;
     bool laidOutMaximized_ = false;
