@@ -275,7 +275,7 @@ void fMain::mnuWebToDo_Click() {
 void fMain::showReport(std::string report) {
     if (!fOutput_) fOutput_ = new fOutput(help_, this);
     fOutput_->setSText(std::move(report));
-    fOutput_->exec();
+    fOutput_->open();
 }
 
 void fMain::keyPressEvent(QKeyEvent* event) {
