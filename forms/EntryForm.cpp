@@ -181,7 +181,9 @@ void EntryForm::addFootnote(const char* name, const char* text, const QFont& fon
 }
 
 void EntryForm::load() {
-    adjustSize();
+    // The layout's own minimum leaves captions that wrap out, and adjustSize() takes two thirds of the screen at most.
+    setMinimumSize(sizeHint());
+    resize(minimumSize());
     inputs_.at(fields_.front().name)->setFocus();
     oEH.raise = [this](clsEventHandler::Event event, QWidget* vControl) { answer(event, vControl); };
     oEH.SetForm(*this);
@@ -298,25 +300,25 @@ void EntryForm::sendBack(QWidget& field) {
 }
 
 bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
+    const auto* field = fieldOf(watched);
+    const bool held = watched != inField_ && lacksNumber(inField_);
     switch (event->type()) {
-        case QEvent::FocusIn: {
-            const auto* field = fieldOf(watched);
-            if (field && *field->help && !leftWithoutNumber_ && isMoveInForm(*event)) showHelp(field->help);
-            break;
-        }
         // The mouse moves the focus before the field that it pressed hears of it.
+        case QEvent::FocusIn:
+            if (!field || (held && static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason)) break;
+            inField_ = inputs_.at(field->name);
+            if (*field->help && isMoveInForm(*event)) showHelp(field->help);
+            break;
         case QEvent::FocusOut:
-            if (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason && lacksNumber(watched))
-                leftWithoutNumber_ = static_cast<QWidget*>(watched);
+            if (field && field->kind == EntryField::KeyLength && isMoveInForm(*event)) composeKey();
             break;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
-            if (leftWithoutNumber_) {
-                auto& field = *leftWithoutNumber_;
-                leftWithoutNumber_ = nullptr;
-                sendBack(field);
-                return true;
-            }
+            if (!held || focusWidget() == inField_) break;
+            sendBack(*inField_);
+            return true;
+        case QEvent::ContextMenu:  // of a press that was sent back
+            if (held) return true;
             break;
         default: break;
     }

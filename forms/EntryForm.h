@@ -113,6 +113,6 @@ class EntryForm : public QDialog {
     ChoiceList* kinds_ = nullptr;
     QLabel* lblDesc_ = nullptr;
     QVBoxLayout* rows_ = nullptr;
-    QPointer<QWidget> leftWithoutNumber_;  // by a press of the mouse that is not handled yet
+    QWidget* inField_ = nullptr;  // the field in which the user is, although the mouse may have pressed another one
     clsEventHandler oEH;
 };

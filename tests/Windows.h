@@ -1,0 +1,165 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QColor>
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QMessageBox>
+#include <QRect>
+#include <QTest>
+#include <QTimer>
+#include <QWindow>
+#include <deque>
+#include <functional>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+
+// What the tests of all windows share: widgets found by name, keys pressed as a user presses them, and answers to
+// dialogs.
+
+inline QString text(const std::string& utf8) {
+    return QString::fromStdString(utf8);
+}
+
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QRect& place, std::ostream* out) {
+    *out << place.left() << ',' << place.top() << ' ' << place.width() << 'x' << place.height();
+}
+inline void PrintTo(const QSize& size, std::ostream* out) {
+    *out << size.width() << 'x' << size.height();
+}
+inline void PrintTo(const QColor& colour, std::ostream* out) {
+    *out << colour.name().toStdString();
+}
+
+// --- widgets ---
+
+/// The widget of this class and object name below `parent`. @throws when there is none
+template <class Widget = QWidget>
+Widget& find(const QObject& parent, const std::string& name) {
+    auto* found = parent.findChild<Widget*>(text(name));
+    if (!found) throw std::runtime_error("there is no " + name);
+    return *found;
+}
+
+// --- keys ---
+
+constexpr int patience = 10'000;  // milliseconds until a test gives up waiting
+
+/// Waits until the keyboard is at the window.
+inline void activate(QWidget& window) {
+    if (QApplication::activeWindow() != &window) window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &window; }, patience))
+        << "the window does not get the keyboard";
+}
+
+/// Presses and lets go a key; it goes where the window's keyboard focus is, or to an open menu.
+inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    auto& window = *widget.window();
+    if (!window.windowHandle()) throw std::runtime_error("keys need a window that was shown");
+    if (!QApplication::activePopupWidget()) activate(window);
+    QTest::keyClick(window.windowHandle(), key, modifiers);
+}
+
+// --- dialogs ---
+
+/// Answers the modal windows that a command opens, in order, as soon as each is there. What is not answered within
+/// `patience` fails the test and is closed, so that no test hangs.
+class Answers {
+  public:
+    using Answer = std::function<void(QDialog&)>;
+
+    Answers() { watch(); }
+    Answers(const Answers&) = delete;
+    ~Answers() { wait(); }
+
+    /// Answers the next window, which must have this object name.
+    Answers& then(const std::string& name, Answer answer) {
+        steps_.push_back({text(name), std::move(answer)});
+        return *this;
+    }
+
+    /// Waits until all windows have come and gone.
+    void wait() {
+        const auto done = [this] { return failed_ || (steps_.empty() && !QApplication::activeModalWidget()); };
+        if (!QTest::qWaitFor(done, patience)) fail("in vain");
+        EXPECT_TRUE(steps_.empty()) << "there was no " << (steps_.empty() ? "" : steps_.front().name.toStdString());
+        steps_.clear();
+    }
+
+  private:
+    struct Step {
+        QString name;
+        Answer answer;
+    };
+
+    void watch() {
+        QTimer::singleShot(3, &context_, [this] {
+            watch();  // first, because an answer may open the next window
+            look();
+        });
+    }
+
+    void look() {
+        auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!window) {
+            since_.restart();
+        } else if (failed_) {
+            window->reject();
+        } else if (!steps_.empty() && window->objectName() == steps_.front().name && window->isVisible()) {
+            const auto step = steps_.front();
+            steps_.pop_front();
+            since_.restart();
+            try {
+                step.answer(*window);
+            } catch (const std::exception& error) {
+                fail(error.what());
+            }
+        } else if (since_.elapsed() > patience) {
+            fail("a window is left open");
+        }
+    }
+
+    void fail(const std::string& why) {
+        failed_ = true;
+        const auto* window = QApplication::activeModalWidget();
+        const auto name = window ? window->objectName() + text(": ") + window->windowTitle() : QString();
+        ADD_FAILURE() << "waited for " << (steps_.empty() ? "nothing" : steps_.front().name.toStdString())
+                      << ", on the screen is " << name.toStdString() << ": " << why;
+    }
+
+    struct Clock : QElapsedTimer {
+        Clock() { start(); }
+    };
+
+    std::deque<Step> steps_;
+    QObject context_;
+    Clock since_;
+    bool failed_ = false;
+};
+
+/// What is to be done with a message: it has this text, and is closed with Enter.
+inline Answers::Answer reading(const std::string& expected) {
+    return [expected](QDialog& window) {
+        auto* box = qobject_cast<QMessageBox*>(&window);
+        if (!box) throw std::runtime_error("this is no message box");
+        EXPECT_EQ(box->text(), text(expected));
+        EXPECT_EQ(box->informativeText() + box->detailedText(), QString());
+        EXPECT_EQ(box->windowTitle(), text("Reporting Scheme Wizard for Pelmo"));
+        EXPECT_EQ(box->icon(), QMessageBox::Information);
+        EXPECT_EQ(box->standardButtons(), QMessageBox::Ok);
+        EXPECT_EQ(box->buttons().size(), 1);
+        press(window, Qt::Key_Return);
+    };
+}
+
+/// What is to be done with a window: Esc.
+inline void escape(QDialog& window) {
+    press(window, Qt::Key_Escape);
+}
