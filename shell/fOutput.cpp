@@ -100,7 +100,6 @@ void fOutput::layOut() {
 
     if (isCopied_ && !text_->document()->isModified()) return;
     text_->setPlainText(decode(sText_));
-    text_->document()->setModified(false);
     isCopied_ = true;
 }
 

@@ -47,6 +47,13 @@ TEST(ChildCounts, OfNobodyAreZero) {
     EXPECT_EQ(counts.of(0).count, 1);
 }
 
+TEST(ChildCounts, KnowAFixedChildWhereverItStands) {
+    clsNavSchemes navs;
+    for (const auto& [id, type] : {std::pair{1, "N"}, {2, "F"}, {3, "N"}}) navs.Add(makeNode(id, 9, type));
+    EXPECT_EQ(countsOf(navs).of(9).count, 3);
+    EXPECT_TRUE(countsOf(navs).of(9).hasFixed);
+}
+
 TEST(ChildCounts, StopAtTheLargestNumberOf16Bits) {
     clsNavSchemes navs;
     for (int id = 1; id <= 32'766; ++id) navs.Add(makeNode(id, -3, "N"));
