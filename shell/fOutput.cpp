@@ -2,10 +2,10 @@
 
 #include <QMimeData>
 #include <QPlainTextEdit>
-#include <QScreen>
 #include <cstdint>
 #include <utility>
 
+#include "views/Centring.h"
 #include "views/CodePage.h"
 #include "views/Twips.h"
 
@@ -103,20 +103,12 @@ void fOutput::layOut() {
     isCopied_ = true;
 }
 
-void fOutput::centre() {
-    if (isMaximized()) return;
-    const auto screenArea = screen()->geometry();
-    const auto frame = frameGeometry();
-    move(screenArea.left() + qRound((screenArea.width() - frame.width()) / 2.0),
-         screenArea.top() + qRound((screenArea.height() - frame.height()) / 2.0));
-}
-
 void fOutput::changeEvent(QEvent* event) {
     if (event->type() == QEvent::ActivationChange) {
         if (!isActiveWindow())
             keys_.forget();
-        else if (!std::exchange(isGrabbed_, false))
-            centre();
+        else if (!std::exchange(isGrabbed_, false) && !isMaximized())
+            centreOnScreen(*this);
     }
     QDialog::changeEvent(event);
 }

@@ -37,7 +37,6 @@ class fOutput final : public QDialog {
     void load();
     void unload();
     void layOut();
-    void centre();
 
     const HelpFile& help_;
     QPlainTextEdit* text_;
