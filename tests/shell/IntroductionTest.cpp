@@ -124,8 +124,8 @@ TEST_F(Introduction, StandsInTheMiddleOfTheScreen) {
 TEST_F(Introduction, IsPutInTheMiddleBeforeItIsShown) {
     const auto screen = window.screen()->geometry();
     const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
-    EXPECT_EQ(window.pos(), QPoint(screen.left() + (screen.width() - window.width()) / 2,
-                                   screen.top() + (screen.height() - window.height() - title) / 2));
+    EXPECT_EQ(window.pos(), QPoint(screen.left() + qRound((screen.width() - window.width()) / 2.0),
+                                   screen.top() + qRound((screen.height() - window.height() - title) / 2.0)));
 }
 
 TEST_F(Introduction, EscClosesItWhenItIsLetGo) {

@@ -163,7 +163,7 @@ class Monkey {
     void file(QDialog& dialog) {
         auto* edit = dialog.findChild<QLineEdit*>(text("fileNameEdit"));
         if (!edit || chance(4)) return key(dialog, {Qt::Key_Escape});
-        const Rows names = {"XST1.txt", "XST2.txt", "odd.txt", "new", "none.txt", "", "nowhere/x", "."};
+        const Rows names = {"XST1.txt", "XST2.txt", "odd.txt", "new", "none.txt", "nowhere/x", "."};
         const auto name = oneOf(names);
         note(dialog, "enters " + name);
         edit->setText(text(name.empty() ? "" : (folder_ / name).string()));
