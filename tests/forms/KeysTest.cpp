@@ -317,6 +317,25 @@ TEST_P(Keys, DoNothingWhenTheyClosedAMessage) {
     }
 }
 
+TEST_P(Keys, DoNothingWhenTheyAnsweredTheQuestion) {
+    open();
+    enter("txtQuery", "");
+    focus(titleField());
+    Answers answers;
+    answers.then("question", [&](QDialog& box) {
+        activate(box);
+        QTest::keyPress(box.windowHandle(), Qt::Key_Return);  // let go in the form
+        EXPECT_FALSE(box.isVisible());
+    });
+    key(Qt::Key_Escape);
+    answers.wait();
+    EXPECT_EQ(refused().size(), 1U) << "the answer was Yes, and the form stays";
+    activate(*form);
+    keyUp(Qt::Key_Return);
+    EXPECT_TRUE(isOpen());
+    EXPECT_EQ(focusName(), titleField());
+}
+
 TEST_P(Keys, GoToAnOpenMenu) {
     open();
     enter(titleField(), "Changed");
@@ -350,6 +369,35 @@ TEST_P(Keys, AreServedAgainAfterTheWindowWasLeft) {
     activate(*form);
     key(Qt::Key_Return);
     EXPECT_EQ(focusName(), titleField());
+}
+
+TEST_P(Keys, ShowTheSameHelpAsTheMouse) {
+    open();
+    for (const auto& field : fields()) {
+        if (field.starts_with("lst") || !enabled(field)) continue;
+        SCOPED_TRACE(field);
+        focus("txtID");
+        focus(field);
+        const auto helpByKeys = help();
+        focus("txtID");
+        focus("txtQuery");
+        const auto otherHelp = help();
+        click(field);
+        EXPECT_EQ(focusName(), field);
+        EXPECT_EQ(help(), field == "txtID" || field == "txtParm" ? otherHelp : helpByKeys);
+    }
+}
+
+TEST_P(Keys, LeaveTheHelpWhenTheWindowOrAMenuComesBack) {
+    open();
+    choose("lstType", 1);
+    const auto helpOfType = help();
+    QWidget other;
+    other.show();
+    activate(other);
+    activate(*form);
+    EXPECT_EQ(focusName(), "lstType");
+    EXPECT_EQ(help(), helpOfType);
 }
 
 TEST_P(Keys, WriteBlanksAndLettersIntoTheFields) {

@@ -177,6 +177,22 @@ TEST_F(NavForm, UsesTheQueryAndTheParameterByType) {
     }
 }
 
+TEST_F(NavForm, DisablesTheLengthOfAKeyWithTheTypesThatTakeNone) {
+    for (const int entry : {0, 3}) {
+        open(makeNode(7, 2, "G", "Orders", "spG_Orders", "CKey05"));
+        EXPECT_TRUE(enabled("txtnn"));
+        EXPECT_EQ(background("txtnn"), tipColour);
+        choose("lstType", entry);
+        EXPECT_FALSE(enabled("txtnn"));
+        EXPECT_EQ(background("txtnn"), white);
+        choose("lstType", 1);
+        EXPECT_FALSE(enabled("txtnn")) << "until the kind is chosen again";
+        choose("lstParm", 2);
+        EXPECT_TRUE(enabled("txtnn"));
+        EXPECT_EQ(background("txtnn"), tipColour);
+    }
+}
+
 TEST_F(NavForm, UsesTheQueryAndTheParameterByTypeBelowGenerating) {
     openBelow("G", "");
     choose("lstType", 2);

@@ -1,6 +1,7 @@
 #include <QMenu>
 
 #include "Helpers.h"
+#include "views/MessageBox.h"
 
 // The fields that need a number, when they are left and when they are stored.
 
@@ -232,6 +233,34 @@ TEST_P(Number, IsNotAskedForWhenTheFormIsClosed) {
     EXPECT_EQ(Stage::shown("txtParm"), "CKey05");
     key(Qt::Key_Escape);
     EXPECT_FALSE(isOpen()) << "the length itself is not stored";
+}
+
+TEST_P(Number, IsNotAskedForByTheMessageOfARefusal) {
+    open();
+    navs.inform = [&](std::string_view message) { showMessage(form.get(), text(std::string(message))); };
+    const auto before = stored();
+    enter("txtQuery", "");
+    enter("txtnn", "x");
+    Answers answers;
+    answers.then("message", reading(isNode() ? "No Generating Query or Stored procedure specified. Changes not saved"
+                                             : "Query field cannot be blank..."));
+    key(Qt::Key_F3);
+    answers.wait();
+    EXPECT_EQ(focusName(), "txtnn");
+    settle();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    EXPECT_EQ(stored(), before);
+}
+
+TEST_P(Number, IsNotAskedForByF3) {
+    open();
+    enter("txtnn", "x");
+    enter(titleField(), "Changed");
+    focus("txtnn");
+    key(Qt::Key_F3);
+    EXPECT_EQ(focusName(), "txtnn");
+    EXPECT_EQ(stored(), isNode() ? "7|Changed|G|2|spG_Orders|CKey05|leaf|3"
+                                 : "5|7|20|Changed|spW_Orders|CKey05|H|4||more");
 }
 
 TEST_P(Number, IsNotNeededInOtherFields) {
