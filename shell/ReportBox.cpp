@@ -47,11 +47,6 @@ void ReportBox::resizeEvent(QResizeEvent* event) {
     if (countLines()) verticalScrollBar()->setValue(top);
 }
 
-void ReportBox::changeEvent(QEvent* event) {
-    QPlainTextEdit::changeEvent(event);
-    countLines();
-}
-
 // Tab moves the focus in this program, also where there is nothing else to go to: it writes nothing into a report.
 bool ReportBox::focusNextPrevChild(bool /*next*/) {
     return true;

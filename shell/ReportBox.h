@@ -16,7 +16,6 @@ class ReportBox final : public QPlainTextEdit {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
     bool focusNextPrevChild(bool next) override;
     QMimeData* createMimeDataFromSelection() const override;
 

@@ -45,6 +45,16 @@ class Report : public testing::Test {
         QTest::qWait(10);
     }
 
+    // Moves the window out of the middle. @return where it stands when a window manager has done its part
+    QPoint movedAside() {
+        QTest::qWait(50);
+        window.move(20, 30);
+        QTest::qWait(50);
+        EXPECT_LT((window.pos() - QPoint(20, 30)).manhattanLength(), 40);
+        EXPECT_NE(window.pos(), middle());
+        return window.pos();
+    }
+
     [[nodiscard]] QPoint middle() const {
         const auto screen = window.screen()->geometry();
         const auto frame = window.frameGeometry().size();
@@ -120,16 +130,15 @@ TEST_F(Report, StandsInTheMiddleOfTheScreen) {
 TEST_F(Report, GoesBackToTheMiddleWhenItBecomesActiveAndNotBefore) {
     show(threeLines);
     EXPECT_TRUE(isInTheMiddle());
-    window.move(20, 30);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.pos() == QPoint(20, 30); }, patience));
+    const auto place = movedAside();
     resize(500, 300);
     type("x");
-    EXPECT_EQ(window.pos(), QPoint(20, 30)) << "the user has put it there";
+    EXPECT_EQ(window.pos(), place) << "the user has put it there";
     {
         QWidget other;
         other.show();
         activate(other);
-        EXPECT_EQ(window.pos(), QPoint(20, 30));
+        EXPECT_EQ(window.pos(), place);
     }
     activate(window);
     EXPECT_TRUE(isInTheMiddle()) << window.x() << ',' << window.y();
@@ -151,8 +160,7 @@ TEST_F(Report, StaysWhereItIsDraggedTo) {
     show(threeLines);
     EXPECT_TRUE(isInTheMiddle());
     for (const std::uint8_t mode : std::initializer_list<std::uint8_t>{1, 0, 3}) {
-        window.move(20, 30);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return window.pos() == QPoint(20, 30); }, patience));
+        movedAside();
         {
             QWidget other;
             other.show();
@@ -426,6 +434,8 @@ TEST_F(Report, OfAHundredThousandFindingsKeepsItsPlaceWhenResized) {
     auto top = edit.cursorForPosition({5, 5});
     top.select(QTextCursor::LineUnderCursor);
     EXPECT_EQ(top.selectedText(), text("line 200000"));
+    edit.setFont(QFont(text("Arial"), 14));
+    EXPECT_EQ(edit.document()->lineCount(), 300'001);
     type("x");
     resize(650, 400);
     EXPECT_TRUE(textOf(edit) == text(report).remove(QChar(u'\r')));
