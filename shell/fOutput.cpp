@@ -1,10 +1,9 @@
 #include "shell/fOutput.h"
 
-#include <QMimeData>
-#include <QPlainTextEdit>
 #include <cstdint>
 #include <utility>
 
+#include "shell/ReportBox.h"
 #include "views/Centring.h"
 #include "views/CodePage.h"
 #include "views/Twips.h"
@@ -15,24 +14,6 @@ namespace {
 constexpr QSizeF clientArea(10965, 5760);
 constexpr double margin = 10;  // left and above the text, which is smaller than the window by as much
 
-class ReportBox final : public QPlainTextEdit {
-  public:
-    using QPlainTextEdit::QPlainTextEdit;
-
-  protected:
-    // Tab moves the focus in this program, also where there is nothing else to go to: it writes nothing into a
-    // report.
-    bool focusNextPrevChild(bool /*next*/) override { return true; }
-
-    // The clipboard gets the text alone and as it is: the toolkit would make blanks of no-break spaces (byte A0), and
-    // offer the report as a formatted text, too.
-    QMimeData* createMimeDataFromSelection() const override {
-        auto* copied = new QMimeData;
-        copied->setText(textCursor().selectedText().replace(QChar::ParagraphSeparator, u'\n'));
-        return copied;
-    }
-};
-
 }  // namespace
 
 fOutput::fOutput(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(help), text_(new ReportBox(this)) {
@@ -41,10 +22,6 @@ fOutput::fOutput(const HelpFile& help, QWidget* parent) : QDialog(parent), help_
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     text_->setObjectName(QStringLiteral("Text1"));
     text_->setAccessibleName(tr("Report"));
-    text_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    text_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    text_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    text_->setUndoRedoEnabled(false);
     text_->setFocus();
     load();
 }
@@ -73,7 +50,7 @@ void fOutput::load() {
 
 void fOutput::unload() {
     setSText({});
-    text_->clear();
+    text_->setReport({});
     keys_.forget();
 }
 
@@ -99,7 +76,7 @@ void fOutput::layOut() {
     text_->setGeometry(place);
 
     if (isCopied_ && !text_->document()->isModified()) return;
-    text_->setPlainText(decode(sText_));
+    text_->setReport(decode(sText_));
     isCopied_ = true;
 }
 

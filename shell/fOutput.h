@@ -6,7 +6,7 @@
 #include "shell/HelpFile.h"
 #include "views/ReleasedKeys.h"
 
-class QPlainTextEdit;
+class ReportBox;
 
 /// The report window: one window for all reports. Closing it unloads it: it forgets the report, and has its first
 /// size when it is opened again. Esc closes it, F1 shows the help.
@@ -39,7 +39,7 @@ class fOutput final : public QDialog {
     void layOut();
 
     const HelpFile& help_;
-    QPlainTextEdit* text_;
+    ReportBox* text_;
     std::string sText_;
     bool isCopied_ = true;    // sText_ has been copied into the text box
     bool isGrabbed_ = false;  // the keyboard is with the window manager only, which drags this window perhaps
