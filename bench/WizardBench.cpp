@@ -1,7 +1,8 @@
 // Times what a user waits for, in the real main window, and prints one "name milliseconds" line each.
 //   wizard_bench start                  the main window, painted
 //   wizard_bench load PREFIX            both files loaded and painted; peak memory
-//   wizard_bench all PREFIX FOLDER      that, and clicks, renumbering, saving into FOLDER, deleting a branch
+//   wizard_bench use PREFIX             that, and edits, clicks and analyses
+//   wizard_bench all PREFIX FOLDER      that, and renumbering, saving into FOLDER, deleting a branch
 // PREFIX.xst1 and PREFIX.xst2 are the two files.
 #include <sys/resource.h>
 
@@ -9,6 +10,7 @@
 #include <QElapsedTimer>
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -16,6 +18,7 @@
 
 #include "shell/fMain.h"
 #include "views/Look.h"
+#include "views/NavTree.h"
 
 namespace {
 
@@ -39,20 +42,42 @@ double peakMegabytes() {
     return static_cast<double>(usage.ru_maxrss) / 1024;
 }
 
-void measureClicks(clsNavSchemes& navs) {
-    std::vector<std::int32_t> ids;
-    for (const auto& node : navs.NewEnum()) ids.push_back(node->ID);
-    print("click, the first", timed([&] { navs.oWebs.DispInGrid(ids.front()); }));
+// A click as the tree makes it: it fills the grid of paragraphs, scrolls that of the nodes, and opens the node.
+void measureClicks(fMain& window) {
+    auto& navs = *window.oNavs;
+    auto& tree = *window.findChild<NavTree*>(QStringLiteral("myTree"));
+    const auto count = tree.treeModel().snapshot().count();
+    const auto clickOn = [&](std::size_t number) {
+        tree.setCurrentIndex(tree.treeModel().indexOf(static_cast<std::uint32_t>(number * 7919 % count)));
+        QCoreApplication::processEvents();
+        return timed([&] { tree.NodeClick(); });
+    };
+    print("click, the first", clickOn(1));
     std::vector<double> times;
-    for (std::size_t i = 0; i < 1000; ++i) {
-        const auto id = ids[i * 7919 % ids.size()];
-        times.push_back(timed([&] { navs.oWebs.DispInGrid(id); }));
-    }
+    for (std::size_t i = 0; i < 1000; ++i) times.push_back(clickOn(i));
     std::ranges::sort(times);
     print("click, median", times[500]);
     print("click, 95 %", times[950]);
     print("all paragraphs", timed([&] { navs.DisplayFullWeb(); }));
-    print("leaving them", timed([&] { navs.oWebs.DispInGrid(ids.front()); }));
+    print("leaving them", clickOn(count / 2));
+    window.mnuCollapse_Click();
+}
+
+// What a form and Del do when they are done.
+void measureEdits(clsNavSchemes& navs) {
+    std::vector<double> redraws, deletions;
+    for (int i = 0; i < 20; ++i) {
+        redraws.push_back(timed([&] { navs.DispInTV(); }));
+        const auto last = navs.MaxID();
+        deletions.push_back(timed([&] {
+            navs.DelNode(last);
+            navs.DispInTV();
+        }));
+    }
+    std::ranges::sort(redraws);
+    std::ranges::sort(deletions);
+    print("redraw after a form", redraws[10]);
+    print("Del of a node", deletions[10]);
 }
 
 // A node with about 2 % of the nodes below it.
@@ -109,9 +134,13 @@ int main(int argc, char* argv[]) {
     print("load and draw both", nodeTime + paragraphTime);
     const auto bytes = static_cast<double>(file_size(nodes) + file_size(paragraphs)) / (1 << 20);
     print("memory / file bytes", (peakMegabytes() - empty) / bytes);
+    if (what == "load") std::_Exit(0);  // the rival's time ends here, too
+    measureEdits(navs);
+    measureClicks(window);
+    print("analysis of the nodes", timed([&] { static_cast<void>(navs.CheckNav()); }));
+    print("analysis of paragraphs", timed([&] { static_cast<void>(navs.oWebs.CheckScheme(navs)); }));
     if (what != "all") return 0;
 
-    measureClicks(navs);
     const std::filesystem::path folder = argv[3];
     double saving = timed([&] { static_cast<void>(navs.SaveData(folder / "saved.xst1")); });
     saving += timed([&] { static_cast<void>(navs.SaveWeb(folder / "saved.xst2")); });

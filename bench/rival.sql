@@ -1,4 +1,5 @@
--- What a user could do instead, in sqlite3: import and index both files, renumber both tables in tree order, export.
+-- What a user could do instead, in sqlite3: import and index both files, count the children of
+-- each node as the rules need them, renumber both tables in tree order.
 -- run as: sqlite3 -cmd ".cd FOLDER" :memory: < rival.sql, with nodes.csv and paragraphs.csv in FOLDER
 .mode csv
 .timer on
@@ -11,6 +12,9 @@ CREATE INDEX nodeIDs ON XST1(ID);
 CREATE INDEX parents ON XST1(parentIs);
 CREATE INDEX paragraphIDs ON XST2(ID);
 CREATE INDEX pages ON XST2(XST1);
+.print children
+SELECT count(*), max(children) FROM (
+  SELECT (SELECT count(*) FROM XST1 AS child WHERE child.parentIs = XST1.ID) AS children FROM XST1);
 .print renumber
 CREATE TABLE renumbered(new INTEGER PRIMARY KEY, old INTEGER);
 INSERT INTO renumbered(old)

@@ -1,8 +1,8 @@
 #include "forms/EntryForm.h"
 
-#include <QGuiApplication>
 #include <QFocusEvent>
 #include <QGridLayout>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <algorithm>
@@ -275,8 +275,8 @@ void EntryForm::moveOn(QWidget* from) {
 // --- leaving a field ---
 
 const EntryField* EntryForm::fieldOf(const QObject* input) const {
-    const auto field = std::ranges::find_if(
-        fields_, [&](const EntryField& each) { return inputs_.at(each.name) == input; });
+    const auto field =
+        std::ranges::find_if(fields_, [&](const EntryField& each) { return inputs_.at(each.name) == input; });
     return field == fields_.end() ? nullptr : &*field;
 }
 

@@ -76,8 +76,8 @@ class RecordForm : public EntryForm {
     }
 
     [[nodiscard]] bool isChanged() const override {
-        return std::ranges::any_of(members_,
-                                   [&](const Member& member) { return member.read(*record_) != valueOf(member.field); });
+        return std::ranges::any_of(
+            members_, [&](const Member& member) { return member.read(*record_) != valueOf(member.field); });
     }
 
     // The record itself is changed only when the scheme has taken it: what was refused must not look saved.

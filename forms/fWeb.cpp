@@ -3,8 +3,7 @@
 namespace {
 
 constexpr EntryField fields[] = {
-    {EntryField::Line, "Label1", "ID:", "txtID",
-     ""},
+    {EntryField::Line, "Label1", "ID:", "txtID", ""},
     {EntryField::Line, "Label2", "Paragraph Title:", "txtTitle",
      "Please Enter the Title of the Paragraph. If Suffixed by (colon :), then whatever is the Text of "
      "currently selected Node in Treeview will be suffixed to this Title.  For Example, if the title is 'Order "
@@ -25,8 +24,7 @@ constexpr EntryField fields[] = {
      "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'."},
     {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn",
      "Please enter numeric value -- The length of Character Key."},
-    {EntryField::Line, "", "Parameter Type: as it will be stored", "txtParm",
-     ""},
+    {EntryField::Line, "", "Parameter Type: as it will be stored", "txtParm", ""},
     {EntryField::Line, "Label11", "Form No.:", "txtForm",
      "Enter a Form Number (1, 2, 3 ..). Specifying this will place a hyperlink on the Web-Page Report, which "
      "when clicked will fire an event, which can be coded to open a Data Entry Form. This number will specify "
@@ -47,24 +45,38 @@ constexpr EntryField fields[] = {
 };
 
 constexpr TypeChoice types[] = {
-    {"C - Chart (Bar)", {"txtForm", "txtCol"}, {"txtCol"},
+    {"C - Chart (Bar)",
+     {"txtForm", "txtCol"},
+     {"txtCol"},
      "(C)-Displays a pure-HTML bar chart, given the columns as X:Y, where X=Column No for X-Axis and Y=Col. No "
      "for Y-Axis. For Example '1:5'; Col-1 will be X-Axis and Col-5 will be Y-Axis."},
-    {"H - Header", {"txtForm", "txtCol"}, {"txtForm"},
+    {"H - Header",
+     {"txtForm", "txtCol"},
+     {"txtForm"},
      "(H)-Header, Displaying Header Information. You can also specify the Form# with this type."},
-    {"E - Execute Only", {"txtForm", "txtCol"}, {},
+    {"E - Execute Only",
+     {"txtForm", "txtCol"},
+     {},
      "(E)-It is sometimes required to execute an Action Query or Non-Row-Returning Stored Procedure. This type "
      "will do that !!"},
-    {"M - Multi-Chapter (Shaped)", {"txtForm", "txtCol"}, {},
+    {"M - Multi-Chapter (Shaped)",
+     {"txtForm", "txtCol"},
+     {},
      "(M)-Displays a Shaped Recordset. Since Shaped Recordset cannot be returned by a Stored Procedure, Please "
      "see how it has been implemented in Demo Application."},
-    {"I - Image Header", {"txtForm", "txtCol"}, {"txtForm"},
+    {"I - Image Header",
+     {"txtForm", "txtCol"},
+     {"txtForm"},
      "(I)-Displays the Header Information alongwith the Image, which is stored as BLOB (Binary Large Object) "
      "data-type. This should have one field prefixed with 'IMG' (i.e. IMGEmployee, or IMG_Product) and should "
      "be of BLOB type. You can also specify the Form# with this type."},
-    {"S - Show Table", {"txtForm", "txtCol"}, {"txtCol"},
+    {"S - Show Table",
+     {"txtForm", "txtCol"},
+     {"txtCol"},
      "(S)-Show Table Type, which will display a tabular data and will also sum the columns."},
-    {"T - Thumbnail Images", {"txtForm", "txtCol"}, {"txtCol"},
+    {"T - Thumbnail Images",
+     {"txtForm", "txtCol"},
+     {"txtCol"},
      "(T)-Thumbnail of Images. Please note this type displays images that are not stored in database as BLOB "
      "type. The database, however, stores the file path of the images. The Field name that returns the "
      "full-path of images should be prefixed as 'FILE', for example FILEStudents or FILE_Products."},
@@ -73,14 +85,10 @@ constexpr TypeChoice types[] = {
 // In the order in which they are written.
 using Paragraph = clsWebScheme;
 constexpr EntryMember<Paragraph> members[] = {
-    numberMember<Paragraph, &Paragraph::ID>("txtID"),
-    numberMember<Paragraph, &Paragraph::seqNo>("txtSeqNo"),
-    textMember<Paragraph, &Paragraph::titleIs>("txtTitle"),
-    textMember<Paragraph, &Paragraph::queryIs>("txtQuery"),
-    textMember<Paragraph, &Paragraph::parmIs>("txtParm"),
-    textMember<Paragraph, &Paragraph::typeIs>("lstType"),
-    numberMember<Paragraph, &Paragraph::formIs>("txtForm"),
-    textMember<Paragraph, &Paragraph::colsAre>("txtCol"),
+    numberMember<Paragraph, &Paragraph::ID>("txtID"),       numberMember<Paragraph, &Paragraph::seqNo>("txtSeqNo"),
+    textMember<Paragraph, &Paragraph::titleIs>("txtTitle"), textMember<Paragraph, &Paragraph::queryIs>("txtQuery"),
+    textMember<Paragraph, &Paragraph::parmIs>("txtParm"),   textMember<Paragraph, &Paragraph::typeIs>("lstType"),
+    numberMember<Paragraph, &Paragraph::formIs>("txtForm"), textMember<Paragraph, &Paragraph::colsAre>("txtCol"),
 };
 
 QFont hintFont() {
@@ -92,9 +100,10 @@ QFont hintFont() {
 }  // namespace
 
 fWeb::fWeb(clsNavSchemes& oNavs, QWidget* parent)
-    : RecordForm({"fWeb", "Form to Add / Update a Web-Page Paragraph.", "Do you want to Update the Paragraph?", fields,
-                  types, hintFont()},
-                 members, [&oNavs](const Pointer& paragraph) { return oNavs.FuseWeb(paragraph); }, parent) {
+    : RecordForm(
+          {"fWeb", "Form to Add / Update a Web-Page Paragraph.", "Do you want to Update the Paragraph?", fields,
+           types, hintFont()},
+          members, [&oNavs](const Pointer& paragraph) { return oNavs.FuseWeb(paragraph); }, parent) {
     load();
 }
 

@@ -111,8 +111,8 @@ class KeyedCollection {
     std::int32_t count_ = 0;
 };
 
-/// The records of a collection in order, for a for-each loop that only reads them. Each is handed out as a plain pointer,
-/// good until it is removed.
+/// The records of a collection in order, for a for-each loop that only reads them. Each is handed out as a plain
+/// pointer, good until it is removed.
 template <class Record>
 class ReadOnlyRecords {
   public:

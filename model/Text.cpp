@@ -101,6 +101,12 @@ bool Text::equals(std::string_view bytes) const noexcept {
     return *here == endInFile;
 }
 
+char Text::letter() const noexcept {
+    if (empty()) return 0;
+    const bool single = isOwned() ? ownedOf(first_)->size == 1 : first_[0] != endInFile && first_[1] == endInFile;
+    return single ? *first_ : '\0';
+}
+
 bool Text::isOwned() const noexcept {
     return ::isOwned(first_);
 }

@@ -34,6 +34,8 @@ class Text {
     [[nodiscard]] bool empty() const noexcept { return first_ == nullptr; }
 
     [[nodiscard]] bool equals(std::string_view bytes) const noexcept;
+    /// The byte of a text of one byte, which is what the types of records are; 0 for any other text.
+    [[nodiscard]] char letter() const noexcept;
     friend bool operator==(const Text& a, const Text& b) noexcept { return a.equals(b.view()); }
     friend bool operator==(const Text& a, std::string_view b) noexcept { return a.equals(b); }
     friend bool operator==(const Text& a, const std::string& b) noexcept { return a.equals(b); }

@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "model/KeyedCollection.h"
-#include "model/Screen.h"
 #include "model/NodeTree.h"
+#include "model/Screen.h"
 #include "model/clsNavScheme.h"
 #include "model/clsWebSchemes.h"
 
@@ -93,9 +93,16 @@ class clsNavSchemes {
     /// Stores a copy of a new or edited node if it obeys the rules; otherwise says why not. Draws nothing.
     /// @return whether it was stored
     [[nodiscard]] bool FuseNav(const Pointer& oFuse);
-    /// Stores a copy of a new or edited paragraph, having emptied the fields that its type does not use; refuses one without
-    /// a query, and says so. Draws nothing. @return whether it was stored
+    /// Stores a copy of a new or edited paragraph, having emptied the fields that its type does not use; refuses one
+    /// without a query, and says so. Draws nothing. @return whether it was stored
     [[nodiscard]] bool FuseWeb(const clsWebSchemes::Pointer& oFuse);
+
+    // --- reports, in analysis/ ---
+
+    /// Checks every node against the rules. @return the rules and what breaks them, lines that end with CR LF
+    [[nodiscard]] std::string CheckNav() const;
+    /// What is left to do in the database, ending with the queries to be written. @return lines that end with CR LF
+    [[nodiscard]] std::string NavToDo() const;
 
     // --- the views ---
 

@@ -77,6 +77,15 @@ class clsWebSchemes {
     /// with the same former ID the last one counts. An orphan's `XST1` becomes what an earlier call gave it, or 0.
     void Renumber(clsNavSchemes& oNC);
 
+    // --- reports, in analysis/ ---
+
+    /// Checks every paragraph against the rules and lists the orphans, to find which it renumbers (see `Renumber`):
+    /// orphans lose their node. No grid is filled. @return the rules, what breaks them, and the orphans, lines that
+    /// end with CR LF
+    [[nodiscard]] std::string CheckScheme(clsNavSchemes& oNC);
+    /// What is left to do in the database, ending with the queries to be written. @return lines that end with CR LF
+    [[nodiscard]] std::string WebToDo() const;
+
     // --- the grid ---
 
     /// Keeps the grid and puts it in its place, in twips within its frame.

@@ -13,7 +13,8 @@
 namespace {
 
 void reportNoViewer(QWidget* window, const QString& path) {
-    showMessage(window, QStringLiteral("No program was found that shows the help file:\n%1").arg(QDir::toNativeSeparators(path)));
+    showMessage(window,
+                QStringLiteral("No program could show the help file:\n%1").arg(QDir::toNativeSeparators(path)));
 }
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)

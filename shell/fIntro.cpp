@@ -2,9 +2,9 @@
 
 #include <QLabel>
 #include <QPlainTextEdit>
-#include <QScreen>
 
 #include "shell/IntroductionText.h"
+#include "views/Centring.h"
 #include "views/Twips.h"
 
 namespace {
@@ -38,9 +38,7 @@ fIntro::fIntro(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(h
     text->setAccessibleName(tr("Introduction"));
     text->setFocus();
 
-    const auto screenArea = screen()->geometry();
-    move(screenArea.left() + (screenArea.width() - width()) / 2,
-         screenArea.top() + (screenArea.height() - height()) / 2);
+    centreOnScreen(*this);
 }
 
 // Keys act when they are let go; nothing of QDialog's own Enter and Esc.

@@ -11,6 +11,7 @@
 #include "shell/FileDialogs.h"
 #include "shell/RulePanel.h"
 #include "shell/fIntro.h"
+#include "shell/fOutput.h"
 #include "views/CodePage.h"
 #include "views/MessageBox.h"
 #include "views/PanelLayout.h"
@@ -57,8 +58,12 @@ constexpr MenuItem menuItems[] = {
     {"mnuNavigation", "mnuNavSave", "&Save to Text File", &fMain::mnuNavSave_Click},
     {"mnuNavigation", "mnuCollapse", "&Collapse Nodes", &fMain::mnuCollapse_Click},
     {"mnuNavigation", "mnuNavRenum", "&Re-Number", &fMain::mnuNavRenum_Click},
+    {"mnuNavigation", "mnuCheckNav", "&Analysis of Nav Scheme", &fMain::mnuCheckNav_Click},
+    {"mnuNavigation", "mnuNavToDo", "Action &To Do", &fMain::mnuNavToDo_Click},
     {"", "mnuDisplay", "&Web", nullptr},
     {"mnuDisplay", "mnuDisSave", "&Save to Text File", &fMain::mnuDisSave_Click},
+    {"mnuDisplay", "mnuCheckWeb", "&Analysis of Web Scheme", &fMain::mnuCheckWeb_Click},
+    {"mnuDisplay", "mnuWebToDo", "Action &To Do", &fMain::mnuWebToDo_Click},
     {nullptr, "mnuPopUp", "Popup", nullptr},
     {"mnuPopUp", "mnuChild", "&Add Child   (Ins)", &fMain::mnuChild_Click},
     {"mnuPopUp", "mnuEdit", "&Edit Node   (F2)", &fMain::mnuEdit_Click},
@@ -245,9 +250,32 @@ void fMain::mnuNavRenum_Click() {
     oNavs->Renumber();
 }
 
+void fMain::mnuCheckNav_Click() {
+    showReport(oNavs->CheckNav());
+}
+
+void fMain::mnuNavToDo_Click() {
+    showReport(oNavs->NavToDo());
+}
+
 void fMain::mnuDisSave_Click() {
     const auto name = GetSaveAsName(QStringLiteral("XST2.txt"), programFolder());
     if (!name.empty() && !oNavs->SaveWeb(name)) showMessage(this, QStringLiteral("Unable to save file.."));
+}
+
+// The grids still show what they did: the analysis of the paragraphs takes the orphans' nodes away, unseen.
+void fMain::mnuCheckWeb_Click() {
+    showReport(oNavs->oWebs.CheckScheme(*oNavs));
+}
+
+void fMain::mnuWebToDo_Click() {
+    showReport(oNavs->oWebs.WebToDo());
+}
+
+void fMain::showReport(std::string report) {
+    if (!fOutput_) fOutput_ = new fOutput(help_, this);
+    fOutput_->setSText(std::move(report));
+    fOutput_->open();
 }
 
 void fMain::keyPressEvent(QKeyEvent* event) {

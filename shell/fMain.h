@@ -14,6 +14,7 @@
 
 class QGroupBox;
 class RulePanel;
+class fOutput;
 
 /// The main window. It owns the navigational scheme, shows it in a tree and two grids, and turns menu commands into
 /// calls of the scheme. It holds no scheme data of its own and asks no questions: there is no "modified" flag.
@@ -48,7 +49,11 @@ class fMain final : public QMainWindow, private NavWindow {
     void mnuNavSave_Click();
     void mnuCollapse_Click();
     void mnuNavRenum_Click();
+    void mnuCheckNav_Click();
+    void mnuNavToDo_Click();
     void mnuDisSave_Click();
+    void mnuCheckWeb_Click();
+    void mnuWebToDo_Click();
     void mnuChild_Click();
     void mnuEdit_Click();
     void mnuDelete_Click();
@@ -66,6 +71,7 @@ class fMain final : public QMainWindow, private NavWindow {
 
   private:
     void makeMenus();
+    void showReport(std::string report);
     void placePanels(QSize inner, clsWebSchemes& webs);
     template <class Widget>
     [[nodiscard]] Widget& find(const char* name) const {
@@ -96,6 +102,7 @@ class fMain final : public QMainWindow, private NavWindow {
     NavGrid* flexNav_;
     WebGrid* flexWeb_;
     NavTree* myTree_ = nullptr;
+    fOutput* fOutput_ = nullptr;  // made with the first report
     HelpFile help_;
     ReleasedKeys keys_;
     bool laidOutMaximized_ = false;

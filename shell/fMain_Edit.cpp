@@ -18,8 +18,9 @@ namespace {
 // Why no node can be added below one of this type that has `children` nodes; empty when one can.
 QString refusalBelow(std::string_view type, int children) {
     if (type == "G" && children > 0)
-        return QStringLiteral("Below a (G)- Generating Node, you can add just ONE node.\r\n"
-                              "Node is already present. No Addition allowed !!");
+        return QStringLiteral(
+            "Below a (G)- Generating Node, you can add just ONE node.\r\n"
+            "Node is already present. No Addition allowed !!");
     if (type == "R")
         return QStringLiteral("Below a (R)- Recurring Node, you CANNOT add any node.\r\nNo Addition allowed !!");
     if (type == "N")
@@ -72,8 +73,8 @@ void fMain::popUpAtFocus() {
         const auto key = myTree_->SelectedKey();
         if (!key.empty()) popUpForNode(withoutPrefix(key), myTree_->placeOfCurrent());
     } else if (flexWeb_->hasFocus()) {
-        popUpForParagraph(flexWeb_->CurrentText(WebGridRows::columnOfID), flexWeb_->CurrentText(WebGridRows::columnOfNode),
-                          flexWeb_->placeOfCurrent());
+        popUpForParagraph(flexWeb_->CurrentText(WebGridRows::columnOfID),
+                          flexWeb_->CurrentText(WebGridRows::columnOfNode), flexWeb_->placeOfCurrent());
     }
 }
 

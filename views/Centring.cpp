@@ -20,5 +20,6 @@ QMargins frameOf(const QWidget& window) {
 void centreOnScreen(QWidget& window) {
     const auto area = window.screen()->geometry();
     const auto size = window.size().grownBy(frameOf(window));
-    window.move(area.left() + (area.width() - size.width()) / 2, area.top() + (area.height() - size.height()) / 2);
+    window.move(area.left() + qRound((area.width() - size.width()) / 2.0),
+                area.top() + qRound((area.height() - size.height()) / 2.0));
 }

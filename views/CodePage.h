@@ -9,8 +9,8 @@
 /// of the same number.
 [[nodiscard]] QString decode(std::string_view bytes);
 
-/// The same for a cell of the tree or a grid: the first 1,000 bytes, more than any cell can show. Painting the whole of
-/// a text of some megabytes, which a wrong file may hold, would freeze the window.
+/// The same for a cell of the tree or a grid: the first 1,000 bytes, more than any cell can show. Painting the whole
+/// of a text of some megabytes, which a wrong file may hold, would freeze the window.
 [[nodiscard]] QString decodeForCell(std::string_view bytes);
 
 /// Turns text that was typed into bytes of the code page. A character that the code page lacks becomes "?": see

@@ -8,6 +8,7 @@ class QWidget;
 /// The text is shown as it stands, never as markup. `parent` may be null or hidden.
 void showMessage(QWidget* parent, const QString& text);
 
-/// Asks a question with the buttons Yes and No, and waits for one of them: neither Esc nor closing the window answers.
+/// Asks a question with the buttons Yes and No, and waits for one of them: neither Esc nor closing the window
+/// answers.
 /// @return whether it was Yes
 [[nodiscard]] bool askYesNo(QWidget* parent, const QString& title, const QString& text);

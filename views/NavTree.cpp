@@ -89,18 +89,26 @@ std::string NavTree::SelectedKey() const {
     return TreeSnapshot::key(model_.snapshot().row(model_.rowOf(selected.front())));
 }
 
+// Mostly it is the current node: then the search through all of them is spared.
+std::uint32_t NavTree::rowOf(std::string_view key) const {
+    const auto& shown = model_.snapshot();
+    if (const auto current = currentIndex(); current.isValid())
+        if (const auto row = model_.rowOf(current); TreeSnapshot::key(shown.row(row)) == key) return row;
+    return shown.find(key);
+}
+
 void NavTree::Expand(std::string_view key) {
-    if (const auto row = model_.snapshot().find(key); row != TreeSnapshot::none) expand(model_.indexOf(row));
+    if (const auto row = rowOf(key); row != TreeSnapshot::none) expand(model_.indexOf(row));
 }
 
 int NavTree::childCount(std::string_view key) const {
-    const auto row = model_.snapshot().find(key);
+    const auto row = rowOf(key);
     return row == TreeSnapshot::none ? 0 : static_cast<int>(model_.snapshot().row(row).childCount);
 }
 
 std::string NavTree::parentKey(std::string_view key) const {
     const auto& shown = model_.snapshot();
-    const auto row = shown.find(key);
+    const auto row = rowOf(key);
     const auto parent = row == TreeSnapshot::none ? TreeSnapshot::none : shown.row(row).parent;
     return parent == TreeSnapshot::none ? std::string() : TreeSnapshot::key(shown.row(parent));
 }

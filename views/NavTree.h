@@ -56,6 +56,7 @@ class NavTree final : public QTreeView, public NavTreeView {
                                                          const QEvent* event) const override;
 
   private:
+    [[nodiscard]] std::uint32_t rowOf(std::string_view key) const;
     void click(const QModelIndex& index);
     void forgetDeepBranches(const QModelIndex& branch);
     void selectInsteadOfHidden(const QModelIndex& closed);

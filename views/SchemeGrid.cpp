@@ -104,7 +104,9 @@ void NavGrid::showAtTop(std::string_view key) {
     const auto id = readKey(key);
     if (!id) return;
     const auto row = static_cast<const NavGridRows&>(gridModel().rows()).find(*id);
-    if (row != NavGridRows::none) verticalScrollBar()->setValue(static_cast<int>(row));
+    if (row == NavGridRows::none) return;
+    executeDelayedItemsLayout();  // after a redraw the scroll bar may not know the rows yet
+    verticalScrollBar()->setValue(static_cast<int>(row));
 }
 
 WebGrid::WebGrid(QWidget* parent) : SchemeGrid(WebGridRows::format, std::make_unique<WebGridRows>(), parent) {

@@ -132,3 +132,21 @@ TEST(KeyText, IsThePlainDecimalText) {
     EXPECT_EQ(keyText(2147483647), "2147483647");
     EXPECT_EQ(keyText(std::numeric_limits<std::int32_t>::min()), "-2147483648");
 }
+
+TEST(ReadWholeNumber, ReadsWhatReadIntegerReads) {
+    expectReadings(readWholeNumber, {{"0", 0},
+                                     {" 12 ", 12},
+                                     {"-3", -3},
+                                     {"+3", 3},
+                                     {"2147483647", 2147483647},
+                                     {"-2147483648", std::numeric_limits<std::int32_t>::min()},
+                                     {"2147483648", none},
+                                     {"", none},
+                                     {" ", none},
+                                     {"12x", none},
+                                     {"1 2", none}});
+}
+
+TEST(ReadWholeNumber, TakesNoFraction) {
+    expectReadings(readWholeNumber, {{"2.5", none}, {"2.0", none}, {"2.", none}, {".5", none}, {"-1.0", none}});
+}

@@ -52,6 +52,20 @@ TEST(Text, KeepsEveryByteThatItIsGiven) {
     EXPECT_EQ(Text(std::string(100'000, 'o')).view(), std::string(100'000, 'o'));
 }
 
+TEST(Text, TellsTheLetterOfATextOfOneByte) {
+    EXPECT_EQ(Text("F").letter(), 'F');
+    EXPECT_EQ(Text("\n").letter(), '\n');
+    EXPECT_EQ(Text("\xE9").letter(), '\xE9');
+    for (const auto& text : {""s, "FG"s, "F "s, "F\0"s, "\0"s, "long text"s})
+        EXPECT_EQ(Text(text).letter(), 0) << text;
+    FileOf file(",F,GG,\xE9,o,");
+    EXPECT_EQ(file.textAt(1, 2).letter(), 'F');
+    EXPECT_EQ(file.textAt(3, 5).letter(), 0);
+    EXPECT_EQ(file.textAt(3, 3).letter(), 0);
+    EXPECT_EQ(file.textAt(6, 7).letter(), '\xE9');
+    EXPECT_EQ(file.textAt(8, 9).letter(), 'o');
+}
+
 TEST(Text, IsIndependentOfTheStringItWasMadeFrom) {
     std::string bytes = "before";
     const Text text(bytes);

@@ -214,3 +214,12 @@ TEST(WebScheme, HasIDLooksAtTheIDsNotTheKeys) {
     webs.Remove("12");
     EXPECT_FALSE(webs.HasID(13));
 }
+
+TEST(WebScheme, HasAKeyUntilItIsRemoved) {
+    clsWebSchemes webs;
+    webs.Add(makeParagraph(5, 1));
+    EXPECT_TRUE(webs.HasKey("5"));
+    for (const char* key : {"", "6", "05", " 5", "5 ", "x"}) EXPECT_FALSE(webs.HasKey(key)) << key;
+    webs.Remove("5");
+    EXPECT_FALSE(webs.HasKey("5"));
+}

@@ -34,7 +34,7 @@ class Help : public testing::Test {
 
     // What is shown when the desktop has nothing for the file.
     [[nodiscard]] std::string noProgram() const {
-        return "No program was found that shows the help file:\n" + helpFile.string();
+        return "No program could show the help file:\n" + helpFile.string();
     }
 
     const TempFolder folder;

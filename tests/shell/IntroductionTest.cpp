@@ -1,5 +1,6 @@
 #include <QFile>
 #include <QPlainTextEdit>
+#include <QStyle>
 #include <QScrollBar>
 
 #include "Helpers.h"
@@ -115,15 +116,16 @@ TEST_F(Introduction, StandsInTheMiddleOfTheScreen) {
     QTest::qWait(20);
     const auto screen = window.screen()->geometry();
     const auto frame = window.frameGeometry();
-    const int title = frame.height() - window.height();
-    EXPECT_NEAR(frame.center().x(), screen.center().x(), (frame.width() - window.width()) / 2 + 1);
-    EXPECT_NEAR(frame.center().y(), screen.center().y(), title / 2 + 1);
+    // The title bar, if there is one, may be somewhat lower than it was taken to be.
+    EXPECT_NEAR(frame.center().x(), screen.center().x(), 3);
+    EXPECT_NEAR(frame.center().y(), screen.center().y(), 15);
 }
 
 TEST_F(Introduction, IsPutInTheMiddleBeforeItIsShown) {
     const auto screen = window.screen()->geometry();
-    EXPECT_EQ(window.pos(), QPoint(screen.left() + (screen.width() - window.width()) / 2,
-                                   screen.top() + (screen.height() - window.height()) / 2));
+    const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
+    EXPECT_EQ(window.pos(), QPoint(screen.left() + qRound((screen.width() - window.width()) / 2.0),
+                                   screen.top() + qRound((screen.height() - window.height() - title) / 2.0)));
 }
 
 TEST_F(Introduction, EscClosesItWhenItIsLetGo) {

@@ -176,6 +176,17 @@ TEST(Accessibility, EveryInputOfTheIntroductionHasItsName) {
     choose(wizard.window, "FI");
 }
 
+TEST(Accessibility, EveryInputOfTheReportWindowHasItsName) {
+    Wizard wizard;
+    Answers answers;
+    answers.then("fOutput", [](QDialog& report) {
+        EXPECT_EQ(accessibleName(find<QPlainTextEdit>(report, "Text1")), "Report");
+        EXPECT_EQ(accessibleName(report), "Output...");
+        escape(report);
+    });
+    choose(wizard.window, "NA");
+}
+
 TEST(Accessibility, EveryInputOfTheFileDialogsHasItsName) {
     Wizard wizard;
     for (const auto& [letters, name] : {std::pair<const char*, const char*>{"FON", "GetOpenName"},

@@ -67,3 +67,28 @@ TEST(CodePage, DoesNotTakeBytesForUtf8) {
     EXPECT_EQ(decode("\xC3\xA4"), QStringView(u"Ã¤"));
     EXPECT_EQ(decode("\xE2\x82\xAC"), QStringView(u"â‚¬"));
 }
+
+TEST(CodePage, EveryByteComesBackFromItsCharacter) {
+    std::string bytes;
+    for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+    EXPECT_EQ(encode(decode(bytes)), bytes);
+    EXPECT_EQ(lackingInCodePage(decode(bytes)), QString());
+}
+
+TEST(CodePage, EncodesTheCharactersThatWindowsAdded) {
+    EXPECT_EQ(encode(QStringLiteral(u"€‚Žž™Ÿé")), "\x80\x82\x8E\x9E\x99\x9F\xE9");
+    EXPECT_EQ(encode(QString()), "");
+}
+
+TEST(CodePage, NamesTheFirstCharacterThatItLacks) {
+    EXPECT_EQ(lackingInCodePage(QStringLiteral(u"abc")), QString());
+    EXPECT_EQ(lackingInCodePage(QStringLiteral(u"aЖbΩ")), QStringView(u"Ж"));
+    EXPECT_EQ(lackingInCodePage(QStringLiteral(u"\u0080")), QStringView(u"\u0080")) << "its byte is that of the euro";
+    EXPECT_EQ(lackingInCodePage(QStringLiteral(u"\u0100")), QStringView(u"\u0100"));
+    EXPECT_EQ(lackingInCodePage(QStringLiteral(u"a😀b")), QStringView(u"😀")) << "both of its units";
+    EXPECT_EQ(lackingInCodePage(QString(QChar(0xD83D))).size(), 1) << "half a pair";
+}
+
+TEST(CodePage, PutsAQuestionMarkForWhatItLacks) {
+    EXPECT_EQ(encode(QStringLiteral(u"aЖb😀c")), "a?b?c");
+}

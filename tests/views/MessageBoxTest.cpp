@@ -101,3 +101,59 @@ TEST(MessageBox, StandsAloneBeforeItsWindowIsVisible) {
                 [](const QMessageBox& box) { EXPECT_EQ(box.parentWidget(), nullptr); });
     EXPECT_FALSE(hidden.isVisible());
 }
+
+namespace {
+
+/// Asks a question, does something while it is open, and tells the answer.
+template <class Act>
+bool askAnd(Act act) {
+    bool seen = false;
+    QTimer::singleShot(0, [&] {
+        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        ASSERT_NE(box, nullptr);
+        seen = true;
+        static_cast<void>(activate(box));
+        act(*box);
+        if (!QTest::qWaitFor([box] { return !box->isVisible(); },
+                             3000)) {  // a letter presses its button for a moment
+            ADD_FAILURE() << "the question is still open";
+            box->done(QMessageBox::No);
+        }
+    });
+    const bool yes = askYesNo(nullptr, QStringLiteral("The title"), QStringLiteral("<b>Sure?</b>"));
+    EXPECT_TRUE(seen);
+    return yes;
+}
+
+}  // namespace
+
+TEST(Question, HasItsTextItsTitleAndTwoButtons) {
+    static_cast<void>(askAnd([](QMessageBox& box) {
+        EXPECT_EQ(textIn(box), QStringLiteral("<b>Sure?</b>"));
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("The title"));
+        EXPECT_EQ(box.icon(), QMessageBox::Question);
+        EXPECT_EQ(box.standardButtons(), QMessageBox::Yes | QMessageBox::No);
+        EXPECT_EQ(box.defaultButton(), box.button(QMessageBox::Yes));
+        EXPECT_EQ(box.objectName(), QStringLiteral("question"));
+        EXPECT_TRUE(box.isModal());
+        typeKey(&box, Qt::Key_Return);
+    }));
+}
+
+TEST(Question, IsAnsweredByItsButtonsTheirLettersAndEnter) {
+    EXPECT_TRUE(askAnd([](QMessageBox& box) { typeKey(&box, Qt::Key_Return); }));
+    EXPECT_TRUE(askAnd([](QMessageBox& box) { typeKey(&box, Qt::Key_Y); }));
+    EXPECT_FALSE(askAnd([](QMessageBox& box) { typeKey(&box, Qt::Key_N); }));
+    EXPECT_TRUE(askAnd([](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::Yes), Qt::LeftButton); }));
+    EXPECT_FALSE(askAnd([](QMessageBox& box) { QTest::mouseClick(box.button(QMessageBox::No), Qt::LeftButton); }));
+}
+
+TEST(Question, IsNotAnsweredByEscOrTheCloseBox) {
+    EXPECT_TRUE(askAnd([](QMessageBox& box) {
+        typeKey(&box, Qt::Key_Escape);
+        EXPECT_TRUE(box.isVisible());
+        box.close();
+        EXPECT_TRUE(box.isVisible());
+        typeKey(&box, Qt::Key_Y);
+    }));
+}

@@ -190,3 +190,14 @@ TEST(NavGridRows, OutliveFilesAndOwnTextsMixed) {
     navs.NewScheme();
     EXPECT_EQ(cellsOf(rows, 8), (Rows{"1|from the file|F|0|||icon of the file|own role", "2|own text|N|1||||"}));
 }
+
+TEST(NavGridRows, FindTheFirstRowWithANumber) {
+    clsNavSchemes navs;
+    for (const int id : {4, -2, 9}) navs.Add(makeNode(id, 1, "N"));
+    navs.Item(9)->ID = 4;
+    const NavGridRows rows(navs);
+    EXPECT_EQ(rows.find(4), 0U);
+    EXPECT_EQ(rows.find(-2), 1U);
+    EXPECT_EQ(rows.find(9), NavGridRows::none);
+    EXPECT_EQ(NavGridRows().find(0), NavGridRows::none);
+}

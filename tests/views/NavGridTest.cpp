@@ -66,3 +66,18 @@ TEST_F(NavGridTest, RaisesNoEvent) {
         typeKey(&window, key);
     EXPECT_EQ(window.taken(), Rows());
 }
+
+TEST_F(NavGridTest, ScrollsARowToTheTop) {
+    for (int id = 100; id < 200; ++id) window.navs.Add(makeNode(id, 1, "N", "more"));
+    window.navs.DispInGrid();
+    const auto top = [&] { return window.navGrid->model()->index(window.navGrid->rowAt(0), 0).data().toString(); };
+    window.navGrid->showAtTop("3");
+    EXPECT_EQ(top(), QStringLiteral("3"));
+    window.navGrid->showAtTop("120");
+    EXPECT_EQ(top(), QStringLiteral("120"));
+    for (const char* key : {"", "99", "0120", "N3", "ID "}) {
+        window.navGrid->showAtTop(key);
+        EXPECT_EQ(top(), QStringLiteral("120")) << key;
+    }
+    EXPECT_FALSE(window.navGrid->currentIndex().isValid());
+}

@@ -271,3 +271,30 @@ TEST_F(NavTreeFillTest, WidensTheColumnAsLongTextsScrollIntoView) {
     window.tree->verticalScrollBar()->setValue(0);
     EXPECT_TRUE(QTest::qWaitFor([&] { return bar->maximum() == 0; }, 2000));
 }
+
+TEST_F(NavTreeFillTest, TellsTheNumberOfChildrenThatItShows) {
+    window.showSample();
+    for (const auto& [key, count] : {std::pair<const char*, int>{"N1", 2}, {"N2", 2}, {"N4", 1}, {"N7", 0}, {"N3", 1}})
+        EXPECT_EQ(window.tree->childCount(key), count) << key;
+    for (const char* key : {"", "2", "N99", "N02"}) EXPECT_EQ(window.tree->childCount(key), 0) << key;
+    window.navs.Add(makeNode(8, 7, "?", "of no type"));
+    redraw();
+    EXPECT_EQ(window.tree->childCount("N7"), 0) << "it is not in the tree";
+}
+
+TEST_F(NavTreeFillTest, TellsTheKeyOfTheParent) {
+    window.showSample();
+    for (const auto& [key, parent] :
+         {std::pair<const char*, const char*>{"N7", "N4"}, {"N4", "N2"}, {"N6", "N3"}, {"N2", "N1"}})
+        EXPECT_EQ(window.tree->parentKey(key), parent) << key;
+    for (const char* key : {"N1", "", "7", "N99"}) EXPECT_EQ(window.tree->parentKey(key), "") << key;
+}
+
+TEST_F(NavTreeFillTest, PlacesAMenuBelowTheCurrentNode) {
+    window.showSample();
+    window.tree->setCurrentIndex(window.at("N3"));
+    const auto node = window.tree->visualRect(window.at("N3"));
+    EXPECT_EQ(window.tree->viewport()->mapFromGlobal(window.tree->placeOfCurrent()), node.bottomLeft());
+    window.tree->setCurrentIndex({});
+    EXPECT_EQ(window.tree->viewport()->mapFromGlobal(window.tree->placeOfCurrent()), QPoint(0, 0));
+}

@@ -1,0 +1,146 @@
+#!/usr/bin/env python3
+"""Times what a user waits for, beside what others take for the same in the same run, and prints each goal with its verdict.
+
+usage: bench/compare.py [NODES [RUNS]]      1000000 nodes, medians of 3 runs; needs sqlite3 and the preset "bench" built
+"""
+import math
+import os
+import re
+import statistics
+import subprocess
+import sys
+import time
+
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+BIN = os.path.join(ROOT, "build/bench/bin")
+DATA = os.path.join(ROOT, "build/bench/data")
+NODES = int(sys.argv[1]) if len(sys.argv) > 1 else 1_000_000
+RUNS = int(sys.argv[2]) if len(sys.argv) > 2 else 3
+FRAME = 1000 / 60  # ms of a 60 Hz screen
+ENV = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+
+
+def data(shape, nodes, *more):
+    """The prefix of a pair of files, made if it is not there."""
+    prefix = os.path.join(DATA, "_".join([shape, str(nodes), *[word.strip("-") for word in more]]))
+    if not os.path.exists(prefix + ".xst2"):
+        os.makedirs(DATA, exist_ok=True)
+        subprocess.run([sys.executable, os.path.join(ROOT, "bench/gen_scheme.py"), "--shape", shape, "--nodes", str(nodes),
+                        "--paras", str(nodes), "--out", prefix, *more], check=True, stdout=subprocess.DEVNULL)
+    return prefix
+
+
+def warm():
+    subprocess.run([os.path.join(BIN, "touch_memory")], check=True)
+
+
+def wall(command, **more):
+    warm()
+    start = time.perf_counter()
+    subprocess.run(command, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=ENV, **more)
+    return (time.perf_counter() - start) * 1000
+
+
+def wizard(*arguments):
+    """What a run of the wizard printed: name -> number."""
+    warm()
+    out = subprocess.run([os.path.join(BIN, "wizard_bench"), *arguments], check=True, text=True, env=ENV,
+                         stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+    return {line[:24].strip(): float(line[24:]) for line in out.splitlines()}
+
+
+def medians(runs):
+    return {name: statistics.median(run[name] for run in runs) for name in runs[0]}
+
+
+def sqlite(prefix, folder):
+    """Milliseconds of sqlite3 for: load, children, renumber."""
+    for name, suffix in (("nodes.csv", ".xst1"), ("paragraphs.csv", ".xst2")):
+        link = os.path.join(folder, name)
+        if os.path.lexists(link):
+            os.remove(link)
+        os.symlink(prefix + suffix, link)
+    warm()
+    start = time.perf_counter()
+    with open(os.path.join(ROOT, "bench/rival.sql")) as script:
+        out = subprocess.run(["sqlite3", "-cmd", f".cd {folder}", ":memory:"], stdin=script, check=True, text=True,
+                             stdout=subprocess.PIPE).stdout
+    took = {"load": (time.perf_counter() - start) * 1000, "children": 0.0, "renumber": 0.0}
+    section = None
+    for line in out.splitlines():
+        if line in ("load", "children", "renumber", "end"):
+            section = line
+        elif (timed := re.match(r"Run Time: real ([0-9.]+)", line)) and section in ("children", "renumber"):
+            took[section] += float(timed[1]) * 1000
+            took["load"] -= float(timed[1]) * 1000
+    return took
+
+
+def dd(prefix, folder):
+    """Milliseconds of dd for writing both files, synchronised to the disk."""
+    return sum(wall(["dd", f"if={prefix}{suffix}", f"of={folder}/copy", "bs=4M", "conv=fsync"])
+               for suffix in (".xst1", ".xst2"))
+
+
+def report(number, what, measured, least, aim, larger=False, note=""):
+    def holds(goal):
+        return goal is not None and (measured >= goal if larger else measured <= goal)
+
+    verdict = "aim" if holds(aim) else "met" if holds(least) else "MISSED"
+    goals = f"{'>=' if larger else '<='} {least:g}" + (f", aim {aim:g}" if aim is not None else "")
+    print(f"{number:>3}  {what:<62} {measured:8.2f}  {goals:<18} {verdict:<7} {note}", flush=True)
+
+
+def main():
+    out = os.path.join(DATA, "out")
+    os.makedirs(out, exist_ok=True)
+    broad = data("broad", NODES)
+    runs, loads, rivals, copies = [], [], [], []
+    for _ in range(RUNS):  # in turn
+        runs.append(wizard("all", broad, out))
+        loads.append(wall([os.path.join(BIN, "wizard_bench"), "load", broad]))
+        rivals.append(sqlite(broad, out))
+        copies.append(dd(broad, out))
+    took, rival = medians(runs), medians(rivals)
+    load, copy = statistics.median(loads), statistics.median(copies)
+
+    print(f"{NODES} nodes and paragraphs, medians of {RUNS} runs")
+    report(1, "sqlite3 imports and indexes both / start, load, draw both", rival["load"] / load, 5, 8, True,
+           f"{rival['load']:.0f} / {load:.0f} ms")
+    report(2, "peak memory over the empty wizard / bytes of both files", took["memory / file bytes"], 5, 4)
+
+    def growth(*more):
+        times = [statistics.median(wizard("load", data("broad", nodes, *more))["load and draw both"] for _ in range(RUNS))
+                 for nodes in (NODES // 100, NODES)]
+        return math.log(times[1] / times[0], 100), f"{times[0]:.1f} / {times[1]:.0f} ms"
+
+    exponent, note = growth()
+    report(3, "growth of load and draw over two decades, saved file", exponent, 1.05, None, note=note)
+    exponent, note = growth("--order", "shuffle")
+    report(3, "growth of load and draw over two decades, shuffled file", exponent, 1.15, None, note=note)
+    star = medians([wizard("load", data("star", NODES)) for _ in range(RUNS)])
+    report(4, "load and draw, star / broad tree", star["load and draw both"] / took["load and draw both"], 2.0, 1.6)
+    report(5, "ms from a click until painted, 95 % of the clicks", took["click, 95 %"], 4, None)
+    report(5, "ms of a click that leaves the grid of all paragraphs", took["leaving them"], FRAME, None)
+    few = medians([wizard("use", data("broad", max(NODES // 1000, 100))) for _ in range(RUNS)])
+    report(6, "median click / median click at a thousandth of the size", took["click, median"] / few["click, median"], 3, 2,
+           note=f"{took['click, median']:.2f} / {few['click, median']:.2f} ms")
+    report(7, "sqlite3 renumbers both / Re-Number with redraw", rival["renumber"] / took["renumber and redraw"], 10, 25, True,
+           f"{rival['renumber']:.0f} / {took['renumber and redraw']:.0f} ms")
+    report(8, "sqlite3 counts the children / Analysis of Nav Scheme", rival["children"] / took["analysis of the nodes"], 10,
+           40, True, f"{rival['children']:.0f} / {took['analysis of the nodes']:.1f} ms")
+    report(9, "saving both files / dd conv=fsync of the same bytes", took["save both"] / copy, 4, 2,
+           note=f"{took['save both']:.0f} / {copy:.0f} ms")
+    report(10, "deleting a branch of 2 %, repaint included / loading both",
+           took["delete a branch"] / took["load and draw both"], 0.5, None)
+    edits = medians([wizard("use", data("broad", 5000)) for _ in range(RUNS)])
+    report(11, "ms from the closing of a form to the repainted window, 5,000", edits["redraw after a form"], FRAME, None)
+    report(11, "ms from Del to the repainted window, 5,000", edits["Del of a node"], FRAME, None)
+    starts = [(wall([os.path.join(BIN, "wizard_bench"), "start"]), wall([os.path.join(BIN, "empty_program")]))
+              for _ in range(max(RUNS, 5))]
+    ours, empty = (statistics.median(times) for times in zip(*starts))
+    report(12, "start to the first window / an empty Qt Widgets program", ours / empty, 1.5, 1.2,
+           note=f"{ours:.0f} / {empty:.0f} ms")
+
+
+main()

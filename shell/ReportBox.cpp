@@ -1,0 +1,63 @@
+#include "shell/ReportBox.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QMimeData>
+#include <QScrollBar>
+#include <QTextBlock>
+
+ReportBox::ReportBox(QWidget* parent) : QPlainTextEdit(parent) {
+    setLineWrapMode(NoWrap);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    setUndoRedoEnabled(false);
+}
+
+void ReportBox::setReport(QString report) {
+    constexpr qsizetype manyLines = 10'000;
+    const bool isLong = report.count(u'\n') > manyLines;
+    linesAParagraph_ = isLong ? 16 : 1;
+    if (isLong) joinLines(report);
+    setPlainText(report);
+    countLines();
+}
+
+void ReportBox::joinLines(QString& report) const {
+    report.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    int line = 0;
+    for (auto& character : report)
+        if (character == u'\n' && ++line % linesAParagraph_ != 0) character = QChar::LineSeparator;
+}
+
+// The toolkit takes a paragraph for one line until it is scrolled into view, and again after a resize, so it is told
+// how many they are. @return whether there was anything to tell
+bool ReportBox::countLines() {
+    if (linesAParagraph_ == 1) return false;
+    auto paragraph = document()->begin();
+    for (; paragraph != document()->lastBlock(); paragraph = paragraph.next())
+        paragraph.setLineCount(linesAParagraph_);
+    paragraph.setLineCount(1 + static_cast<int>(paragraph.text().count(QChar::LineSeparator)));
+    auto* layout = document()->documentLayout();
+    Q_EMIT layout->documentSizeChanged(layout->documentSize());
+    return true;
+}
+
+void ReportBox::resizeEvent(QResizeEvent* event) {
+    const int top = verticalScrollBar()->value();
+    QPlainTextEdit::resizeEvent(event);
+    if (countLines()) verticalScrollBar()->setValue(top);
+}
+
+// Tab moves the focus in this program, also where there is nothing else to go to: it writes nothing into a report.
+bool ReportBox::focusNextPrevChild(bool /*next*/) {
+    return true;
+}
+
+// The clipboard gets the text alone and as it is: the toolkit would make blanks of no-break spaces (byte A0), and
+// offer the report as a formatted text, too.
+QMimeData* ReportBox::createMimeDataFromSelection() const {
+    auto text = textCursor().selectedText();
+    text.replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');
+    auto* copied = new QMimeData;
+    copied->setText(text);
+    return copied;
+}

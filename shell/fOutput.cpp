@@ -1,0 +1,121 @@
+#include "shell/fOutput.h"
+
+#include <cstdint>
+#include <utility>
+
+#include "shell/ReportBox.h"
+#include "views/Centring.h"
+#include "views/CodePage.h"
+#include "views/Twips.h"
+
+namespace {
+
+// All in twips.
+constexpr QSizeF clientArea(10965, 5760);
+constexpr double margin = 10;  // left and above the text, which is smaller than the window by as much
+
+}  // namespace
+
+fOutput::fOutput(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(help), text_(new ReportBox(this)) {
+    setObjectName(QStringLiteral("fOutput"));
+    setWindowTitle(QStringLiteral("Output..."));
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    text_->setObjectName(QStringLiteral("Text1"));
+    text_->setAccessibleName(tr("Report"));
+    text_->setFocus();
+    load();
+}
+
+void fOutput::setSText(std::string report) {
+    sText_ = std::move(report);
+    isCopied_ = false;
+}
+
+void fOutput::setVisible(bool visible) {
+    if (visible && !isVisible()) load();
+    QDialog::setVisible(visible);
+}
+
+void fOutput::done(int result) {
+    QDialog::done(result);
+    unload();
+}
+
+// Not when it is unloaded: a window that is being closed takes its last size again.
+void fOutput::load() {
+    isGrabbed_ = false;
+    setWindowState(Qt::WindowNoState);
+    resize(toPixels({{0, 0}, clientArea}, logicalDpiX()).size());
+}
+
+void fOutput::unload() {
+    setSText({});
+    text_->setReport({});
+    keys_.forget();
+}
+
+void fOutput::showEvent(QShowEvent* event) {
+    layOut();  // no resize comes when the window had this size before
+    QDialog::showEvent(event);
+}
+
+void fOutput::resizeEvent(QResizeEvent* event) {
+    QDialog::resizeEvent(event);
+    layOut();
+}
+
+// Copying a report of some hundred thousand lines takes a while, so it is done only when the text box shows another
+// text: while the frame of the window is dragged, resizes come thick and fast.
+void fOutput::layOut() {
+    const int dpi = logicalDpiX();
+    auto place = text_->geometry();
+    place.moveTo(toPixels(margin, dpi), toPixels(margin, dpi));
+    if (const double height = toTwips(this->height(), dpi) - margin; height >= 0)
+        place.setHeight(toPixels(height, dpi));
+    if (const double width = toTwips(this->width(), dpi) - margin; width >= 0) place.setWidth(toPixels(width, dpi));
+    text_->setGeometry(place);
+
+    if (isCopied_ && !text_->document()->isModified()) return;
+    text_->setReport(decode(sText_));
+    isCopied_ = true;
+}
+
+void fOutput::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::ActivationChange) {
+        if (!isActiveWindow())
+            keys_.forget();
+        else if (!std::exchange(isGrabbed_, false) && !isMaximized())
+            centreOnScreen(*this);
+    }
+    QDialog::changeEvent(event);
+}
+
+// While the user drags a window, an X11 window manager may grab the keyboard. To the toolkit the window then becomes
+// inactive, and active at the end of the drag; but no other window was active, and it stays where the user has put
+// it.
+bool fOutput::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
+    struct FocusEvent {  // of the X protocol
+        std::uint8_t type, detail;
+        std::uint16_t sequence;
+        std::uint32_t window;
+        std::uint8_t mode;
+    };
+    constexpr std::uint8_t focusOut = 10;
+    constexpr std::uint8_t grab = 1;
+    if (type == "xcb_generic_event_t") {
+        const auto* focus = static_cast<const FocusEvent*>(message);
+        if ((focus->type & 0x7F) == focusOut) isGrabbed_ = focus->mode == grab;
+    }
+    return QDialog::nativeEvent(type, message, result);
+}
+
+// Keys act when they are let go; nothing of QDialog's own Enter and Esc. What the text box uses does not come here.
+void fOutput::keyPressEvent(QKeyEvent* event) {
+    keys_.pressed(*event);
+}
+
+void fOutput::keyReleaseEvent(QKeyEvent* event) {
+    if (!keys_.released(*event)) return;
+    if (event->key() == Qt::Key_Escape) close();
+    if (event->key() == Qt::Key_F1) help_.show(this);
+}

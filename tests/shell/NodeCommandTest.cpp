@@ -1,0 +1,408 @@
+#include <QLabel>
+#include <QScrollBar>
+
+#include "EditHelpers.h"
+
+// Adding, editing and deleting nodes from the tree.
+
+using NodeCommand = Editing;
+
+TEST(NodeCommandInANewScheme, InsOnTheRootOffersANewNode) {
+    Wizard wizard;
+    Answers answers;
+    answers.then("fNav", [](QDialog& form) {
+        EXPECT_EQ(nodeIn(form), "2|New|N - Non-Generating Branch|||leaf|");
+        EXPECT_EQ(find<QLabel>(form, "lblParent").text(), text("Parent Node: [1]  Data Browser"));
+        EXPECT_TRUE(form.isModal());
+        escape(form);
+    });
+    press(wizard.window, Qt::Key_Home);
+    press(wizard.window, Qt::Key_Insert);
+    answers.wait();
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0") << "the record is not in the scheme until it is saved";
+}
+
+TEST_F(NodeCommand, InsBelowAFixedNodeHasNoLimit) {
+    for (const auto& [key, parent] : {std::pair<std::string, std::string>{"N1", "[1]  Top"}, {"N6", "[6]  branch"}}) {
+        Answers answers;
+        answers.then("fNav", [&parent = parent](QDialog& form) {
+            EXPECT_EQ(nodeIn(form), "8|New|N - Non-Generating Branch|||leaf|");
+            EXPECT_EQ(find<QLabel>(form, "lblParent").text(), text("Parent Node: " + parent));
+            escape(form);
+        });
+        pressOn(key, Qt::Key_Insert);
+    }
+}
+
+TEST_F(NodeCommand, InsBelowAGeneratingNodeWithoutAChildIsAllowed) {
+    Answers answers;
+    answers.then("fNav", [](QDialog& form) {
+        EXPECT_EQ(nodeIn(form), "8|New|N - Non-Generating Branch|||leaf|");
+        press(form, Qt::Key_F3);
+        escape(form);
+    });
+    pressOn("N4", Qt::Key_Insert);
+    answers.wait();
+    EXPECT_EQ(node("8"), "8|New|N|4|||leaf|");
+}
+
+TEST_F(NodeCommand, InsBelowAGeneratingNodeWithAChildIsRefused) {
+    Answers answers;
+    answers.then("message", reading("Below a (G)- Generating Node, you can add just ONE node.\n"
+                                    "Node is already present. No Addition allowed !!"));
+    pressOn("N2", Qt::Key_Insert);
+    answers.wait();
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1 3<2 4<1 5<1 6<1 7<6");
+}
+
+TEST_F(NodeCommand, InsCountsTheChildrenThatTheTreeShows) {
+    wizard.navs().Add(makeNode(8, 4, "?", "of no type"));
+    wizard.navs().DispInTV();
+    Answers answers;
+    answers.then("fNav", escape);
+    pressOn("N4", Qt::Key_Insert);
+}
+
+TEST_F(NodeCommand, InsBelowARecurringNodeIsRefused) {
+    Answers answers;
+    answers.then("message", reading("Below a (R)- Recurring Node, you CANNOT add any node.\nNo Addition allowed !!"));
+    pressOn("N3", Qt::Key_Insert);
+}
+
+TEST_F(NodeCommand, InsBelowANonGeneratingNodeIsRefused) {
+    Answers answers;
+    answers.then("message",
+                 reading("Below a (N)- Non-Generating Node, you CANNOT add any node.\nNo Addition allowed !!"));
+    pressOn("N5", Qt::Key_Insert);
+}
+
+TEST_F(NodeCommand, ACancelledNewNodeIsGone) {
+    Answers answers;
+    answers
+        .then("fNav",
+              [](QDialog& form) {
+                  enter(form, "txtDescription", "never");
+                  press(form, Qt::Key_Escape);
+              })
+        .then("question", [](QDialog& question) { press(question, Qt::Key_N); });
+    pressOn("N1", Qt::Key_Insert);
+    answers.wait();
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1 3<2 4<1 5<1 6<1 7<6");
+}
+
+TEST_F(NodeCommand, TheTreeIsRedrawnAfterTheForm) {
+    select("N6");
+    wizard.tree().expand(wizard.tree().currentIndex());
+    Answers answers;
+    answers.then("fNav", [](QDialog& form) {
+        enter(form, "txtDescription", "added");
+        press(form, Qt::Key_F3);
+        escape(form);
+    });
+    pressOn("N6", Qt::Key_Insert);
+    answers.wait();
+    EXPECT_EQ(shownRows(wizard.tree()),
+              Rows({"- Data Browser", "  + full list", "    empty list", "    end", "  + branch"}));
+    EXPECT_EQ(shownRows(wizard.nodeGrid()).back(), "8|added|N|6|||leaf|");
+}
+
+TEST_F(NodeCommand, NoNumberIsLeftAboveTheLargest) {
+    wizard.navs().Add(makeNode(2147483647, 6, "N", "last"));
+    wizard.navs().DispInTV();
+    Answers answers;
+    answers.then("message", reading("No ID is left above the largest one, 2147483647.\n"
+                                    "Please choose Re-Number, save the scheme and open it again."));
+    pressOn("N1", Qt::Key_Insert);
+}
+
+TEST_F(NodeCommand, F2OffersACopyOfTheNode) {
+    Answers answers;
+    answers.then("fNav", [this](QDialog& form) {
+        EXPECT_EQ(nodeIn(form), "2|full list|G - Generating Branch|spG_Full|Lkey|book|3");
+        EXPECT_EQ(find<QLabel>(form, "lblParent").text(), text("Parent Node: [1]  Top"));
+        enter(form, "txtDescription", "changed");
+        EXPECT_EQ(node("2"), "2|full list|G|1|spG_Full|Lkey|book|3");
+        press(form, Qt::Key_Escape);
+    });
+    answers.then("question", [](QDialog& question) { press(question, Qt::Key_N); });
+    pressOn("N2", Qt::Key_F2);
+    answers.wait();
+    EXPECT_EQ(node("2"), "2|full list|G|1|spG_Full|Lkey|book|3") << "a cancelled edit changes nothing";
+}
+
+TEST_F(NodeCommand, F2BelowAGeneratingNodeNamesThatOne) {
+    Answers answers;
+    answers.then("fNav", [](QDialog& form) {
+        EXPECT_EQ(nodeIn(form), "3|again|R - Recurring Branch|spG_Again|Text||");
+        EXPECT_EQ(find<QLabel>(form, "lblParent").text(), text("Parent Node: [2]  full list"));
+        EXPECT_EQ(find<QListWidget>(form, "lstType").count(), 3);
+        escape(form);
+    });
+    pressOn("N3", Qt::Key_F2);
+}
+
+TEST_F(NodeCommand, F2AndF3StoreTheChange) {
+    Answers answers;
+    answers.then("fNav", [this](QDialog& form) {
+        enter(form, "txtDescription", "changed");
+        press(form, Qt::Key_F3);
+        EXPECT_EQ(node("2"), "2|changed|G|1|spG_Full|Lkey|book|3");
+        EXPECT_EQ(shownRows(wizard.nodeGrid())[1], "2|full list|G|1|spG_Full|Lkey|book|3")
+            << "redrawn when the form is closed";
+        escape(form);
+    });
+    pressOn("N2", Qt::Key_F2);
+    answers.wait();
+    EXPECT_EQ(shownRows(wizard.nodeGrid())[1], "2|changed|G|1|spG_Full|Lkey|book|3");
+    EXPECT_EQ(shownRows(wizard.tree())[1], "  + changed");
+}
+
+TEST_F(NodeCommand, TheTreeIsRedrawnAfterACancelledEdit) {
+    select("N6");
+    wizard.tree().expand(wizard.tree().currentIndex());
+    wizard.navs().Item(7)->descriptionIs = "new name";
+    Answers answers;
+    answers.then("fNav", escape);
+    pressOn("N7", Qt::Key_F2);
+    answers.wait();
+    EXPECT_EQ(shownRows(wizard.tree()).back(), "  + branch") << "closed again";
+    EXPECT_EQ(shownRows(wizard.nodeGrid()).back(), "7|new name|N|6||||");
+}
+
+TEST_F(NodeCommand, TheRootCannotBeModified) {
+    Answers answers;
+    answers.then("message", reading("Root Node cannot be modified !!"));
+    pressOn("N1", Qt::Key_F2);
+}
+
+TEST_F(NodeCommand, TheRootCannotBeDeleted) {
+    Answers answers;
+    answers.then("message", reading("Root Node cannot be deleted!!"));
+    pressOn("N1", Qt::Key_Delete);
+    answers.wait();
+    EXPECT_EQ(wizard.navs().Count(), 7);
+}
+
+TEST_F(NodeCommand, DelDeletesTheBranchAtOnce) {
+    auto inner = makeParagraph(15, 3, 1, "of 3");
+    wizard.navs().oWebs.Add(inner);
+    Answers none;
+    pressOn("N2", Qt::Key_Delete);
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 4<1 5<1 6<1 7<6");
+    EXPECT_EQ(idsOf(wizard.navs().oWebs), "11 13 14");
+    EXPECT_EQ(shownRows(wizard.tree()), Rows({"- Data Browser", "    empty list", "    end", "  + branch"}));
+    EXPECT_EQ(shownRows(wizard.nodeGrid()).size(), 5U);
+    EXPECT_EQ(shownParagraphs(), "") << "those of the deleted node";
+}
+
+TEST_F(NodeCommand, KeysDoNothingWithoutASelectedNode) {
+    Answers none;
+    wizard.choose("NC");
+    for (const auto key : {Qt::Key_Insert, Qt::Key_F2, Qt::Key_Delete}) press(wizard.window, key);
+    EXPECT_EQ(wizard.navs().Count(), 7);
+}
+
+// --- the grid follows the tree ---
+
+class ScrollToNode : public testing::Test {
+  protected:
+    ScrollToNode() {
+        for (int id = 2; id <= 200; ++id) wizard.navs().Add(makeNode(id, 1, "N", "node " + std::to_string(id)));
+        wizard.navs().DispInTV();
+    }
+    [[nodiscard]] std::string topRow() {
+        auto& grid = wizard.nodeGrid();
+        return grid.model()->index(grid.rowAt(0), 0).data().toString().toStdString();
+    }
+
+    Wizard wizard;
+};
+
+TEST_F(ScrollToNode, AClickMakesItsRowTheTopOne) {
+    wizard.click("node 5");
+    EXPECT_EQ(topRow(), "5");
+    wizard.click("node 3");
+    EXPECT_EQ(topRow(), "3");
+    EXPECT_FALSE(wizard.nodeGrid().currentIndex().isValid()) << "the current row stays what it was";
+    EXPECT_TRUE(wizard.nodeGrid().selectionModel()->selectedIndexes().isEmpty());
+}
+
+TEST_F(ScrollToNode, TheColumnsStayWhereTheyAre) {
+    auto& across = *wizard.nodeGrid().horizontalScrollBar();
+    across.setValue(across.maximum() / 2);
+    const int before = across.value();
+    wizard.click("node 7");
+    EXPECT_EQ(across.value(), before);
+}
+
+TEST_F(ScrollToNode, TheFirstOfTwoRowsWithTheNumberCounts) {
+    wizard.navs().Item(100)->ID = 9;
+    wizard.navs().DispInGrid();
+    wizard.click("node 9");
+    EXPECT_EQ(topRow(), "9");
+    EXPECT_EQ(wizard.nodeGrid().rowAt(0), 8);
+}
+
+TEST_F(ScrollToNode, ANodeThatIsInNoRowLeavesTheGridWhereItIs) {
+    wizard.click("node 6");
+    EXPECT_EQ(topRow(), "6");
+    wizard.navs().Item(4)->ID = 1000;
+    wizard.navs().DispInGrid();
+    wizard.nodeGrid().verticalScrollBar()->setValue(20);
+    const auto before = topRow();
+    wizard.click("node 4");
+    EXPECT_EQ(topRow(), before);
+}
+
+// --- the popup menu of the tree ---
+
+TEST_F(NodeCommand, TheTreePopupHasTheseItems) {
+    Rows items;
+    for (const auto* action : find<QMenu>(wizard.window, "mnuPopUp").actions())
+        items.push_back(action->objectName().toStdString() + " " + action->text().toStdString());
+    EXPECT_EQ(items,
+              Rows({"mnuChild &Add Child   (Ins)", "mnuEdit &Edit Node   (F2)", "mnuDelete &Delete       (Del)"}));
+    EXPECT_EQ(find<QMenu>(wizard.window, "mnuPopUp").title(), text("Popup"));
+}
+
+TEST_F(NodeCommand, ARightClickRemembersTheSelectedNodeAndPopsUp) {
+    select("N5");
+    rightClickTree();
+    EXPECT_EQ(openPopup(), "mnuPopUp");
+    EXPECT_EQ(wizard.window.sPopKey, "5");
+    press(wizard.window, Qt::Key_Escape);
+    EXPECT_EQ(openPopup(), "");
+    EXPECT_EQ(wizard.window.sPopKey, "5") << "also when the menu was left";
+}
+
+TEST_F(NodeCommand, ARightClickWithoutASelectedNodeDoesNothing) {
+    wizard.choose("NC");
+    rightClickTree();
+    EXPECT_EQ(openPopup(), "");
+}
+
+TEST_F(NodeCommand, ThePopupAddsEditsAndDeletes) {
+    {
+        Answers answers;
+        answers.then("fNav", [](QDialog& form) {
+            EXPECT_EQ(find<QLabel>(form, "lblParent").text(), text("Parent Node: [6]  branch"));
+            escape(form);
+        });
+        select("N6");
+        rightClickTree();
+        chooseInPopup(wizard.window, 'A');
+    }
+    {
+        Answers answers;
+        answers.then("fNav", [](QDialog& form) {
+            EXPECT_EQ(valueOf(form, "txtDescription"), "branch");
+            escape(form);
+        });
+        select("N6");
+        rightClickTree();
+        chooseInPopup(wizard.window, 'E');
+    }
+    select("N6");
+    rightClickTree();
+    chooseInPopup(wizard.window, 'D');
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1 3<2 4<1 5<1");
+}
+
+TEST_F(NodeCommand, ThePopupCommandsActOnTheNodeOfTheLastRightClick) {
+    select("N5");
+    rightClickTree();
+    press(wizard.window, Qt::Key_Escape);
+    select("N4");
+    find<QAction>(wizard.window, "mnuDelete").trigger();
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1 3<2 4<1 6<1 7<6");
+}
+
+TEST_F(NodeCommand, CommandsOnANodeThatIsGoneDoNothing) {
+    Answers none;
+    for (const char* key : {"", "99", "5x"}) {
+        wizard.window.sPopKey = key;
+        for (const char* command : {"mnuChild", "mnuEdit", "mnuDelete"})
+            find<QAction>(wizard.window, command).trigger();
+    }
+    EXPECT_EQ(wizard.navs().Count(), 7);
+    EXPECT_EQ(wizard.navs().oWebs.Count(), 4);
+}
+
+TEST_F(NodeCommand, TheMenuKeyAndShiftF10PopUpForTheSelectedNode) {
+    for (const auto& [key, modifiers] : {std::pair{Qt::Key_Menu, Qt::KeyboardModifiers(Qt::NoModifier)},
+                                         {Qt::Key_F10, Qt::KeyboardModifiers(Qt::ShiftModifier)}}) {
+        select("N4");
+        press(wizard.window, key, modifiers);
+        EXPECT_EQ(openPopup(), "mnuPopUp");
+        EXPECT_EQ(wizard.window.sPopKey, "4");
+        const auto& tree = wizard.tree();
+        const auto node = tree.visualRect(tree.currentIndex());
+        const auto corner = tree.viewport()->mapFromGlobal(QApplication::activePopupWidget()->pos());
+        EXPECT_NEAR(corner.y(), node.bottom(), 6) << "it stands below the node";
+        press(wizard.window, Qt::Key_Escape);
+        wizard.window.sPopKey.clear();
+    }
+}
+
+TEST_F(NodeCommand, TheMenuKeyDoesNothingWithoutASelectedNodeAndInTheNodeGrid) {
+    wizard.choose("NC");
+    press(wizard.window, Qt::Key_Menu);
+    EXPECT_EQ(openPopup(), "");
+    select("N4");
+    wizard.nodeGrid().setFocus();
+    press(wizard.window, Qt::Key_Menu);
+    press(wizard.window, Qt::Key_F10);
+    EXPECT_EQ(openPopup(), "");
+}
+
+// --- after a renumbering ---
+
+TEST(NodeCommandAfterRenumbering, CommandsActOnTheNodeFiledUnderTheNumber) {
+    Wizard wizard;
+    wizard.navs().Add(makeNode(3, 1, "N", "three"));
+    wizard.navs().Add(makeNode(2, 1, "N", "two"));
+    wizard.choose("NR");  // three is now number 2, two is number 3
+    wizard.click("three");
+    Answers answers;
+    answers.then("fNav", [](QDialog& form) {
+        EXPECT_EQ(valueOf(form, "txtDescription"), "two") << "filed under 2";
+        EXPECT_EQ(valueOf(form, "txtID"), "3");
+        escape(form);
+    });
+    press(wizard.window, Qt::Key_F2);
+}
+
+TEST(NodeCommandAfterRenumbering, ANumberUnderWhichNothingIsFiledDoesNothing) {
+    Wizard wizard;
+    wizard.navs().Add(makeNode(30, 1, "N", "thirty"));
+    wizard.choose("NR");  // now number 2
+    wizard.click("thirty");
+    EXPECT_EQ(wizard.navs().mLastN, "N2");
+    Answers none;
+    for (const auto key : {Qt::Key_Insert, Qt::Key_F2, Qt::Key_Delete}) press(wizard.window, key);
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1");
+}
+
+TEST(NodeCommandAfterRenumbering, ANewNodeWhoseKeyIsTakenIsRefusedAndNothingIsLost) {
+    Wizard wizard;
+    wizard.navs().Add(makeNode(3, 1, "N", "three"));
+    wizard.choose("NR");  // numbers 1 and 2, filed under 1 and 3: the next number is 3
+    Answers answers;
+    answers
+        .then("fNav",
+              [](QDialog& form) {
+                  EXPECT_EQ(valueOf(form, "txtID"), "3");
+                  enter(form, "txtDescription", "mine");
+                  press(form, Qt::Key_F3);
+                  EXPECT_EQ(valueOf(form, "txtDescription"), "mine");
+                  press(form, Qt::Key_Escape);
+              })
+        .then("message", reading("After Re-Number this number is still in use for another record. Changes not saved. "
+                                 "Please save the scheme to its text file and open that file again; then make this "
+                                 "change."))
+        .then("question", [](QDialog& question) { press(question, Qt::Key_N); });
+    press(wizard.window, Qt::Key_Home);
+    press(wizard.window, Qt::Key_Insert);
+    answers.wait();
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1");
+}
