@@ -82,6 +82,7 @@ EntryForm::EntryForm(const Plan& plan, QWidget* parent)
     fillLists();  // to be measured
     types_->fit(types_->count());
     kinds_->fit(kinds_->count());
+    setUsable("txtnn", false);  // until a character key is chosen: empty, it could not be left
     auto* fields = new QVBoxLayout;
     fields->addLayout(grid);
     fields->addStretch(1);
@@ -181,7 +182,8 @@ void EntryForm::addFootnote(const char* name, const char* text, const QFont& fon
 }
 
 void EntryForm::load() {
-    // The layout's own minimum leaves captions that wrap out, and adjustSize() takes two thirds of the screen at most.
+    // The layout's own minimum leaves captions that wrap out, and adjustSize() takes two thirds of the screen at
+    // most.
     setMinimumSize(sizeHint());
     resize(minimumSize());
     inputs_.at(fields_.front().name)->setFocus();
@@ -275,8 +277,10 @@ void EntryForm::moveOn(QWidget* from) {
 // --- leaving a field ---
 
 const EntryField* EntryForm::fieldOf(const QObject* input) const {
+    if (!input) return nullptr;
+    const auto name = input->objectName().toStdString();
     const auto field =
-        std::ranges::find_if(fields_, [&](const EntryField& each) { return inputs_.at(each.name) == input; });
+        std::ranges::find(fields_, name, [](const EntryField& each) { return std::string_view(each.name); });
     return field == fields_.end() ? nullptr : &*field;
 }
 

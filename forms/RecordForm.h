@@ -76,12 +76,14 @@ class RecordForm : public EntryForm {
     }
 
     [[nodiscard]] bool isChanged() const override {
+        if (!record_) return false;
         return std::ranges::any_of(
             members_, [&](const Member& member) { return member.read(*record_) != valueOf(member.field); });
     }
 
     // The record itself is changed only when the scheme has taken it: what was refused must not look saved.
     bool fuse() override {
+        if (!record_) return false;
         auto edited = std::make_shared<Record>(*record_);
         for (const auto& member : members_) {
             if (member.write(*edited, valueOf(member.field))) continue;

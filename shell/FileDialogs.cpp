@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QSettings>
 #include <QTreeView>
 
@@ -65,16 +66,17 @@ class FileDialog final : public QFileDialog {
     }
 
     [[nodiscard]] std::filesystem::path ask() {
-        if (exec() != Accepted || selectedFiles().isEmpty()) return {};
-        return QFileInfo(selectedFiles().constFirst()).filesystemAbsoluteFilePath();
+        if (exec() != Accepted || chosen_.isEmpty()) return {};
+        return QFileInfo(chosen_).filesystemAbsoluteFilePath();
     }
 
   protected:
     void accept() override {
+        takeTypedName();
         if (acceptMode() == AcceptSave) spellOutFolder();
-        const auto files = selectedFiles();
-        if (acceptMode() == AcceptSave && !files.isEmpty()) {
-            const QFileInfo file(files.constFirst());
+        chosen_ = selectedFiles().value(0);
+        if (acceptMode() == AcceptSave && !chosen_.isEmpty()) {
+            const QFileInfo file(chosen_);
             const auto message = file.isDir() ? QString() : refusal(file);  // a folder is entered
             if (!message.isEmpty()) {
                 showMessage(this, message + QStringLiteral("\n\nPlease choose another name or folder."));
@@ -85,6 +87,18 @@ class FileDialog final : public QFileDialog {
     }
 
   private:
+    // Files selected in the list count more to Qt than the name in the text box, which differs from them when a path
+    // was typed and the list then came to know its files. What the user reads in the text box is what is meant.
+    void takeTypedName() {
+        auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* list = findChild<QListView*>(QStringLiteral("listView"));
+        if (!name || !list || name->text().isEmpty()) return;
+        const auto typed = name->text();
+        list->selectionModel()->clearSelection();
+        const QSignalBlocker unselected(name);
+        name->setText(typed);
+    }
+
     // To the name of a folder, too, Qt adds the suffix, unless it is given in full.
     void spellOutFolder() {
         auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
@@ -92,6 +106,9 @@ class FileDialog final : public QFileDialog {
         const QFileInfo typed(directory(), name->text());
         if (typed.isDir()) name->setText(typed.absoluteFilePath());
     }
+
+    // What was chosen when the choice was made: while Qt asks whether to overwrite a file, its list may still change.
+    QString chosen_;
 
     // Qt ties no label to its lists.
     void nameForScreenReaders(const char* label, const char* list) {

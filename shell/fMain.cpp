@@ -280,6 +280,8 @@ void fMain::showReport(std::string report) {
 
 void fMain::keyPressEvent(QKeyEvent* event) {
     keys_.pressed(*event);
+    // Shift may be let go first, so what counts is whether it was down when the key was.
+    if (event->key() == Qt::Key_F10 && !event->isAutoRepeat()) isShiftF10_ = event->modifiers() == Qt::ShiftModifier;
     QMainWindow::keyPressEvent(event);
 }
 
@@ -287,8 +289,7 @@ void fMain::keyReleaseEvent(QKeyEvent* event) {
     QMainWindow::keyReleaseEvent(event);
     if (!keys_.released(*event)) return;
     if (event->key() == Qt::Key_F1) mnuHelp_Click();
-    if (event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier))
-        popUpAtFocus();
+    if (event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && isShiftF10_)) popUpAtFocus();
 }
 
 void fMain::changeEvent(QEvent* event) {

@@ -105,5 +105,6 @@ class fMain final : public QMainWindow, private NavWindow {
     fOutput* fOutput_ = nullptr;  // made with the first report
     HelpFile help_;
     ReleasedKeys keys_;
+    bool isShiftF10_ = false;
     bool laidOutMaximized_ = false;
 };

@@ -14,7 +14,8 @@ class Question final : public QMessageBox {
 
   protected:
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() != Qt::Key_Escape) QMessageBox::keyPressEvent(event);
+        if (event->key() != Qt::Key_Escape && !event->matches(QKeySequence::Cancel))
+            QMessageBox::keyPressEvent(event);
     }
     void closeEvent(QCloseEvent* event) override { event->ignore(); }
 };

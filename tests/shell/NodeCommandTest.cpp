@@ -344,6 +344,35 @@ TEST_F(NodeCommand, TheMenuKeyAndShiftF10PopUpForTheSelectedNode) {
     }
 }
 
+TEST_F(NodeCommand, ShiftMayBeLetGoBeforeF10) {
+    select("N4");
+    auto* screen = wizard.window.windowHandle();
+    QTest::keyPress(screen, Qt::Key_F10, Qt::ShiftModifier);
+    QTest::keyRelease(screen, Qt::Key_F10);
+    EXPECT_EQ(openPopup(), "mnuPopUp");
+    press(wizard.window, Qt::Key_Escape);
+    QTest::keyPress(screen, Qt::Key_F10);
+    QTest::keyRelease(screen, Qt::Key_F10, Qt::ShiftModifier);
+    EXPECT_EQ(openPopup(), "") << "F10 alone went down";
+}
+
+TEST_F(NodeCommand, ANodeWithAnUnknownParameterCanBeWalkedThrough) {
+    wizard.navs().Item(4)->setParmIs("None");
+    Answers answers;
+    answers.then("fNav", [](QDialog& form) {
+        EXPECT_EQ(valueOf(form, "lstParm"), "none");
+        EXPECT_FALSE(find<QLineEdit>(form, "txtnn").isEnabled());
+        for (const char* field : {"txtQuery", "lstParm", "txtParm", "txtIcon", "txtRole", "txtID"})
+            enterUntil(form, field);
+        press(form, Qt::Key_F3);
+        EXPECT_EQ(valueOf(form, "txtParm"), "");
+        escape(form);
+    });
+    pressOn("N4", Qt::Key_F2);
+    answers.wait();
+    EXPECT_EQ(node("4"), "4|empty list|G|1|spG_Empty|||");
+}
+
 TEST_F(NodeCommand, TheMenuKeyDoesNothingWithoutASelectedNodeAndInTheNodeGrid) {
     wizard.choose("NC");
     press(wizard.window, Qt::Key_Menu);
