@@ -275,6 +275,18 @@ TEST_F(NodeCommand, ARightClickRemembersTheSelectedNodeAndPopsUp) {
     EXPECT_EQ(wizard.window.sPopKey, "5") << "also when the menu was left";
 }
 
+TEST_F(NodeCommand, ThePopupOpensAtTheMouse) {
+    select("N5");
+    const auto place = wizard.tree().viewport()->mapToGlobal(QPoint(60, 70));
+    QCursor::setPos(place);
+    if (!QTest::qWaitFor([&] { return QCursor::pos() == place; }, 1000))
+        GTEST_SKIP() << "the mouse cannot be moved here";
+    QTest::mouseClick(wizard.tree().viewport(), Qt::RightButton, {}, {60, 70});
+    ASSERT_EQ(openPopup(), "mnuPopUp");
+    EXPECT_EQ(QApplication::activePopupWidget()->pos(), place);
+    press(wizard.window, Qt::Key_Escape);
+}
+
 TEST_F(NodeCommand, ARightClickWithoutASelectedNodeDoesNothing) {
     wizard.choose("NC");
     rightClickTree();
