@@ -102,9 +102,10 @@ bool fOutput::nativeEvent(const QByteArray& type, void* message, qintptr* result
     };
     constexpr std::uint8_t focusOut = 10;
     constexpr std::uint8_t grab = 1;
+    constexpr std::uint8_t pointer = 5;  // comes only because the mouse is over the window, whoever has the keyboard
     if (type == "xcb_generic_event_t") {
         const auto* focus = static_cast<const FocusEvent*>(message);
-        if ((focus->type & 0x7F) == focusOut) isGrabbed_ = focus->mode == grab;
+        if ((focus->type & 0x7F) == focusOut && focus->detail != pointer) isGrabbed_ = focus->mode == grab;
     }
     return QDialog::nativeEvent(type, message, result);
 }

@@ -72,6 +72,14 @@ inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers 
     QTest::keyClick(window.windowHandle(), key, modifiers);
 }
 
+/// Clicks a button, when the keyboard is at its window: a button that loses the focus between press and release does
+/// nothing.
+inline void clickOn(QAbstractButton* button) {
+    if (!button) throw std::runtime_error("there is no such button");
+    if (!QApplication::activePopupWidget()) activate(*button->window());
+    QTest::mouseClick(button, Qt::LeftButton);
+}
+
 // --- dialogs ---
 
 /// Answers the modal windows that a command opens, in order, as soon as each is there. What is not answered within

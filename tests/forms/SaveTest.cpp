@@ -241,7 +241,7 @@ TEST_P(Save, QuestionIsAnsweredByItsButtonsOnly) {
         press(box, Qt::Key_F3);
         EXPECT_EQ(stored(), original()) << "the form does not hear the keys of the question";
         auto& message = static_cast<QMessageBox&>(box);
-        QTest::mouseClick(message.button(QMessageBox::Yes), Qt::LeftButton);
+        clickOn(message.button(QMessageBox::Yes));
     });
     key(Qt::Key_Escape);
     answers.wait();
@@ -254,7 +254,7 @@ TEST_P(Save, QuestionHasNoForAClick) {
     enter(titleField(), "Changed");
     Answers answers;
     answers.then("question", [&](QDialog& box) {
-        QTest::mouseClick(static_cast<QMessageBox&>(box).button(QMessageBox::No), Qt::LeftButton);
+        clickOn(static_cast<QMessageBox&>(box).button(QMessageBox::No));
     });
     form->windowHandle()->close();
     answers.wait();

@@ -37,7 +37,7 @@ class FileCommands : public testing::Test {
     void saveOver(const std::string& letters, const std::filesystem::path& file, const std::string& message = "") {
         Answers answers;
         answers.then("GetSaveAsName", entering(file)).then("", [](QDialog& question) {
-            QTest::mouseClick(static_cast<QMessageBox&>(question).button(QMessageBox::Yes), Qt::LeftButton);
+            clickOn(static_cast<QMessageBox&>(question).button(QMessageBox::Yes));
         });
         if (!message.empty()) answers.then("message", reading(message));
         choose(wizard.window, letters);

@@ -49,12 +49,12 @@ inline Rows filterNames(const QDialog& dialog) {
 inline void clickButton(const QDialog& dialog, const std::string& name) {
     auto& button = find<QToolButton>(dialog, name);
     EXPECT_TRUE(QTest::qWaitFor([&] { return button.isEnabled(); }, patience)) << name;
-    QTest::mouseClick(&button, Qt::LeftButton);
+    clickOn(&button);
 }
 
 inline void cancel(QDialog& dialog) {
     auto* button = find<QDialogButtonBox>(dialog, "buttonBox").button(QDialogButtonBox::Cancel);
-    QTest::mouseClick(button, Qt::LeftButton);
+    clickOn(button);
 }
 
 /// Whether the list shows details: names with size, type and date.

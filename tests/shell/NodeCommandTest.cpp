@@ -278,12 +278,14 @@ TEST_F(NodeCommand, ARightClickRemembersTheSelectedNodeAndPopsUp) {
 TEST_F(NodeCommand, ThePopupOpensAtTheMouse) {
     select("N5");
     const auto place = wizard.tree().viewport()->mapToGlobal(QPoint(60, 70));
+    const auto before = QCursor::pos();
     QCursor::setPos(place);
     if (!QTest::qWaitFor([&] { return QCursor::pos() == place; }, 1000))
         GTEST_SKIP() << "the mouse cannot be moved here";
     QTest::mouseClick(wizard.tree().viewport(), Qt::RightButton, {}, {60, 70});
     ASSERT_EQ(openPopup(), "mnuPopUp");
     EXPECT_EQ(QApplication::activePopupWidget()->pos(), place);
+    QCursor::setPos(before);
     press(wizard.window, Qt::Key_Escape);
 }
 

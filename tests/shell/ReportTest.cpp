@@ -151,8 +151,8 @@ TEST_F(Report, StaysWhereItIsDraggedTo) {
     };
     // The X server tells that the window has lost the keyboard: to another window, or, with the mode 1, to the window
     // manager, which drags it.
-    const auto loseKeyboard = [&](std::uint8_t mode) {
-        std::uint8_t event[32] = {10, 3};
+    const auto loseKeyboard = [&](std::uint8_t mode, std::uint8_t detail = 3) {
+        std::uint8_t event[32] = {10, detail};
         event[8] = mode;
         qintptr ignored = 0;
         EXPECT_FALSE((window.*&Access::nativeEvent)("xcb_generic_event_t", event, &ignored));
@@ -167,6 +167,7 @@ TEST_F(Report, StaysWhereItIsDraggedTo) {
             activate(other);
             if (mode != 1) loseKeyboard(1);
             loseKeyboard(mode);
+            loseKeyboard(0, 5);  // tells nothing: the mouse was over the window
         }
         activate(window);
         EXPECT_EQ(isInTheMiddle(), mode != 1) << window.x() << ',' << window.y();

@@ -31,7 +31,7 @@ void answerOverwrite(QDialog& question, const std::string& name, QMessageBox::St
     if (!box) throw std::runtime_error("this is no question");
     EXPECT_TRUE(box->text().contains(text(name))) << box->text().toStdString();
     EXPECT_EQ(box->standardButtons(), QMessageBox::Yes | QMessageBox::No);
-    QTest::mouseClick(box->button(answer), Qt::LeftButton);
+    clickOn(box->button(answer));
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ void chooseAndEscape(fMain& window, const std::string& letters, const std::strin
 void saveOver(fMain& window, const std::string& letters, const std::filesystem::path& name) {
     Answers answers;
     answers.then("GetSaveAsName", entering(name)).then("", [](QDialog& question) {
-        QTest::mouseClick(static_cast<QMessageBox&>(question).button(QMessageBox::Yes), Qt::LeftButton);
+        clickOn(static_cast<QMessageBox&>(question).button(QMessageBox::Yes));
     });
     choose(window, letters);
 }
