@@ -25,8 +25,8 @@ def data(shape, nodes, *more):
     prefix = os.path.join(DATA, "_".join([shape, str(nodes), *[word.strip("-") for word in more]]))
     if not os.path.exists(prefix + ".xst2"):
         os.makedirs(DATA, exist_ok=True)
-        subprocess.run([sys.executable, os.path.join(ROOT, "bench/gen_scheme.py"), "--shape", shape, "--nodes", str(nodes),
-                        "--paras", str(nodes), "--out", prefix, *more], check=True, stdout=subprocess.DEVNULL)
+        subprocess.run([sys.executable, os.path.join(ROOT, "bench/make_scheme.py"), shape, str(nodes), prefix, *more],
+                       check=True)
     return prefix
 
 
@@ -41,12 +41,16 @@ def wall(command, **more):
     return (time.perf_counter() - start) * 1000
 
 
-def wizard(*arguments):
-    """What a run of the wizard printed: name -> number."""
+def printed(program, *arguments):
+    """What a run of a program printed: name -> number."""
     warm()
-    out = subprocess.run([os.path.join(BIN, "wizard_bench"), *arguments], check=True, text=True, env=ENV,
+    out = subprocess.run([os.path.join(BIN, program), *arguments], check=True, text=True, env=ENV,
                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
     return {line[:24].strip(): float(line[24:]) for line in out.splitlines()}
+
+
+def wizard(*arguments):
+    return printed("wizard_bench", *arguments)
 
 
 def medians(runs):
@@ -116,7 +120,7 @@ def main():
 
     exponent, note = growth()
     report(3, "growth of load and draw over two decades, saved file", exponent, 1.05, None, note=note)
-    exponent, note = growth("--order", "shuffle")
+    exponent, note = growth("--shuffled")
     report(3, "growth of load and draw over two decades, shuffled file", exponent, 1.15, None, note=note)
     star = medians([wizard("load", data("star", NODES)) for _ in range(RUNS)])
     report(4, "load and draw, star / broad tree", star["load and draw both"] / took["load and draw both"], 2.0, 1.6)
@@ -142,6 +146,13 @@ def main():
     ours, empty = (statistics.median(times) for times in zip(*starts))
     report(12, "start to the first window / an empty Qt Widgets program", ours / empty, 1.5, 1.2,
            note=f"{ours:.0f} / {empty:.0f} ms")
+
+    tenth = data("broad", max(NODES // 10, 100))
+    quick, items = wizard("use", tenth), printed("item_widgets", tenth)
+    print(f"At a tenth of the size, a quick program with a widget item for each cell takes "
+          f"{items['load and draw both'] / quick['load and draw both']:.0f} times as long to load and draw both files, "
+          f"{items['leaving them'] / quick['leaving them']:.0f} times for a click that leaves the grid of all paragraphs, "
+          f"{items['click, median'] / quick['click, median']:.1f} times for the median click after that.")
 
 
 main()

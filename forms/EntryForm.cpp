@@ -332,9 +332,8 @@ bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
 void EntryForm::refuseNumber(const char* name) {
     auto& field = line(name);
     field.setEnabled(true);  // the type may not use it, but the text in it has to be mended
-    field.setFocus();
     field.selectAll();
-    showMessage(this, QStringLiteral("Please enter Numeric Value"));
+    sendBack(field);
 }
 
 // --- closing ---

@@ -15,6 +15,14 @@ QString nameOf(const std::filesystem::path& file) {
 #endif
 }
 
+std::filesystem::path pathOf(const QString& name) {
+#ifdef Q_OS_WIN
+    return name.toStdWString();
+#else
+    return QFile::encodeName(name).toStdString();
+#endif
+}
+
 }  // namespace
 
 struct FileWriter::File {
@@ -26,7 +34,9 @@ FileWriter::FileWriter(const std::filesystem::path& file) : file_(std::make_uniq
     std::error_code error;
     const auto status = std::filesystem::status(file, error);
     const bool replaceable = !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
-    good_ = replaceable && file_->file.open(QIODevice::WriteOnly);
+    // Bytes that are no text would be written as another name.
+    const bool nameable = pathOf(file_->file.fileName()) == file;
+    good_ = replaceable && nameable && file_->file.open(QIODevice::WriteOnly);
 }
 
 FileWriter::~FileWriter() = default;

@@ -21,11 +21,17 @@ void ReportBox::setReport(QString report) {
     countLines();
 }
 
+// In one pass: QString::replace would move the rest of the text a thousand times and more.
 void ReportBox::joinLines(QString& report) const {
-    report.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    auto* const end = report.end();
+    auto* to = report.begin();
     int line = 0;
-    for (auto& character : report)
-        if (character == u'\n' && ++line % linesAParagraph_ != 0) character = QChar::LineSeparator;
+    for (const auto* from = report.cbegin(); from != end; ++from) {
+        if (*from == u'\r' && from + 1 != end && from[1] == u'\n') continue;
+        const bool joins = *from == u'\n' && ++line % linesAParagraph_ != 0;
+        *to++ = joins ? QChar(QChar::LineSeparator) : *from;
+    }
+    report.truncate(to - report.begin());
 }
 
 // The toolkit takes a paragraph for one line until it is scrolled into view, and again after a resize, so it is told

@@ -39,6 +39,15 @@ constexpr TreePicture treePictures[] = {
     {"imgNonGen", ":/images/nongen.svg", "nongen"},
 };
 
+// Shows, while it exists, that the program is at work. A window system shows it at once, without any event.
+class BusyCursor {
+  public:
+    BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyCursor() { QGuiApplication::restoreOverrideCursor(); }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+};
+
 struct MenuItem {
     const char* menu;  // the name of the menu that it stands in, empty for the menu bar, null for none
     const char* name;
@@ -216,11 +225,17 @@ void fMain::mnuIntro_Click() {
 }
 
 void fMain::mnuNavOpen_Click() {
-    if (const auto name = GetOpenName(programFolder()); !name.empty()) oNavs->LoadData(name);
+    const auto name = GetOpenName(programFolder());
+    if (name.empty()) return;
+    const BusyCursor busy;
+    oNavs->LoadData(name);
 }
 
 void fMain::mnuDisOpen_Click() {
-    if (const auto name = GetOpenName(programFolder()); !name.empty()) oNavs->LoadWeb(name);
+    const auto name = GetOpenName(programFolder());
+    if (name.empty()) return;
+    const BusyCursor busy;
+    oNavs->LoadWeb(name);
 }
 
 void fMain::mnuHelp_Click() {
@@ -237,8 +252,10 @@ void fMain::mnuNavNew_Click() {
 
 // A failed save of the nodes is not reported here; the save dialog has refused what cannot be written.
 void fMain::mnuNavSave_Click() {
-    if (const auto name = GetSaveAsName(QStringLiteral("XST1.txt"), programFolder()); !name.empty())
-        static_cast<void>(oNavs->SaveData(name));
+    const auto name = GetSaveAsName(QStringLiteral("XST1.txt"), programFolder());
+    if (name.empty()) return;
+    const BusyCursor busy;
+    static_cast<void>(oNavs->SaveData(name));
 }
 
 void fMain::mnuCollapse_Click() {
@@ -247,6 +264,7 @@ void fMain::mnuCollapse_Click() {
 }
 
 void fMain::mnuNavRenum_Click() {
+    const BusyCursor busy;
     oNavs->Renumber();
 }
 
@@ -260,7 +278,12 @@ void fMain::mnuNavToDo_Click() {
 
 void fMain::mnuDisSave_Click() {
     const auto name = GetSaveAsName(QStringLiteral("XST2.txt"), programFolder());
-    if (!name.empty() && !oNavs->SaveWeb(name)) showMessage(this, QStringLiteral("Unable to save file.."));
+    if (name.empty()) return;
+    const bool saved = [&] {
+        const BusyCursor busy;
+        return oNavs->SaveWeb(name);
+    }();
+    if (!saved) showMessage(this, QStringLiteral("Unable to save file.."));
 }
 
 // The grids still show what they did: the analysis of the paragraphs takes the orphans' nodes away, unseen.

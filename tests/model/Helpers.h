@@ -11,6 +11,7 @@
 #include <memory>
 #include <random>
 #include <span>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -185,7 +186,9 @@ inline std::filesystem::path writeBytes(const std::filesystem::path& file, std::
 inline std::string bytesOf(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
     EXPECT_TRUE(in.is_open()) << "the test could not read " << file;
-    return {std::istreambuf_iterator<char>(in), {}};
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    return std::move(bytes).str();
 }
 
 /// The lines of a file, each with its end.

@@ -60,6 +60,9 @@ class AlmostFullDisk {
     }
     AlmostFullDisk(const AlmostFullDisk&) = delete;
 
+    /// To be called, by the system itself, when a file is about to become longer.
+    static void onFull(void (*handler)(int)) { std::signal(SIGXFSZ, handler); }
+
   private:
     rlimit old_{};
     void (*handler_)(int);
@@ -259,4 +262,43 @@ TEST_F(FileCommands, RenumberOfAnEmptySchemeDoesNothing) {
     wizard.openNodes(writeBytes(folder / "empty.txt", ""));
     wizard.choose("NR");
     EXPECT_EQ(wizard.navs().Count(), 0);
+}
+
+namespace {
+
+bool looksBusy() {
+    const auto* cursor = QGuiApplication::overrideCursor();
+    return cursor && cursor->shape() == Qt::WaitCursor;
+}
+bool wasBusy = false;
+
+}  // namespace
+
+TEST_F(FileCommands, LookBusyWhileTheyReadAndDraw) {
+    for (const auto* view : {static_cast<const QAbstractItemView*>(&wizard.tree()),
+                             static_cast<const QAbstractItemView*>(&wizard.paragraphGrid())})
+        QObject::connect(view->model(), &QAbstractItemModel::modelReset, &wizard.window,
+                         [] { wasBusy = looksBusy(); });
+    const auto expectBusy = [](const std::string& when, const auto& command) {
+        wasBusy = false;
+        command();
+        EXPECT_TRUE(wasBusy) << when;
+        EXPECT_FALSE(looksBusy()) << "after " << when;
+    };
+    expectBusy("opening nodes", [&] { wizard.openNodes(sample("XST1.txt")); });
+    expectBusy("opening paragraphs", [&] { wizard.openParagraphs(sample("XST2.txt")); });
+    expectBusy("renumbering", [&] { wizard.choose("NR"); });
+}
+
+TEST_F(FileCommands, LookBusyWhileTheyWrite) {
+    openSamples();
+    for (const auto& [letters, message] : {std::pair{"NS", ""}, {"WS", "Unable to save file.."}}) {
+        writeBytes(folder / "old.txt", "old");
+        const AlmostFullDisk disk(1000);
+        AlmostFullDisk::onFull([](int) { wasBusy = looksBusy(); });
+        wasBusy = false;
+        saveOver(letters, folder / "old.txt", message);
+        EXPECT_TRUE(wasBusy) << letters;
+        EXPECT_FALSE(looksBusy()) << letters;
+    }
 }

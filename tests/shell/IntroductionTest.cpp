@@ -1,7 +1,7 @@
 #include <QFile>
 #include <QPlainTextEdit>
-#include <QStyle>
 #include <QScrollBar>
+#include <QStyle>
 
 #include "Helpers.h"
 #include "shell/IntroductionText.h"

@@ -67,15 +67,15 @@ TEST(Menu, NoOtherCommandIsHidden) {
     std::multiset<std::string> captions;
     for (const auto* action : wizard.window.findChildren<QAction*>())
         if (!action->text().isEmpty()) captions.insert(action->text().toStdString());
-    EXPECT_EQ(captions, (std::multiset<std::string>{
-                            "&Analysis of Nav Scheme", "&Analysis of Web Scheme", "&Collapse Nodes", "&File", "&Help",
-                            "&Introduction", "&Navigation", "&New", "&Open", "&Re-Number", "&Save to Text File",
-                            "&Save to Text File", "&Web", "Action &To Do", "Action &To Do", "E&xit",
-                            "Open &Nav. File", "Open &Web File",
-                            // in popup menus
-                            "&Add Child   (Ins)", "&Edit Node   (F2)", "&Delete       (Del)", "Popup",
-                            "&Add Paragraph", "&Edit Paragraph", "&Delete Paragraph", "Display &Full Table XST2",
-                            "Display &Orphans", "&WPopUp"}));
+    EXPECT_EQ(
+        captions,
+        (std::multiset<std::string>{
+            "&Analysis of Nav Scheme", "&Analysis of Web Scheme", "&Collapse Nodes", "&File", "&Help",
+            "&Introduction", "&Navigation", "&New", "&Open", "&Re-Number", "&Save to Text File", "&Save to Text File",
+            "&Web", "Action &To Do", "Action &To Do", "E&xit", "Open &Nav. File", "Open &Web File",
+            // in popup menus
+            "&Add Child   (Ins)", "&Edit Node   (F2)", "&Delete       (Del)", "Popup", "&Add Paragraph",
+            "&Edit Paragraph", "&Delete Paragraph", "Display &Full Table XST2", "Display &Orphans", "&WPopUp"}));
 }
 
 TEST(Menu, EveryItemIsThereAtOnceAndPlain) {

@@ -41,7 +41,7 @@ TEST(MessageBox, ShowsTheTextWithIconButtonAndTitle) {
     showAndLook(nullptr, QStringLiteral("Unable to save file.."), [](const QMessageBox& box) {
         EXPECT_EQ(box.text(), QStringLiteral("Unable to save file.."));
         EXPECT_EQ(textIn(box), QStringLiteral("Unable to save file.."));
-        EXPECT_EQ(box.windowTitle(), QStringLiteral("Name of the program"));
+        EXPECT_EQ(box.windowTitle(), QStringLiteral("Reporting Scheme Wizard for Pelmo"));
         EXPECT_EQ(box.icon(), QMessageBox::Information);
         EXPECT_EQ(box.standardButtons(), QMessageBox::Ok);
         EXPECT_EQ(box.buttons().size(), 1);

@@ -1,7 +1,5 @@
-#include <fcntl.h>
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/sysmacros.h>
@@ -11,20 +9,11 @@
 #include <csignal>
 #include <functional>
 
-#include "Helpers.h"
+#include "Faults.h"
 
-// Files that cannot be read, and disks that do not take what is written. Linux only.
+// Disks that do not take what is written. Linux only.
 
 namespace {
-
-// Ends the test program instead of waiting for ever.
-class Deadline {
-  public:
-    Deadline() { alarm(20); }
-    ~Deadline() { alarm(0); }
-    Deadline(const Deadline&) = delete;
-    Deadline& operator=(const Deadline&) = delete;
-};
 
 // While it exists no file of this process may grow beyond `bytes`.
 class SizeLimit {
@@ -44,19 +33,6 @@ class SizeLimit {
   private:
     rlimit before_{};
     void (*handler_)(int);
-};
-
-// Acts as a user whom permissions bind, where the tests run as the superuser.
-class OrdinaryUser {
-  public:
-    OrdinaryUser() { bound_ = geteuid() != 0 || seteuid(65534) == 0; }
-    ~OrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-    [[nodiscard]] bool bound() const { return bound_; }
-
-  private:
-    bool bound_ = false;
 };
 
 constexpr int cannotMount = 77;
@@ -203,12 +179,18 @@ TYPED_TEST(SaveFault, WhereLargeFilesMayNotGrow) {
 
 TYPED_TEST(SaveFault, OntoAFullDisk) {
     const auto answer = onSmallDisk(this->folder_.path(), [this] {
-        writeBytes(this->file_, this->old_);
+        constexpr std::size_t kib = 1024;
+        constexpr std::size_t page = 4 * kib;
         const auto filler = this->folder_ / "filler";
-        writeBytes(filler, std::string(std::size_t{40} * 1024, 'f'));  // leaves 4 KiB
-        for (std::size_t kib = 5; kib <= 40; ++kib) {
+        writeBytes(this->file_, this->old_);
+        const auto room = std::filesystem::space(this->folder_.path()).available;
+        for (std::size_t size = 1; size <= 64; ++size) {
             TypeParam scheme;
-            fill(scheme, kib * 1024);
+            fill(scheme, size * kib);
+            const auto whole = savedBytes(scheme).size();
+            // The most pages that do not hold the whole.
+            const auto left = std::min<std::size_t>((whole - 1) / page * page, room);
+            writeBytes(filler, std::string(room - left, 'f'));
             if (scheme.SaveData(this->file_)) return 1;
             if (bytesOf(this->file_) != this->old_) return 2;
             if (this->folder_.names() != Rows{"XST.txt", "filler"}) return 3;
@@ -223,6 +205,55 @@ TYPED_TEST(SaveFault, OntoAFullDisk) {
     EXPECT_EQ(this->folder_.names(), Rows());
 }
 
+TYPED_TEST(SaveFault, OntoAFileThatMayNotBeWritten) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    writeBytes(this->file_, this->old_);
+    std::filesystem::permissions(this->file_, std::filesystem::perms(0444));
+    {
+        const OrdinaryUser user;
+        if (!user.bound()) GTEST_SKIP() << "no way to become an ordinary user here";
+        EXPECT_FALSE(scheme.SaveData(this->file_));
+    }
+    this->expectOldFile("");
+}
+
+TYPED_TEST(SaveFault, UnderAPathThatIsTooLong) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    EXPECT_FALSE(scheme.SaveData(this->folder_ / std::string(300, 'n')));
+    auto deep = this->folder_.path();
+    while (deep.native().size() < 5000) deep /= std::string(100, 'd');
+    EXPECT_FALSE(scheme.SaveData(deep / "XST.txt"));
+    EXPECT_EQ(this->folder_.names(), Rows());
+}
+
+TYPED_TEST(SaveFault, NamesMayHaveAnyCharacter) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    Rows characters = {"\u00e9", "\u20ac", "\u2028", "\ufeff", "\U0001f6b2", "e\u0301"};
+    for (char ascii = 1; ascii > 0; ++ascii)
+        if (ascii != '/') characters.emplace_back(1, ascii);
+    for (const auto& character : characters) {
+        const auto name = character + "X" + character;
+        EXPECT_TRUE(scheme.SaveData(this->folder_ / name)) << name;
+        EXPECT_EQ(this->folder_.names(), Rows{name});
+        EXPECT_EQ(bytesOf(this->folder_ / name), savedBytes(scheme)) << name;
+        TypeParam loaded;
+        loaded.LoadData(this->folder_ / name);
+        EXPECT_EQ(loaded.Count(), scheme.Count()) << name;
+        std::filesystem::remove(this->folder_ / name);
+    }
+}
+
+TYPED_TEST(SaveFault, UnderANameThatIsNoText) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    for (const std::string name : {"\x80.txt", "X\xff.txt", "\xc3(.txt"})
+        EXPECT_FALSE(scheme.SaveData(this->folder_ / name));
+    EXPECT_EQ(this->folder_.names(), Rows()) << "nor under another name";
+}
+
 TYPED_TEST(SaveFault, ThroughALinkReplacesWhatItPointsTo) {
     TypeParam scheme;
     fill(scheme, 1000);
@@ -232,6 +263,20 @@ TYPED_TEST(SaveFault, ThroughALinkReplacesWhatItPointsTo) {
     EXPECT_TRUE(std::filesystem::is_symlink(this->file_));
     EXPECT_EQ(bytesOf(this->folder_ / "target.txt"), savedBytes(scheme));
     EXPECT_EQ(this->folder_.names(), (Rows{"XST.txt", "target.txt"}));
+}
+
+TYPED_TEST(SaveFault, ThroughALinkToNothingMakesWhatItPointsTo) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    std::filesystem::create_symlink("target.txt", this->file_);
+    EXPECT_TRUE(scheme.SaveData(this->file_));
+    EXPECT_TRUE(std::filesystem::is_symlink(this->file_));
+    EXPECT_EQ(bytesOf(this->folder_ / "target.txt"), savedBytes(scheme));
+    EXPECT_EQ(this->folder_.names(), (Rows{"XST.txt", "target.txt"}));
+
+    std::filesystem::create_symlink("loop", this->folder_ / "loop");
+    EXPECT_FALSE(scheme.SaveData(this->folder_ / "loop"));
+    EXPECT_EQ(this->folder_.names(), (Rows{"XST.txt", "loop", "target.txt"}));
 }
 
 // Lines are gathered into pieces of 4 MiB before they are written; none may get lost between two of them.
@@ -258,84 +303,4 @@ TEST(LargeFile, OfManyLinesComesBackWhole) {
     clsWebSchemes loaded;
     loadBytes(loaded, savedBytes(webs));
     EXPECT_TRUE(rowsOf(loaded) == rows);
-}
-
-// --- files that cannot be read ---
-
-namespace {
-
-struct LoadFault : testing::Test {
-    Deadline deadline;
-    TempFolder folder;
-
-    // Both schemes become empty, the tree is cleared, and that is all.
-    static void expectEmpty(const std::filesystem::path& file) {
-        Screen screen;
-        clsNavSchemes navs;
-        screen.show(navs);
-        navs.inform = [](std::string_view message) { ADD_FAILURE() << message; };
-        addNodes(navs, {{1, 0}, {2, 1}});
-        addParagraphs(navs.oWebs, {{1, 1}, {2, 2}});
-        EXPECT_TRUE(navs.LoadData(file));
-        EXPECT_EQ(navs.Count(), 0);
-        EXPECT_EQ(navs.oWebs.Count(), 2);
-        EXPECT_EQ(screen.taken(), Calls{"tree "});
-        EXPECT_TRUE(navs.oWebs.LoadData(file));
-        EXPECT_EQ(navs.oWebs.Count(), 0);
-        EXPECT_EQ(screen.taken(), Calls());
-        EXPECT_FALSE(navs.LoadWeb(file));
-        EXPECT_EQ(screen.taken(), Calls{"paragraphs"});
-    }
-};
-
-}  // namespace
-
-TEST_F(LoadFault, AMissingFile) {
-    expectEmpty(folder / "missing.txt");
-    expectEmpty(folder / "missing" / "XST1.txt");
-    expectEmpty("");
-    EXPECT_EQ(folder.names(), Rows()) << "none is made";
-}
-
-TEST_F(LoadFault, AFolder) {
-    expectEmpty(folder.path());
-}
-
-TEST_F(LoadFault, APipeThatNobodyWritesInto) {
-    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    expectEmpty(folder / "pipe");
-}
-
-TEST_F(LoadFault, ADeviceThatNeverEnds) {
-    constexpr unsigned memory = 1;
-    constexpr unsigned zero = 5;
-    if (mknod((folder / "zero").c_str(), S_IFCHR | 0600, makedev(memory, zero)) != 0)
-        GTEST_SKIP() << "making a device is not allowed here";
-    expectEmpty(folder / "zero");
-}
-
-TEST_F(LoadFault, ALinkToNothingAndALinkToItself) {
-    std::filesystem::create_symlink("missing.txt", folder / "dangling");
-    expectEmpty(folder / "dangling");
-    std::filesystem::create_symlink("loop", folder / "loop");
-    expectEmpty(folder / "loop");
-}
-
-TEST_F(LoadFault, AFileWithoutPermission) {
-    writeBytes(folder / "secret.txt", "1,a,F,0\r\n");
-    std::filesystem::permissions(folder / "secret.txt", std::filesystem::perms::none);
-    const OrdinaryUser user;
-    if (!user.bound()) GTEST_SKIP() << "no way to become an ordinary user here";
-    expectEmpty(folder / "secret.txt");
-}
-
-// Files that the system makes up say that they have no bytes.
-TEST_F(LoadFault, AFileThatIsLongerThanItSays) {
-    char before[16] = {};
-    ASSERT_EQ(prctl(PR_GET_NAME, before), 0);
-    ASSERT_EQ(prctl(PR_SET_NAME, "7,longer,G,1,q"), 0);
-    clsNavSchemes navs;
-    EXPECT_TRUE(navs.LoadData("/proc/self/comm"));
-    EXPECT_EQ(prctl(PR_SET_NAME, before), 0);
-    EXPECT_EQ(rowsOf(navs), Rows{"7|longer|G|1|q|||"});
 }

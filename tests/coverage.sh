@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# Runs all tests and says which lines of the program none of them reaches. Needs gcovr.
+# Ends with an error when that is a line of model or analysis.
+set -euo pipefail
+cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
+
+export LC_ALL=C.UTF-8 QT_QPA_PLATFORM=offscreen
+cmake --preset coverage >/dev/null
+cmake --build --preset coverage
+find build/coverage -name '*.gcda' -delete
+ctest --preset coverage -j "$(getconf _NPROCESSORS_ONLN)"
+
+report() {
+    gcovr --root . --object-directory build/coverage --exclude-unreachable-branches --gcov-ignore-parse-errors "$@"
+}
+folders=(--filter 'model/' --filter 'analysis/' --filter 'views/' --filter 'forms/' --filter 'shell/')
+report "${folders[@]}" --json build/coverage/lines.json
+report "${folders[@]}" --add-tracefile build/coverage/lines.json --txt
+report --add-tracefile build/coverage/lines.json --filter 'model/' --filter 'analysis/' --fail-under-line 100 --txt /dev/null

@@ -1,0 +1,114 @@
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
+#include <unistd.h>
+
+#include <fstream>
+
+#include "Faults.h"
+#include "model/FileReader.h"
+
+// Files that cannot be read. Linux only.
+
+namespace {
+
+struct LoadFault : testing::Test {
+    Deadline deadline;
+    TempFolder folder;
+
+    // Both schemes become empty, the tree is cleared, and that is all.
+    static void expectEmpty(const std::filesystem::path& file) {
+        Screen screen;
+        clsNavSchemes navs;
+        screen.show(navs);
+        navs.inform = [](std::string_view message) { ADD_FAILURE() << message; };
+        addNodes(navs, {{1, 0}, {2, 1}});
+        addParagraphs(navs.oWebs, {{1, 1}, {2, 2}});
+        EXPECT_TRUE(navs.LoadData(file));
+        EXPECT_EQ(navs.Count(), 0);
+        EXPECT_EQ(navs.oWebs.Count(), 2);
+        EXPECT_EQ(screen.taken(), Calls{"tree "});
+        EXPECT_TRUE(navs.oWebs.LoadData(file));
+        EXPECT_EQ(navs.oWebs.Count(), 0);
+        EXPECT_EQ(screen.taken(), Calls());
+        EXPECT_FALSE(navs.LoadWeb(file));
+        EXPECT_EQ(screen.taken(), Calls{"paragraphs"});
+    }
+};
+
+}  // namespace
+
+TEST_F(LoadFault, AMissingFile) {
+    expectEmpty(folder / "missing.txt");
+    expectEmpty(folder / "missing" / "XST1.txt");
+    expectEmpty("");
+    EXPECT_EQ(folder.names(), Rows()) << "none is made";
+}
+
+TEST_F(LoadFault, AFolder) {
+    expectEmpty(folder.path());
+}
+
+TEST_F(LoadFault, APipeThatNobodyWritesInto) {
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    expectEmpty(folder / "pipe");
+}
+
+TEST_F(LoadFault, ADeviceThatNeverEnds) {
+    constexpr unsigned memory = 1;
+    constexpr unsigned zero = 5;
+    if (mknod((folder / "zero").c_str(), S_IFCHR | 0600, makedev(memory, zero)) != 0)
+        GTEST_SKIP() << "making a device is not allowed here";
+    expectEmpty(folder / "zero");
+}
+
+TEST_F(LoadFault, ALinkToNothingAndALinkToItself) {
+    std::filesystem::create_symlink("missing.txt", folder / "dangling");
+    expectEmpty(folder / "dangling");
+    std::filesystem::create_symlink("loop", folder / "loop");
+    expectEmpty(folder / "loop");
+}
+
+TEST_F(LoadFault, AFileWithoutPermission) {
+    writeBytes(folder / "secret.txt", "1,a,F,0\r\n");
+    std::filesystem::permissions(folder / "secret.txt", std::filesystem::perms::none);
+    const OrdinaryUser user;
+    if (!user.bound()) GTEST_SKIP() << "no way to become an ordinary user here";
+    expectEmpty(folder / "secret.txt");
+}
+
+// Files that the system makes up say that they have no bytes.
+TEST_F(LoadFault, AFileThatIsLongerThanItSays) {
+    char before[16] = {};
+    ASSERT_EQ(prctl(PR_GET_NAME, before), 0);
+    ASSERT_EQ(prctl(PR_SET_NAME, "7,longer,G,1,q"), 0);
+    clsNavSchemes navs;
+    EXPECT_TRUE(navs.LoadData("/proc/self/comm"));
+    EXPECT_EQ(prctl(PR_SET_NAME, before), 0);
+    EXPECT_EQ(rowsOf(navs), Rows{"7|longer|G|1|q|||"});
+}
+
+// And some that they will have more than they do, as one that shrinks while it is read.
+TEST_F(LoadFault, AFileThatIsShorterThanItSays) {
+    const std::filesystem::path file = "/sys/kernel/mm/transparent_hugepage/enabled";
+    std::error_code error;
+    const auto size = std::filesystem::file_size(file, error);
+    if (error || size <= bytesOf(file).size()) GTEST_SKIP() << "there is no such file here";
+    EXPECT_EQ(readFile(file).size, bytesOf(file).size());
+    expectEmpty(file);
+}
+
+// Almost all of it is a hole, which takes no place on the disk.
+TEST_F(LoadFault, AFileOfTwoGigabytes) {
+    constexpr auto size = std::uintmax_t{2} << 30;
+    const auto file = writeBytes(folder / "huge.txt", "1,a,F,0\r\n");
+    std::filesystem::resize_file(file, size);
+    {
+        std::fstream end(file, std::ios::binary | std::ios::in | std::ios::out);
+        end.seekp(static_cast<std::streamoff>(size));
+        end << "\r\n2,b,F,1\r\n";
+    }
+    clsNavSchemes navs;
+    EXPECT_TRUE(navs.LoadData(file));
+    EXPECT_EQ(rowsOf(navs), (Rows{"1|a|F|0||||", "2|b|F|1||||"}));
+}

@@ -1,0 +1,234 @@
+#!/usr/bin/env python3
+"""Changes the program in one small place at a time and looks whether a test notices.
+
+usage: tests/mutate.py [--count 300] [--seed 1] [--jobs 1] [FILE...]
+
+The mutants are drawn from the seed out of all that the rules below make of the files: by default every .cpp of model,
+analysis and views. Each is built in a copy of the sources in build/mutation and given to the tests of its folder, then
+to those of the folders that use it, each up to the first failure. One that does not compile is replaced by the next.
+Prints each survivor with its line and, at the end, the score; build/mutation/report.txt keeps them all. Ends with an
+error when less than 95 % are caught.
+"""
+import argparse
+import collections
+import concurrent.futures
+import dataclasses
+import os
+import pathlib
+import queue
+import random
+import re
+import shutil
+import subprocess
+import sys
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+WORK = ROOT / "build" / "mutation"
+FOLDERS = ["model", "analysis", "views", "forms", "shell"]
+TESTS = {  # the tests that may notice a change in a folder, the nearest first
+    "model": ["model", "analysis", "views"],
+    "analysis": ["analysis"],
+    "views": ["views"],
+    "forms": ["forms"],
+    "shell": ["shell"],
+}
+PATIENCE = 180  # seconds a test program may take; a mutant that hangs is caught
+WANTED = 0.95
+
+
+@dataclasses.dataclass(frozen=True)
+class Mutant:
+    file: str
+    line: int  # from 0
+    rule: str
+    text: tuple  # the lines that replace the line, and for a swap the next one
+    old: tuple
+
+    def __str__(self):
+        show = lambda lines: " | ".join(l.strip() for l in lines)
+        return f"{self.file}:{self.line + 1} {self.rule}: {show(self.old)}  ->  {show(self.text) or '(nothing)'}"
+
+
+# Operators: what is found between other characters, and what replaces it.
+SWAPS = [
+    (r"==", "!="), (r"!=", "=="), (r" < ", " <= "), (r" > ", " >= "), (r"<=", "<"), (r">=", ">"),
+    (r"&&", "||"), (r"\|\|", "&&"), (r" \+ ", " - "), (r" - ", " + "), (r"\+\+", "--"), (r"--", "++"),
+    (r"\+=", "-="), (r"-=", "+="), (r" \* ", " / "), (r" / ", " * "), (r"\btrue\b", "false"), (r"\bfalse\b", "true"),
+    (r"\.first\b", ".second"), (r"\bmin\(", "max("), (r"\bmax\(", "min("),
+    (r"\bcontinue;", "break;"), (r"\bbreak;", "continue;"),
+]
+STATEMENT = re.compile(r"^(\s+)(?!return|case|break|continue|using|constexpr|static|struct|const|auto|if|for|while|else|do|})"
+                       r"[\w(*].*;\s*$")
+DECLARATION = re.compile(r"^\s+[\w:<>,&* ]+\s[\w]+(\{.*\}|\(.*\))?;\s*$")
+ROW = re.compile(r"^(\s+)\{.*\},\s*(//.*)?$")
+
+
+def parts(line):
+    """The line in pieces: ("code"|"text"|"rest", start, end). Comments are left out."""
+    pieces, at = [], 0
+    for found in re.finditer(r'//.*|R"\((?:.*?)\)"|"(?:\\.|[^"\\])*"|\'(?:\\.|[^\'\\])+\'', line):
+        pieces.append(("code", at, found.start()))
+        if found.group().startswith("//"):
+            return pieces
+        pieces.append(("text" if found.group()[0] == '"' else "rest", found.start(), found.end()))
+        at = found.end()
+    pieces.append(("code", at, len(line)))
+    return pieces
+
+
+def mutants_of(name):
+    lines = (ROOT / name).read_text().split("\n")
+    for n, line in enumerate(lines):
+        if line.lstrip().startswith(("//", "#", "namespace", "static_assert", "template", "///", "*")):
+            continue
+
+        def made(rule, new):
+            return Mutant(name, n, rule, (new,), (line,))
+
+        for kind, start, end in parts(line):
+            piece = line[start:end]
+            if kind == "code":
+                for pattern, new in SWAPS:
+                    for found in re.finditer(pattern, piece):
+                        a, b = start + found.start(), start + found.end()
+                        yield made("operator", line[:a] + new + line[b:])
+                for found in re.finditer(r"(?<![\w.'])(\d+)(?![\w.'x])", piece):
+                    a, b = start + found.start(), start + found.end()
+                    yield made("constant", line[:a] + str(int(found.group()) + 1) + line[b:])
+                found = re.match(r"(\s*(?:\} else )?(?:if|while) \()(.*)", piece) if start == 0 else None
+                if found and line.rstrip().endswith((") {", ")")) and line.count("(") == line.count(")") and ";" not in line:
+                    head, tail = found.group(1), line[len(found.group(1)):].rstrip()
+                    end_of = tail.rindex(")")
+                    yield made("condition", f"{head}!({tail[:end_of]}){tail[end_of:]}")
+            elif kind == "text" and len(piece) > 2:
+                letters = [i for i, c in enumerate(piece) if c.isalpha() and piece[i - 1] != "\\"]
+                if letters:
+                    i = letters[len(letters) // 2]
+                    yield made("text", line[:start] + piece[:i] + piece[i].swapcase() + piece[i + 1:] + line[end:])
+                else:
+                    yield made("text", line[:start] + '"~' + piece[1:] + line[end:])
+            elif kind == "rest" and len(piece) == 3 and piece[1] != "0":
+                yield made("text", line[:start] + ("'~'" if piece != "'~'" else "'!'") + line[end:])
+        statement = STATEMENT.match(line)
+        if statement and not DECLARATION.match(line):
+            yield Mutant(name, n, "deleted", (), (line,))
+        if n + 1 < len(lines):
+            after = lines[n + 1]
+            both_rows = ROW.match(line) and ROW.match(after)
+            other = STATEMENT.match(after)
+            # Only calls: the order of two assignments seldom matters.
+            both_statements = (statement and other and statement.group(1) == other.group(1)
+                               and not DECLARATION.match(line) and not DECLARATION.match(after)
+                               and " = " not in line + after)
+            if both_rows or both_statements:
+                yield Mutant(name, n, "order", (after, line), (line, after))
+
+
+class Place:
+    """A copy of the sources with a build of its own."""
+
+    def __init__(self, number):
+        self.source = WORK / f"source{number}"
+        self.build = WORK / f"build{number}"
+
+    def prepare(self):
+        shutil.rmtree(self.source, ignore_errors=True)
+        self.source.mkdir(parents=True)
+        for part in FOLDERS + ["tests", "cmake", "samples", "CMakeLists.txt"]:
+            copy = shutil.copytree if (ROOT / part).is_dir() else shutil.copy2
+            copy(ROOT / part, self.source / part)
+        subprocess.run(["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
+                        "-DCMAKE_CXX_FLAGS=-O0", "-DWIZARD_QUICK_TESTS=ON"], check=True, stdout=subprocess.DEVNULL)
+
+    def compiles(self, programs):
+        return subprocess.run(["cmake", "--build", self.build, "--target", *programs],
+                              stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
+
+    def fails(self, program):
+        folder = WORK / f"run-{self.source.name}"
+        folder.mkdir(mode=0o700, exist_ok=True)
+        environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8", XDG_RUNTIME_DIR=str(folder))
+        try:
+            return subprocess.run([self.build / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1"], cwd=folder,
+                                  env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                  timeout=PATIENCE).returncode != 0
+        except subprocess.TimeoutExpired:
+            return True
+
+    def judge(self, mutant):
+        """"caught", "survived" or "does not compile"."""
+        file = self.source / mutant.file
+        original = file.read_text()
+        lines = original.split("\n")
+        lines[mutant.line:mutant.line + len(mutant.old)] = mutant.text
+        file.write_text("\n".join(lines))
+        try:
+            for folder in TESTS[mutant.file.split("/")[0]]:
+                program = f"{folder}_tests"
+                if not self.compiles([program]):
+                    return "does not compile"
+                if self.fails(program):
+                    return "caught"
+            return "survived"
+        finally:
+            file.write_text(original)
+
+
+def main():
+    arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    arguments.add_argument("--count", type=int, default=300)
+    arguments.add_argument("--seed", type=int, default=1)
+    arguments.add_argument("--jobs", type=int, default=1)
+    arguments.add_argument("--list", action="store_true", help="print the drawn mutants only")
+    arguments.add_argument("files", nargs="*")
+    options = arguments.parse_args()
+
+    files = options.files or sorted(str(f.relative_to(ROOT)) for folder in ("model", "analysis", "views")
+                                    for f in (ROOT / folder).glob("*.cpp"))
+    everything = [mutant for file in files for mutant in mutants_of(file)]
+    random.Random(options.seed).shuffle(everything)
+    print(f"{len(everything)} mutants in {len(files)} files, seed {options.seed}", flush=True)
+    if options.list:
+        for mutant in everything[:options.count]:
+            print(mutant)
+        return
+
+    WORK.mkdir(parents=True, exist_ok=True)
+    places = queue.Queue()
+    programs = sorted({f"{t}_tests" for f in files for t in TESTS[f.split("/")[0]]})
+    for number in range(options.jobs):
+        place = Place(number)
+        place.prepare()
+        if not place.compiles(programs) or any(place.fails(p) for p in programs):
+            sys.exit("the tests fail without a mutant")
+        places.put(place)
+
+    def judge(mutant):
+        place = places.get()
+        try:
+            return mutant, place.judge(mutant)
+        finally:
+            places.put(place)
+
+    results = collections.Counter()
+    upcoming = iter(everything)
+    with open(WORK / "report.txt", "w") as report, \
+            concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
+        judged = lambda: results["caught"] + results["survived"]
+        while judged() < options.count:
+            batch = [m for _, m in zip(range(min(options.jobs * 4, options.count - judged())), upcoming)]
+            if not batch:
+                break
+            for mutant, verdict in pool.map(judge, batch):
+                results[verdict] += 1
+                print(f"{verdict}: {mutant}", file=report, flush=True)
+                if verdict == "survived":
+                    print(f"survived: {mutant}", flush=True)
+    score = results["caught"] / max(1, judged())
+    print(f"caught {results['caught']} of {judged()}: {score:.1%}; "
+          f"{results['does not compile']} more did not compile")
+    sys.exit(score < WANTED)
+
+
+if __name__ == "__main__":
+    main()
