@@ -32,8 +32,9 @@ struct FileWriter::File {
 
 FileWriter::FileWriter(const std::filesystem::path& file) : file_(std::make_unique<File>(nameOf(file))) {
     std::error_code error;
-    const auto status = std::filesystem::status(file, error);
-    const bool replaceable = !std::filesystem::exists(status) || std::filesystem::is_regular_file(status);
+    const auto type = std::filesystem::status(file, error).type();
+    const bool replaceable =
+        type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
     // Bytes that are no text would be written as another name.
     const bool nameable = pathOf(file_->file.fileName()) == file;
     good_ = replaceable && nameable && file_->file.open(QIODevice::WriteOnly);

@@ -1,0 +1,163 @@
+#!/usr/bin/env bash
+# Plays the main job from start to end in the wizard, with the mouse and the keyboard, on a screen of its own.
+#
+#     tour/tour.sh [WIZARD]
+#
+# Writes a picture of each step and the two saved files to build/tour/. Ends with an error when a window does not come,
+# or when the files are not what was entered. Needs Xvfb, openbox, xdotool and ImageMagick.
+set -euo pipefail
+cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
+
+wizard=${1:-build/release/bin/pelmo-wizard}
+folder=$PWD/build/tour
+if [[ -z ${TOUR_SCREEN:-} ]]; then
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    TOUR_SCREEN=yes exec tests/with_x_server.sh wm "tour/${BASH_SOURCE[0]##*/}" "$wizard"
+fi
+
+main='Reporting Scheme Wizard for Pelmo 1.02'
+message='Reporting Scheme Wizard for Pelmo'
+fail() { printf 'tour: %s\n' "$*" >&2; exit 1; }
+
+# Waits until the keyboard is at the window with this title.
+window() {
+    local title=''
+    for _ in {1..200}; do
+        title=$(xdotool getactivewindow getwindowname 2>/dev/null) || title=''
+        if [[ $title == "$1" ]]; then
+            sleep 0.4 # until it is drawn
+            return
+        fi
+        sleep 0.1
+    done
+    import -window root "$folder/failed.png"
+    fail "the window '$1' does not come; the keyboard is at '$title'"
+}
+
+count=0
+picture() {
+    count=$((count + 1))
+    local name
+    name=$(printf '%02d-%s.png' "$count" "$1")
+    sleep 0.3
+    import -window root -depth 8 "$folder/$name"
+    printf '%s\n' "$name"
+}
+
+keys() { local key; for key in "$@"; do xdotool key --delay 30 "$key"; sleep 0.1; done; }
+write() { xdotool key --delay 30 ctrl+a; xdotool type --delay 15 -- "$1"; }
+click() { xdotool mousemove "$2" "$3"; sleep 0.2; xdotool click "$1"; sleep 0.3; }
+menu() { keys "alt+$1" "${@:2}"; }
+
+# Enters a name in the file dialog with this title.
+file() {
+    window "$1"
+    write "$2"
+    picture "$3"
+    keys Return
+}
+
+report() { # MENU ITEM NAME
+    menu "$1" "$2"
+    window 'Output...'
+    picture "$3"
+    keys Escape
+    window "$main"
+}
+
+"$wizard" &
+program=$!
+trap 'kill "$program" 2>/dev/null || true' EXIT
+
+window 'Pelmo Wizard Introduction...'
+picture introduction
+keys Escape
+window "$message"
+picture message
+keys Return
+window "$main"
+picture new-scheme
+
+menu f o n
+file 'Open A File' XST1.txt open-nodes
+window "$main"
+menu f o w
+file 'Open A File' XST2.txt open-paragraphs
+window "$main"
+picture samples
+
+# Clicks through the tree: nodes below the root.
+for row in 1 2 3; do click 1 150 $((70 + row * 20)); done
+picture clicked
+keys Home Right Down Right
+picture tree-by-keys
+
+# A node below the root.
+keys Home Insert
+window 'Form to Add / Update a Navigational Node.'
+keys Return
+write 'Guided tours'
+picture node-form
+keys F3 Escape
+window "$main"
+picture node-added
+
+# It is to generate nodes, and so needs a query.
+keys End F2
+window 'Form to Add / Update a Navigational Node.'
+keys Return Return g
+picture node-form-generating
+keys F3
+window "$message"
+picture refused-without-query
+keys Return
+window 'Form to Add / Update a Navigational Node.'
+keys Return
+write 'spG_Tours'
+picture node-form-query
+keys F3 Escape
+window "$main"
+picture node-edited
+
+# A paragraph of its page.
+keys End Return shift+Tab Menu
+sleep 0.5
+picture paragraph-menu
+keys a
+window 'Form to Add / Update a Web-Page Paragraph.'
+keys Return
+write 'Tours of this week'
+keys Return Return
+write 'spW_ToursOfWeek'
+picture paragraph-form
+keys F3 Escape
+window "$main"
+picture paragraph-added
+
+menu n r
+window "$main"
+picture renumbered
+report n a analysis-of-nodes
+report n t to-do-of-nodes
+report w a analysis-of-paragraphs
+report w t to-do-of-paragraphs
+
+menu n s
+file 'Save File As...' "$folder/XST1.txt" save-nodes
+window "$main"
+menu w s
+file 'Save File As...' "$folder/XST2.txt" save-paragraphs
+window "$main"
+picture end
+menu f x
+wait "$program" || fail "the wizard ended with an error"
+trap - EXIT
+
+# What was entered stands in the files, after everything else: the samples come back as they were.
+line() { # FILE EXPECTED
+    [[ $(tail -n 1 "$folder/$1") == "$2"$'\r' ]] || fail "$1 ends with: $(tail -n 1 "$folder/$1")"
+    cmp -s <(head -n -1 "$folder/$1") "samples/$1" || fail "$1 has changed where nothing was entered"
+}
+line XST1.txt '71,"Guided tours","G",1,"spG_Tours","","leaf",""'
+line XST2.txt '106,71,1,"Tours of this week","spW_ToursOfWeek","","S",0,"",""'
