@@ -1,19 +1,19 @@
 -- The database of the sample shop, which hires out and mends bicycles: its tables, made-up data, and every query that
 -- the schemes in XST1.txt and XST2.txt name. For SQLite 3.30 or later. Load it into a new database, then import both
--- files, which bring the tables XST1 and XST2 their rows:
+-- files into the tables XST1 and XST2, which it makes:
 --
 --     sqlite3 shop.db < shop.sql
 --     sqlite3 shop.db ".import --csv --skip 1 XST1.txt XST1" ".import --csv --skip 1 XST2.txt XST2"
 --
 -- How to run a query
 --
--- Every query that returns rows is a view of the same name. SQLite has no stored procedures, so what a query is called
--- with stands in the one row of the table Given:
+-- Every query that returns rows is a view of the same name. SQLite has no stored procedures: what a query is called
+-- with stands in the only row of the table Given:
 --
---     constant     what the scheme writes behind the query's name: 2 in "spG_HiresLate 2"; NULL if nothing stands there
---     parameter    what the parameter kind supplies; NULL if the kind is None
+--     constant     what the scheme writes behind the query's name: 2 in "spG_HiresLate 2"; NULL if there is nothing
+--     parameter    what the parameter kind supplies; NULL if there is none
 --                    Lkey     the ID of the clicked tree node, a number; 0 for a node that no query made
---                    CKeynn   the ID of the clicked tree node, a text of nn characters, in quotes
+--                    CKeynn   the ID of the clicked tree node, a text of nn characters
 --                    Text     the text of the clicked tree node
 --                    Today    the day as a text: '05-Mar-2026'
 --
@@ -21,21 +21,21 @@
 --
 --     UPDATE Given SET constant = NULL, parameter = 1003;
 --     SELECT * FROM spW_HireHead;
---     UPDATE Given SET constant = 2, parameter = (SELECT todayText FROM ShopDay);
---     SELECT * FROM spG_HiresLate;
 --     UPDATE Given SET constant = NULL, parameter = 'City bicycles';
 --     SELECT * FROM spW_FreeOfStyle;
+--     UPDATE Given SET constant = 2, parameter = (SELECT todayText FROM ShopDay);
+--     SELECT * FROM spG_HiresLate;
 --
--- The action queries, those of the paragraphs of type E, are triggers of the same name. Name one in the column run:
+-- The action queries, those of the paragraphs of type E, are triggers of the same name. The column run names one:
 --
 --     UPDATE Given SET constant = 14, parameter = (SELECT todayText FROM ShopDay), run = 'spW_WriteReminders';
 --
--- Columns count from 0, and column 0 is ID: "2:3" of a paragraph means the third and the fourth column of the view. In a
--- cross table, whose paragraph says "All", the ID is the name of the line, since all other columns are summed. A query
--- for a multi-chapter paragraph returns a row for each line of the inner chapter and repeats the outer fields before it.
+-- The columns of a paragraph count from 0, the ID: "2:3" means the third and the fourth column of the view. In a
+-- cross table, whose paragraph says "All", the ID names the line, since all other columns are summed. A query for
+-- several chapters has a row for each line of the inner chapter, and repeats the fields of the outer one before it.
 --
--- All dates lie around the day on which this script is loaded. For another day, write it instead of date('now',
--- 'localtime') in the statement that fills Shop: '2026-03-05'.
+-- All dates lie around the day on which the script is loaded. For another day, write that into the statement that
+-- fills the table Shop, in place of date('now', ...).
 
 BEGIN;
 
@@ -50,9 +50,9 @@ INSERT INTO Shop VALUES(1, 'Wheel and Spanner', '12 Mill Lane', '01632 960100', 
 CREATE TABLE Given(constant, parameter, run TEXT);
 INSERT INTO Given VALUES(NULL, NULL, NULL);
 
--- The numbers from 0 to 799, from which most of the data is made.
+-- The numbers from 0 to 199, from which most of the data is made.
 CREATE TEMP TABLE N AS
-    WITH RECURSIVE Count(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM Count WHERE n < 799) SELECT n FROM Count;
+    WITH RECURSIVE Count(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM Count WHERE n < 199) SELECT n FROM Count;
 
 CREATE TABLE Sections(ID INTEGER PRIMARY KEY, name TEXT);
 INSERT INTO Sections VALUES(1, 'Hire'), (2, 'Repairs'), (3, 'Sales');
@@ -73,7 +73,8 @@ INSERT INTO Boards VALUES
 -- Staff ------------------------------------------------------------------------------------------------------------
 
 -- The manager has the boss 0. Mechanics have a code of two letters.
-CREATE TABLE Employees(ID INTEGER PRIMARY KEY, name TEXT, role TEXT, boss INTEGER, hours INTEGER, rate REAL, code TEXT);
+CREATE TABLE Employees(ID INTEGER PRIMARY KEY, name TEXT, role TEXT, boss INTEGER, hours INTEGER, rate REAL,
+    code TEXT);
 INSERT INTO Employees VALUES
     (1, 'Hale, Ruth', 'Manager', 0, 38, 29, NULL),
     (2, 'Dale, Owen', 'Head of the hire desk', 1, 38, 22, NULL),
@@ -113,14 +114,15 @@ INSERT INTO Rota
 
 -- Bicycles ---------------------------------------------------------------------------------------------------------
 
-CREATE TABLE Styles(ID INTEGER PRIMARY KEY, name TEXT, riders INTEGER, limitKg INTEGER, dayRate REAL, deposit REAL);
+CREATE TABLE Styles(ID INTEGER PRIMARY KEY, name TEXT, riders INTEGER, limitKg INTEGER, dayRate REAL);
 INSERT INTO Styles VALUES
-    (1, 'City bicycles', 1, 120, 14, 50),
-    (2, 'Mountain bicycles', 1, 110, 22, 80),
-    (3, 'Tandem bicycles', 2, 180, 30, 120),
-    (4, 'Cargo bicycles', 1, 220, 35, 150);
+    (1, 'City bicycles', 1, 120, 14),
+    (2, 'Mountain bicycles', 1, 110, 22),
+    (3, 'Tandem bicycles', 2, 180, 30),
+    (4, 'Cargo bicycles', 1, 220, 35);
 
-CREATE TABLE BikeTypes(ID TEXT PRIMARY KEY, name TEXT, style INTEGER REFERENCES Styles(ID), gears INTEGER, price REAL);
+CREATE TABLE BikeTypes(ID TEXT PRIMARY KEY, name TEXT, style INTEGER REFERENCES Styles(ID), gears INTEGER,
+    price REAL);
 INSERT INTO BikeTypes VALUES
     ('CTL', 'City, low step', 1, 7, 420),
     ('CTH', 'City, high bar', 1, 7, 430),
@@ -138,9 +140,11 @@ CREATE TABLE Bicycles(ID INTEGER PRIMARY KEY, type TEXT REFERENCES BikeTypes(ID)
     km INTEGER, kmOn TEXT, serviced TEXT, servicedAtKm INTEGER, salePrice REAL);
 INSERT INTO Bicycles
     SELECT k.n, t.ID, substr('SML', 1 + (k.n / 9) % 3, 1), date(s.today, '-' || (250 + (k.n * 37) % 1500) || ' days'),
-        t.price, 1200 + (k.n * 211) % 4000, date(s.today, '-1 day'), date(s.today, '-' || (5 + (k.n * 13) % 200) || ' days'),
+        t.price, 1200 + (k.n * 211) % 4000, date(s.today, '-1 day'),
+        date(s.today, '-' || (5 + (k.n * 13) % 200) || ' days'),
         1200 + (k.n * 211) % 4000 - (k.n * 131) % 900, CASE WHEN k.n > 86 THEN round(t.price * 0.45) END
-    FROM Shop s, N k JOIN (SELECT *, row_number() OVER (ORDER BY ID) - 1 AS place FROM BikeTypes) t ON t.place = k.n % 9
+    FROM Shop s, N k
+        JOIN (SELECT *, row_number() OVER (ORDER BY ID) - 1 AS place FROM BikeTypes) t ON t.place = k.n % 9
     WHERE k.n BETWEEN 1 AND 94;
 
 CREATE VIEW BikeNames AS
@@ -160,15 +164,14 @@ INSERT INTO Clubs VALUES
 
 CREATE TABLE Customers(ID INTEGER PRIMARY KEY, name TEXT, phone TEXT, since TEXT, club TEXT REFERENCES Clubs(ID));
 WITH Surnames(n, name) AS (VALUES(0, 'Abbott'), (1, 'Baker'), (2, 'Carver'), (3, 'Dale'), (4, 'Ellis'), (5, 'Frost'),
-        (6, 'Grant'), (7, 'Hale'), (8, 'Irwin'), (9, 'Joyce'), (10, 'Keane'), (11, 'Lowe'), (12, 'Marsh'), (13, 'Nolan'),
-        (14, 'Owen'), (15, 'Price'), (16, 'Quinn'), (17, 'Reed'), (18, 'Shaw'), (19, 'Todd'), (20, 'Upton'),
-        (21, 'Vance'), (22, 'Ward'), (23, 'Young')),
+        (6, 'Grant'), (7, 'Hale'), (8, 'Irwin'), (9, 'Joyce'), (10, 'Keane'), (11, 'Lowe'), (12, 'Marsh'),
+        (13, 'Nolan'), (14, 'Owen'), (15, 'Price'), (16, 'Quinn'), (17, 'Reed'), (18, 'Shaw'), (19, 'Todd'),
+        (20, 'Upton'), (21, 'Vance'), (22, 'Ward'), (23, 'Young')),
     FirstNames(n, name) AS (VALUES(0, 'Anna'), (1, 'Boris'), (2, 'Clara'), (3, 'Daniel'), (4, 'Emma'), (5, 'Felix'),
         (6, 'Greta'), (7, 'Henry'), (8, 'Ida'), (9, 'Jonas'), (10, 'Karin'), (11, 'Leo'), (12, 'Maria'), (13, 'Noah'),
         (14, 'Olga'), (15, 'Paul'))
 INSERT INTO Customers(ID, name, phone, club)
-    SELECT k.n, s.name || ', ' || f.name, printf('01632 960%03d', 200 + k.n),
-        c.ID
+    SELECT k.n, s.name || ', ' || f.name, printf('01632 960%03d', 200 + k.n), c.ID
     FROM N k JOIN Surnames s ON s.n = k.n % 24 JOIN FirstNames f ON f.n = (k.n * 5 + k.n / 24) % 16
         LEFT JOIN (SELECT ID, row_number() OVER (ORDER BY ID) - 1 AS place FROM Clubs) c
             ON k.n % 6 = 0 AND c.place = (k.n / 6) % 5
@@ -179,10 +182,10 @@ INSERT INTO Extras VALUES(1, 'Child seat', 5), (2, 'Pannier bags', 4), (3, 'Trai
     (5, 'Map holder', 2);
 
 -- A hire is BOOKED before it goes out, then OUT, then BACK.
-CREATE TABLE Hires(ID INTEGER PRIMARY KEY, customer INTEGER REFERENCES Customers(ID), taken TEXT, hour INTEGER, due TEXT,
-    dueHour INTEGER, back TEXT, status TEXT, deposit REAL, depositPaid INTEGER);
--- One hire a day until four days ago, some of them never brought back; then six that are due back today, two on each of
--- the last two days, and twelve that go out today, the last four of them to new customers.
+CREATE TABLE Hires(ID INTEGER PRIMARY KEY, customer INTEGER REFERENCES Customers(ID), taken TEXT, hour INTEGER,
+    due TEXT, dueHour INTEGER, back TEXT, status TEXT, deposit REAL, depositPaid INTEGER);
+-- One hire a day until four days ago, some of them never brought back; then six that are due back today, two on each
+-- of the last two days, and twelve that go out today, the last four of them to new customers.
 WITH Plan AS (
     SELECT k.n, s.today,
         date(s.today, '-' || CASE WHEN k.n <= 176 THEN 180 - k.n WHEN k.n <= 182 THEN 3 WHEN k.n <= 184 THEN 2
@@ -202,8 +205,8 @@ CREATE TABLE HireLines(ID INTEGER PRIMARY KEY, hire INTEGER REFERENCES Hires(ID)
     bicycle INTEGER REFERENCES Bicycles(ID), extra INTEGER REFERENCES Extras(ID), quantity INTEGER, charge REAL);
 WITH Lines AS (
     SELECT h.ID AS hire, h.ID - 1000 AS n, k.n AS k, julianday(h.due) - julianday(h.taken) AS days,
-        h.status = 'OUT' AND h.ID < 1177 AND (h.ID - 1000) % 9 = 0 AND h.ID BETWEEN 1130 AND 1172 AS isLate
-    FROM Hires h, N k WHERE k.n <= 2),
+        h.status = 'OUT' AND h.due < s.today AS isLate
+    FROM Hires h, Shop s, N k WHERE k.n <= 2),
   Bikes AS (
     SELECT hire, n, k, days,
         CASE WHEN isLate THEN 49 + (n / 9) % 5 WHEN n <= 176 THEN 1 + (n * 5 + k * 17) % 48
@@ -253,7 +256,7 @@ INSERT INTO Suppliers VALUES
     ('FRAMES', 'Tube and Lug', 'Middleton', '01632 960305'),
     ('SUNDRY', 'Workshop Supplies', 'Northport', '01632 960306');
 
--- The parts are trees: inside is the part that holds this one, 0 for an assembly, and quantity says how many it holds.
+-- The parts are trees: inside is the part that holds this one, 0 for an assembly; quantity is how many it holds.
 CREATE TABLE Parts(ID INTEGER PRIMARY KEY, name TEXT, inside INTEGER, quantity INTEGER,
     supplier TEXT REFERENCES Suppliers(ID), price REAL, room TEXT, shelf TEXT, stock INTEGER, minimum INTEGER,
     toOrder INTEGER DEFAULT 0);
@@ -300,12 +303,12 @@ INSERT INTO PartPrices
     FROM Parts p, Shop s, N k WHERE k.n <= 4;
 
 CREATE TABLE Categories(ID INTEGER PRIMARY KEY, name TEXT, above INTEGER);
-INSERT INTO Categories VALUES(1, 'Clothing', 0), (2, 'Accessories', 0), (3, 'Care', 0), (4, 'Helmets', 1), (5, 'Gloves', 1),
-    (6, 'Rain wear', 1), (7, 'Bags', 2), (8, 'Locks', 2), (9, 'Children''s helmets', 4), (10, 'Adults'' helmets', 4),
-    (11, 'Cleaning', 3), (12, 'Repair kits', 3);
+INSERT INTO Categories VALUES(1, 'Clothing', 0), (2, 'Accessories', 0), (3, 'Care', 0), (4, 'Helmets', 1),
+    (5, 'Gloves', 1), (6, 'Rain wear', 1), (7, 'Bags', 2), (8, 'Locks', 2), (9, 'Children''s helmets', 4),
+    (10, 'Adults'' helmets', 4), (11, 'Cleaning', 3), (12, 'Repair kits', 3);
 
-CREATE TABLE Goods(ID INTEGER PRIMARY KEY, name TEXT, category INTEGER REFERENCES Categories(ID), price REAL, room TEXT,
-    shelf TEXT, stock INTEGER);
+CREATE TABLE Goods(ID INTEGER PRIMARY KEY, name TEXT, category INTEGER REFERENCES Categories(ID), price REAL,
+    room TEXT, shelf TEXT, stock INTEGER);
 INSERT INTO Goods VALUES
     (1, 'Helmet Ladybird', 9, 29, 'Shop', 'S1', 6), (2, 'Helmet Comet', 9, 34, 'Shop', 'S1', 4),
     (3, 'Helmet Town', 10, 49, 'Shop', 'S1', 8), (4, 'Helmet Trail', 10, 79, 'Shop', 'S1', 5),
@@ -330,11 +333,12 @@ CREATE VIEW Stored AS
 CREATE TABLE Orders(ID INTEGER PRIMARY KEY, supplier TEXT REFERENCES Suppliers(ID), day TEXT, paid INTEGER);
 INSERT INTO Orders
     SELECT 4000 + k.n, u.ID, date(s.today, '-' || ((36 - k.n) * 10) || ' days'), k.n < 30
-    FROM Shop s, N k JOIN (SELECT ID, row_number() OVER (ORDER BY ID) - 1 AS place FROM Suppliers) u ON u.place = k.n % 6
+    FROM Shop s, N k
+        JOIN (SELECT ID, row_number() OVER (ORDER BY ID) - 1 AS place FROM Suppliers) u ON u.place = k.n % 6
     WHERE k.n BETWEEN 1 AND 36;
 
-CREATE TABLE OrderLines(ID INTEGER PRIMARY KEY, purchase INTEGER REFERENCES Orders(ID), part INTEGER REFERENCES Parts(ID),
-    quantity INTEGER, price REAL);
+CREATE TABLE OrderLines(ID INTEGER PRIMARY KEY, purchase INTEGER REFERENCES Orders(ID),
+    part INTEGER REFERENCES Parts(ID), quantity INTEGER, price REAL);
 INSERT INTO OrderLines(purchase, part, quantity, price)
     SELECT o.ID, p.ID, 5 + (o.ID + k.n * 7) % 20, p.price
     FROM Orders o JOIN N k ON k.n <= 1
@@ -345,15 +349,15 @@ INSERT INTO OrderLines(purchase, part, quantity, price)
 -- Workshop ---------------------------------------------------------------------------------------------------------
 
 -- A job is OPEN, then DONE, and CLOSED when it is paid.
-CREATE TABLE RepairJobs(ID INTEGER PRIMARY KEY, customer INTEGER REFERENCES Customers(ID), bicycle TEXT, mechanic TEXT,
-    taken TEXT, status TEXT, paid INTEGER);
+CREATE TABLE RepairJobs(ID INTEGER PRIMARY KEY, customer INTEGER REFERENCES Customers(ID), bicycle TEXT,
+    mechanic TEXT, taken TEXT, status TEXT, paid INTEGER);
 INSERT INTO RepairJobs
     SELECT 3000 + k.n, 1 + (k.n * 11) % 64,
         CASE k.n % 4 WHEN 0 THEN 'Grey city bicycle' WHEN 1 THEN 'Red touring bicycle' WHEN 2 THEN 'Folding bicycle'
              ELSE 'Blue mountain bicycle' END,
-        m.code,
-        date(s.today, '-' || ((61 - k.n) * 2 - k.n % 3 / 2) || ' days'),
-        CASE WHEN k.n <= 36 THEN 'CLOSED' WHEN k.n <= 48 THEN 'DONE' ELSE 'OPEN' END, k.n <= 36 OR (k.n <= 48 AND k.n % 3 = 0)
+        m.code, date(s.today, '-' || ((61 - k.n) * 2 - k.n % 3 / 2) || ' days'),
+        CASE WHEN k.n <= 36 THEN 'CLOSED' WHEN k.n <= 48 THEN 'DONE' ELSE 'OPEN' END,
+        k.n <= 36 OR (k.n <= 48 AND k.n % 3 = 0)
     FROM Shop s, N k JOIN (SELECT code, row_number() OVER (ORDER BY ID) - 1 AS place FROM Employees
         WHERE code IS NOT NULL) m ON m.place = k.n % 5
     WHERE k.n BETWEEN 1 AND 60;
@@ -364,7 +368,8 @@ CREATE TABLE TaskParts(ID INTEGER PRIMARY KEY, task INTEGER REFERENCES Tasks(ID)
 CREATE TEMP TABLE TaskKinds(n INTEGER, name TEXT, hours REAL, part INTEGER, quantity INTEGER);
 INSERT INTO TaskKinds VALUES(0, 'Replace the brake pads', 0.5, 34, 4), (1, 'Fit a new chain', 0.5, 41, 1),
     (2, 'True the rear wheel', 1, 23, 3), (3, 'Mend a puncture', 0.5, 15, 1), (4, 'Replace the gear cable', 1, 25, 1),
-    (5, 'Fit a head lamp', 0.5, 51, 1), (6, 'Overhaul the front hub', 1.5, 17, 2), (7, 'Replace the brake cables', 1, 32, 2);
+    (5, 'Fit a head lamp', 0.5, 51, 1), (6, 'Overhaul the front hub', 1.5, 17, 2),
+    (7, 'Replace the brake cables', 1, 32, 2);
 INSERT INTO Tasks
     SELECT (j.ID - 3000) * 10 + k.n, j.ID, t.name, t.hours
     FROM RepairJobs j JOIN N k ON k.n <= j.ID % 3 JOIN TaskKinds t ON t.n = (j.ID + k.n * 3) % 8;
@@ -381,8 +386,8 @@ INSERT INTO JobPictures(job, moment)
 
 CREATE VIEW TaskSums AS
     SELECT t.ID, t.job, t.name, t.hours, t.hours * s.hourlyRate AS labour,
-        (SELECT ifnull(sum(p.price * u.quantity), 0) FROM TaskParts u JOIN Parts p ON p.ID = u.part WHERE u.task = t.ID)
-            AS parts
+        (SELECT ifnull(sum(p.price * u.quantity), 0) FROM TaskParts u JOIN Parts p ON p.ID = u.part
+         WHERE u.task = t.ID) AS parts
     FROM Tasks t, Shop s;
 CREATE VIEW JobSums AS
     SELECT j.ID, c.name AS customer, j.customer AS customerID, j.bicycle, j.mechanic, j.taken, j.status, j.paid,
@@ -408,8 +413,8 @@ CREATE TABLE Receipts(ID INTEGER PRIMARY KEY, day TEXT, section INTEGER REFERENC
 CREATE TABLE ReceiptLines(ID INTEGER PRIMARY KEY, receipt INTEGER REFERENCES Receipts(ID), what TEXT,
     goods INTEGER REFERENCES Goods(ID), quantity INTEGER, amount REAL);
 INSERT INTO Receipts
-    SELECT 5000 + (109 - k.n) * 3 + c.ID, date(s.today, '-' || CASE WHEN k.n < 10 THEN k.n ELSE 10 + (k.n - 10) * 8 END
-        || ' days'), c.ID,
+    SELECT 5000 + (109 - k.n) * 3 + c.ID,
+        date(s.today, '-' || CASE WHEN k.n < 10 THEN k.n ELSE 10 + (k.n - 10) * 8 END || ' days'), c.ID,
         CASE (k.n + c.ID) % 3 WHEN 0 THEN 'Cash' WHEN 1 THEN 'Card' ELSE 'Voucher' END
     FROM N k, Shop s, Sections c WHERE k.n < 110 ORDER BY 1;
 INSERT INTO ReceiptLines(receipt, what, quantity, amount)
@@ -434,14 +439,15 @@ CREATE TABLE TillBook(day TEXT PRIMARY KEY, receipts INTEGER, amount REAL);
 INSERT INTO TillBook
     SELECT day, count(DISTINCT receipt), sum(amount) FROM Takings WHERE day < (SELECT today FROM Shop) GROUP BY day;
 
-CREATE TABLE Invoices(ID INTEGER PRIMARY KEY, customer INTEGER REFERENCES Customers(ID), day TEXT, due TEXT, status TEXT,
-    paid REAL);
-CREATE TABLE InvoiceLines(ID INTEGER PRIMARY KEY, invoice INTEGER REFERENCES Invoices(ID), item TEXT, quantity INTEGER,
-    price REAL);
+CREATE TABLE Invoices(ID INTEGER PRIMARY KEY, customer INTEGER REFERENCES Customers(ID), day TEXT, due TEXT,
+    status TEXT, paid REAL);
+CREATE TABLE InvoiceLines(ID INTEGER PRIMARY KEY, invoice INTEGER REFERENCES Invoices(ID), item TEXT,
+    quantity INTEGER, price REAL);
 CREATE TABLE Reminders(ID INTEGER PRIMARY KEY, invoice INTEGER REFERENCES Invoices(ID), day TEXT);
 INSERT INTO Invoices
     SELECT 7000 + k.n, 1 + (k.n * 13) % 60, date(s.today, '-' || ((21 - k.n) * 8) || ' days'),
-        date(s.today, '-' || ((21 - k.n) * 8) || ' days', '+14 days'), CASE WHEN k.n % 2 = 0 THEN 'PAID' ELSE 'UNPAID' END, 0
+        date(s.today, '-' || ((21 - k.n) * 8) || ' days', '+14 days'),
+        CASE WHEN k.n % 2 = 0 THEN 'PAID' ELSE 'UNPAID' END, 0
     FROM N k, Shop s WHERE k.n BETWEEN 1 AND 20;
 INSERT INTO InvoiceLines(invoice, item, quantity, price)
     SELECT i.ID, CASE k.n WHEN 0 THEN 'Hire, days' ELSE 'Extras' END, 2 + (i.ID + k.n) % 6,
@@ -502,9 +508,11 @@ CREATE VIEW spG_BikesOfType AS
     WHERE b.type = Given.parameter AND n.inFleet ORDER BY b.ID;
 
 CREATE VIEW spG_RepairJobs AS
-    SELECT j.ID, j.customer || ': ' || j.bicycle AS Job FROM JobSums j, Given WHERE j.status = Given.constant ORDER BY j.taken;
+    SELECT j.ID, j.customer || ': ' || j.bicycle AS Job FROM JobSums j, Given WHERE j.status = Given.constant
+    ORDER BY j.taken;
 
-CREATE VIEW spG_TasksOfJob AS SELECT t.ID, t.name AS Task FROM Tasks t, Given WHERE t.job = Given.parameter ORDER BY t.ID;
+CREATE VIEW spG_TasksOfJob AS
+    SELECT t.ID, t.name AS Task FROM Tasks t, Given WHERE t.job = Given.parameter ORDER BY t.ID;
 
 CREATE VIEW spG_Mechanics AS SELECT code AS ID, name AS Mechanic FROM Employees WHERE code IS NOT NULL ORDER BY name;
 
@@ -530,7 +538,8 @@ CREATE VIEW spG_Initials AS
     SELECT DISTINCT unicode(name) AS ID, substr(name, 1, 1) AS Initial FROM Customers ORDER BY 1;
 
 CREATE VIEW spG_CustomersByInitial AS
-    SELECT c.ID, c.name AS Customer FROM Customers c, Given WHERE substr(c.name, 1, 1) = Given.parameter ORDER BY c.name;
+    SELECT c.ID, c.name AS Customer FROM Customers c, Given WHERE substr(c.name, 1, 1) = Given.parameter
+    ORDER BY c.name;
 
 CREATE VIEW spG_HiresOfCustomer AS
     SELECT h.ID, h.taken || ' to ' || h.due AS Hire FROM Hires h, Given WHERE h.customer = Given.parameter
@@ -555,7 +564,8 @@ CREATE VIEW spG_DaysOfMonth AS
     WHERE strftime('%Y%m', day) = CAST(Given.parameter AS TEXT) ORDER BY 1;
 
 CREATE VIEW spG_Invoices AS
-    SELECT i.ID, i.customer || ', ' || i.day AS Invoice FROM InvoiceSums i, Given WHERE i.status = Given.constant ORDER BY i.day;
+    SELECT i.ID, i.customer || ', ' || i.day AS Invoice FROM InvoiceSums i, Given WHERE i.status = Given.constant
+    ORDER BY i.day;
 
 CREATE VIEW spG_StaffBelow AS
     SELECT e.ID, e.name AS Name FROM Employees e, GivenKey g WHERE e.boss = g.ID ORDER BY e.name;
@@ -602,7 +612,8 @@ CREATE VIEW spW_HiresGoingOut AS
     FROM HireSums h, GivenDay g WHERE h.taken = g.day ORDER BY h.hour, h.ID;
 
 CREATE VIEW spW_HireHead AS
-    SELECT h.ID, h.customer AS Customer, h.taken AS "Goes out", h.due AS "Due back", h.status AS Status, h.deposit AS Deposit
+    SELECT h.ID, h.customer AS Customer, h.taken AS "Goes out", h.due AS "Due back", h.status AS Status,
+        h.deposit AS Deposit
     FROM HireSums h, Given WHERE h.ID = Given.parameter;
 
 CREATE VIEW spW_HireLines AS
@@ -635,14 +646,16 @@ CREATE VIEW spW_HireCustomer AS
     FROM Hires h JOIN Customers c ON c.ID = h.customer, Given WHERE h.ID = Given.parameter;
 
 CREATE VIEW spW_LateCharges AS
-    SELECT l.ID, l.day AS Day, l.amount AS Charge FROM LateCharges l, Given WHERE l.hire = Given.parameter ORDER BY l.day;
+    SELECT l.ID, l.day AS Day, l.amount AS Charge FROM LateCharges l, Given WHERE l.hire = Given.parameter
+    ORDER BY l.day;
 
 CREATE VIEW spW_BikesPerType AS
     SELECT t.ID, t.name AS Type, count(*) AS Bicycles, sum(b.price) AS "Value when new"
     FROM BikeTypes t JOIN Bicycles b ON b.type = t.ID WHERE b.salePrice IS NULL GROUP BY t.ID ORDER BY t.name;
 
 CREATE VIEW spW_TypeHead AS
-    SELECT t.ID, t.name AS Type, y.name AS Style, t.gears AS Gears, t.price AS "Price when new", y.dayRate AS "Rate a day"
+    SELECT t.ID, t.name AS Type, y.name AS Style, t.gears AS Gears, t.price AS "Price when new",
+        y.dayRate AS "Rate a day"
     FROM BikeTypes t JOIN Styles y ON y.ID = t.style, Given WHERE t.ID = Given.parameter;
 
 CREATE VIEW spW_TypePictures AS
@@ -691,19 +704,22 @@ CREATE VIEW spW_CafeVouchers AS
 -- The workshop -----------------------------------------------------------------------------------------------------
 
 CREATE VIEW spW_Notices AS
-    SELECT b.ID, b.place AS Board, b.notice AS Notice, b.putUp AS "Put up" FROM Boards b, Given WHERE b.ID = Given.constant;
+    SELECT b.ID, b.place AS Board, b.notice AS Notice, b.putUp AS "Put up"
+    FROM Boards b, Given WHERE b.ID = Given.constant;
 
 CREATE VIEW spW_JobsByWeekday AS
-    SELECT CAST(strftime('%w', taken) AS INTEGER) AS ID, substr('SunMonTueWedThuFriSat', 3 * strftime('%w', taken) + 1, 3)
-        AS Weekday, count(*) AS Jobs
+    SELECT CAST(strftime('%w', taken) AS INTEGER) AS ID,
+        substr('SunMonTueWedThuFriSat', 3 * strftime('%w', taken) + 1, 3) AS Weekday, count(*) AS Jobs
     FROM RepairJobs GROUP BY 1 ORDER BY 1;
 
 CREATE VIEW spW_RepairJobs AS
-    SELECT j.ID, j.customer AS Customer, j.bicycle AS Bicycle, j.taken AS "Taken in", j.labour AS Labour, j.parts AS Parts
+    SELECT j.ID, j.customer AS Customer, j.bicycle AS Bicycle, j.taken AS "Taken in", j.labour AS Labour,
+        j.parts AS Parts
     FROM JobSums j, Given WHERE j.status = Given.constant ORDER BY j.taken;
 
 CREATE VIEW spW_JobHead AS
-    SELECT j.ID, j.customer AS Customer, j.bicycle AS Bicycle, e.name AS Mechanic, j.taken AS "Taken in", j.status AS Status
+    SELECT j.ID, j.customer AS Customer, j.bicycle AS Bicycle, e.name AS Mechanic, j.taken AS "Taken in",
+        j.status AS Status
     FROM JobSums j JOIN Employees e ON e.code = j.mechanic, Given WHERE j.ID = Given.parameter;
 
 CREATE VIEW spW_JobCosts AS
@@ -724,7 +740,8 @@ CREATE TRIGGER spW_ClosePaidJobs AFTER UPDATE OF run ON Given WHEN NEW.run = 'sp
 END;
 
 CREATE VIEW spW_JobTasksShaped AS
-    SELECT t.ID, t.name AS Task, t.hours AS Hours, p.name AS Part, u.quantity AS Quantity, p.price * u.quantity AS Cost
+    SELECT t.ID, t.name AS Task, t.hours AS Hours, p.name AS Part, u.quantity AS Quantity,
+        p.price * u.quantity AS Cost
     FROM Tasks t JOIN TaskParts u ON u.task = t.ID JOIN Parts p ON p.ID = u.part, Given
     WHERE t.job = Given.parameter ORDER BY t.ID, u.ID;
 
@@ -840,11 +857,12 @@ CREATE VIEW spW_OrdersCrossTab AS
     FROM Orders o JOIN OrderLines l ON l.purchase = o.ID GROUP BY o.supplier;
 
 CREATE VIEW spW_SupplierHead AS
-    SELECT s.ID, s.name AS Supplier, s.town AS Town, s.phone AS Phone FROM Suppliers s, Given WHERE s.ID = Given.parameter;
+    SELECT s.ID, s.name AS Supplier, s.town AS Town, s.phone AS Phone
+    FROM Suppliers s, Given WHERE s.ID = Given.parameter;
 
 CREATE VIEW spW_OrdersShaped AS
-    SELECT o.ID, o.day AS Ordered, CASE WHEN o.paid THEN 'Yes' ELSE 'No' END AS Paid, p.name AS Part, l.quantity AS Quantity,
-        l.quantity * l.price AS Amount
+    SELECT o.ID, o.day AS Ordered, CASE WHEN o.paid THEN 'Yes' ELSE 'No' END AS Paid, p.name AS Part,
+        l.quantity AS Quantity, l.quantity * l.price AS Amount
     FROM Orders o JOIN OrderLines l ON l.purchase = o.ID JOIN Parts p ON p.ID = l.part, Given
     WHERE o.supplier = Given.parameter ORDER BY o.day DESC, l.ID;
 
@@ -858,20 +876,24 @@ CREATE TRIGGER spW_SetReorder AFTER UPDATE OF run ON Given WHEN NEW.run = 'spW_S
 END;
 
 CREATE VIEW spW_PartsToReorder AS
-    SELECT p.ID, p.name AS Part, s.name AS Supplier, p.stock AS "In stock", p.minimum AS Minimum, p.toOrder AS "To order"
+    SELECT p.ID, p.name AS Part, s.name AS Supplier, p.stock AS "In stock", p.minimum AS Minimum,
+        p.toOrder AS "To order"
     FROM Parts p JOIN Suppliers s ON s.ID = p.supplier WHERE p.stock < p.minimum ORDER BY s.name, p.name;
 
 CREATE VIEW spW_StockByShelf AS
-    SELECT shelf AS ID, room || ' ' || shelf AS Shelf, sum(stock) AS Pieces, sum(value) AS Value FROM Stored GROUP BY shelf;
+    SELECT shelf AS ID, room || ' ' || shelf AS Shelf, sum(stock) AS Pieces, sum(value) AS Value
+    FROM Stored GROUP BY shelf;
 
 -- The customers ----------------------------------------------------------------------------------------------------
 
 CREATE VIEW spW_CustomerFigures AS
-    SELECT 1 AS ID, count(*) AS Customers, count(club) AS "In a club or company", (SELECT count(*) FROM Hires) AS Hires
+    SELECT 1 AS ID, count(*) AS Customers, count(club) AS "In a club or company",
+        (SELECT count(*) FROM Hires) AS Hires
     FROM Customers;
 
 CREATE VIEW spW_CustomersPerInitial AS
-    SELECT unicode(name) AS ID, substr(name, 1, 1) AS Initial, count(*) AS Customers FROM Customers GROUP BY 1 ORDER BY 1;
+    SELECT unicode(name) AS ID, substr(name, 1, 1) AS Initial, count(*) AS Customers FROM Customers GROUP BY 1
+    ORDER BY 1;
 
 CREATE VIEW spW_CustomersByInitial AS
     SELECT c.ID, c.name AS Customer, c.since AS Since, count(h.ID) AS Hires, sum(h.charge) AS Charges
@@ -888,11 +910,13 @@ CREATE VIEW spW_HiresOfCustomer AS
 
 CREATE VIEW spW_CustomerJobsShaped AS
     SELECT j.ID, j.bicycle AS Bicycle, j.taken AS "Taken in", t.name AS Task, t.hours AS Hours
-    FROM RepairJobs j JOIN Tasks t ON t.job = j.ID, Given WHERE j.customer = Given.parameter ORDER BY j.taken DESC, t.ID;
+    FROM RepairJobs j JOIN Tasks t ON t.job = j.ID, Given WHERE j.customer = Given.parameter
+    ORDER BY j.taken DESC, t.ID;
 
 CREATE VIEW spW_ClubDiscounts AS
     SELECT b.ID, b.name AS Club, count(h.ID) AS Hires, round(sum(h.charge) * b.discount / 100, 2) AS Discount
-    FROM Clubs b JOIN Customers c ON c.club = b.ID JOIN HireSums h ON h.customerID = c.ID GROUP BY b.ID ORDER BY b.name;
+    FROM Clubs b JOIN Customers c ON c.club = b.ID JOIN HireSums h ON h.customerID = c.ID GROUP BY b.ID
+    ORDER BY b.name;
 
 CREATE VIEW spW_ClubHead AS
     SELECT b.ID, b.name AS Club, b.contact AS Contact, b.discount || ' %' AS Discount, b.since AS Since
@@ -921,11 +945,13 @@ CREATE VIEW spW_TakingsByMonth AS
 
 CREATE VIEW spW_TakingsCrossTab AS
     SELECT strftime('%Y', day) AS ID, sum(CASE section WHEN 1 THEN amount ELSE 0 END) AS Hire,
-        sum(CASE section WHEN 2 THEN amount ELSE 0 END) AS Repairs, sum(CASE section WHEN 3 THEN amount ELSE 0 END) AS Sales
+        sum(CASE section WHEN 2 THEN amount ELSE 0 END) AS Repairs,
+        sum(CASE section WHEN 3 THEN amount ELSE 0 END) AS Sales
     FROM Takings GROUP BY 1 ORDER BY 1;
 
 CREATE VIEW spW_TakingsOfYear AS
-    SELECT strftime('%Y%m', t.day) AS ID, m.name AS Month, sum(CASE t.section WHEN 1 THEN t.amount ELSE 0 END) AS Hire,
+    SELECT strftime('%Y%m', t.day) AS ID, m.name AS Month,
+        sum(CASE t.section WHEN 1 THEN t.amount ELSE 0 END) AS Hire,
         sum(CASE t.section WHEN 2 THEN t.amount ELSE 0 END) AS Repairs,
         sum(CASE t.section WHEN 3 THEN t.amount ELSE 0 END) AS Sales
     FROM Takings t JOIN Months m ON m.number = strftime('%m', t.day), Given
@@ -933,7 +959,8 @@ CREATE VIEW spW_TakingsOfYear AS
 
 CREATE VIEW spW_TakingsOfMonth AS
     SELECT strftime('%Y%m%d', day) AS ID, day AS Day, sum(CASE section WHEN 1 THEN amount ELSE 0 END) AS Hire,
-        sum(CASE section WHEN 2 THEN amount ELSE 0 END) AS Repairs, sum(CASE section WHEN 3 THEN amount ELSE 0 END) AS Sales
+        sum(CASE section WHEN 2 THEN amount ELSE 0 END) AS Repairs,
+        sum(CASE section WHEN 3 THEN amount ELSE 0 END) AS Sales
     FROM Takings, Given WHERE strftime('%Y%m', day) = CAST(Given.parameter AS TEXT) GROUP BY 1 ORDER BY 1;
 
 CREATE VIEW spW_ReceiptsShaped AS
@@ -981,7 +1008,8 @@ CREATE VIEW spW_ProfitBySection AS
 
 CREATE TRIGGER spW_CloseDay AFTER UPDATE OF run ON Given WHEN NEW.run = 'spW_CloseDay' BEGIN
     INSERT OR REPLACE INTO TillBook
-        SELECT t.day, count(DISTINCT t.receipt), sum(t.amount) FROM Takings t JOIN GivenDay g ON g.day = t.day GROUP BY t.day;
+        SELECT t.day, count(DISTINCT t.receipt), sum(t.amount)
+        FROM Takings t JOIN GivenDay g ON g.day = t.day GROUP BY t.day;
 END;
 
 CREATE VIEW spW_TillCount AS
@@ -1026,8 +1054,8 @@ CREATE VIEW spW_CertificatesShaped AS
 
 -- The two tables of the wizard, for its files ----------------------------------------------------------------------
 
-CREATE TABLE XST1(ID INTEGER PRIMARY KEY, descriptionIs TEXT, typeIs TEXT, parentIs INTEGER, queryIs TEXT, parmIs TEXT,
-    iconIs TEXT, roleIs TEXT);
+CREATE TABLE XST1(ID INTEGER PRIMARY KEY, descriptionIs TEXT, typeIs TEXT, parentIs INTEGER, queryIs TEXT,
+    parmIs TEXT, iconIs TEXT, roleIs TEXT);
 CREATE TABLE XST2(ID INTEGER PRIMARY KEY, XST1 INTEGER, seqNo INTEGER, titleIs TEXT, queryIs TEXT, parmIs TEXT,
     typeIs TEXT, formIs INTEGER, colsAre TEXT, extra TEXT);
 

@@ -20,11 +20,36 @@ std::string sample(const std::string& name) {
 
 // Texts on which an import could stumble. `bytes` are texts of many bytes.
 std::vector<Text> hardTexts(const std::vector<std::string>& bytes) {
-    std::vector<Text> texts = {"",         " ",      "  two blanks on each side  ", "\t",     "NULL",  "\\N",
-                               "\\.",      "\\",     "007",                         "1e5",    "0x1F",  "'",
-                               "it''s",    ";",      "-- no comment",               "|",      "%s",    "{1}",
-                               "$1",       "E'\\n'", "=1+1",                        "#",      "TRUE",  "2026-03-05",
-                               "a\x1A" "b", "\x7F",   "\xEF\xBB\xBF",                "\xC3\xA9", "Caf\xE9"};
+    std::vector<Text> texts = {"",
+                               " ",
+                               "  two blanks on each side  ",
+                               "\t",
+                               "NULL",
+                               "\\N",
+                               "\\.",
+                               "\\",
+                               "007",
+                               "1e5",
+                               "0x1F",
+                               "'",
+                               "it''s",
+                               ";",
+                               "-- no comment",
+                               "|",
+                               "%s",
+                               "{1}",
+                               "$1",
+                               "E'\\n'",
+                               "=1+1",
+                               "#",
+                               "TRUE",
+                               "2026-03-05",
+                               "a\x1A"
+                               "b",
+                               "\x7F",
+                               "\xEF\xBB\xBF",
+                               "\xC3\xA9",
+                               "Caf\xE9"};
     for (const auto& text : bytes) texts.emplace_back(text);
     texts.emplace_back(std::string(20'000, 'x') + "\xE9");
     return texts;
@@ -50,8 +75,10 @@ void fillWebs(clsWebSchemes& webs, const std::vector<Text>& texts) {
     const auto at = [&texts](std::size_t i) { return texts[i % texts.size()]; };
     for (std::size_t i = 0; i < texts.size(); ++i) {
         const auto n = static_cast<std::int32_t>(i);
-        auto paragraph = makeParagraph(i % 3 == 0 ? n : i % 3 == 1 ? most - n : least + n, i % 2 == 0 ? least : most,
-                                       i % 2 == 0 ? most - n : -n, at(i));
+        auto paragraph = makeParagraph(i % 3 == 0   ? n
+                                       : i % 3 == 1 ? most - n
+                                                    : least + n,
+                                       i % 2 == 0 ? least : most, i % 2 == 0 ? most - n : -n, at(i));
         paragraph->queryIs = at(i + 1);
         paragraph->parmIs = at(i + 2);
         paragraph->typeIs = at(i + 3);
@@ -112,9 +139,9 @@ struct Column {
     bool isNumber;
 };
 using Columns = std::vector<Column>;
-const Columns xst1 = {{"ID", true},      {"descriptionIs", false}, {"typeIs", false}, {"parentIs", true},
-                      {"queryIs", false}, {"parmIs", false},       {"iconIs", false}, {"roleIs", false}};
-const Columns xst2 = {{"ID", true},      {"XST1", true},   {"seqNo", true},  {"titleIs", false}, {"queryIs", false},
+const Columns xst1 = {{"ID", true},       {"descriptionIs", false}, {"typeIs", false}, {"parentIs", true},
+                      {"queryIs", false}, {"parmIs", false},        {"iconIs", false}, {"roleIs", false}};
+const Columns xst2 = {{"ID", true},      {"XST1", true},    {"seqNo", true},  {"titleIs", false}, {"queryIs", false},
                       {"parmIs", false}, {"typeIs", false}, {"formIs", true}, {"colsAre", false}, {"extra", false}};
 
 // --- SQLite ---
@@ -175,10 +202,12 @@ class ImportIntoSqlite : public Import {
 
 // The names are quoted, since without quotes they would lose their capital letters.
 const std::string postgresTables =
-    "CREATE TABLE \"XST1\" (\"ID\" integer PRIMARY KEY, \"descriptionIs\" text, \"typeIs\" text, \"parentIs\" integer,\n"
+    "CREATE TABLE \"XST1\" (\"ID\" integer PRIMARY KEY, \"descriptionIs\" text, \"typeIs\" text, \"parentIs\" "
+    "integer,\n"
     "    \"queryIs\" text, \"parmIs\" text, \"iconIs\" text, \"roleIs\" text);\n"
     "CREATE TABLE \"XST2\" (\"ID\" integer PRIMARY KEY, \"XST1\" integer, \"seqNo\" integer, \"titleIs\" text,\n"
-    "    \"queryIs\" text, \"parmIs\" text, \"typeIs\" text, \"formIs\" integer, \"colsAre\" text, \"extra\" text);\n";
+    "    \"queryIs\" text, \"parmIs\" text, \"typeIs\" text, \"formIs\" integer, \"colsAre\" text, \"extra\" "
+    "text);\n";
 
 std::string postgresImport(const std::string& file, const std::string& table) {
     return "\\copy \"" + table + "\" FROM '" + file + "' WITH (FORMAT csv, HEADER, ENCODING 'WIN1252')\n";
@@ -188,7 +217,8 @@ std::string postgresRows(const std::string& table, const Columns& columns) {
     std::string select;
     for (const auto& [name, isNumber] : columns) {
         const auto quoted = "\"" + name + "\"";
-        const auto text = isNumber ? quoted + "::text" : "upper(encode(convert_to(" + quoted + ", 'WIN1252'), 'hex'))";
+        const auto text =
+            isNumber ? quoted + "::text" : "upper(encode(convert_to(" + quoted + ", 'WIN1252'), 'hex'))";
         select += (select.empty() ? "SELECT " : ", ") + ("coalesce(" + text + ", 'null')");
     }
     return select + " FROM \"" + table + "\";\n";
@@ -203,7 +233,8 @@ class ImportIntoPostgreSQL : public Import {
 
     void SetUp() override {
         if (!server) GTEST_SKIP() << "PostgreSQL is not installed";
-        server->run("SET client_min_messages = warning;\nDROP TABLE IF EXISTS \"XST1\", \"XST2\";\n" + postgresTables);
+        server->run("SET client_min_messages = warning;\nDROP TABLE IF EXISTS \"XST1\", \"XST2\";\n" +
+                    postgresTables);
     }
     void expect(const std::string& navFile, const std::string& webFile, const clsNavSchemes& navs) {
         server->run(postgresImport(navFile, "XST1") + postgresImport(webFile, "XST2"));
@@ -296,7 +327,8 @@ TEST_F(ImportIntoPostgreSQL, KeepsTheSamplesBeforeAndAfterTheyAreSaved) {
     clsNavSchemes navs;
     loadSamples(navs);
     expect(sample("XST1.txt"), sample("XST2.txt"), navs);
-    EXPECT_EQ(server->run("SELECT \"descriptionIs\" FROM \"XST1\" WHERE \"ID\" = 18;"), "Caf\xC3\xA9 stop vouchers\n");
+    EXPECT_EQ(server->run("SELECT \"descriptionIs\" FROM \"XST1\" WHERE \"ID\" = 18;"),
+              "Caf\xC3\xA9 stop vouchers\n");
 
     server->run("TRUNCATE \"XST1\", \"XST2\";");
     const auto navFile = (folder / "XST1.txt").string();
@@ -314,11 +346,13 @@ TEST_F(ImportIntoPostgreSQL, RefusesAFileWithAnIDThatIsThere) {
     EXPECT_EQ(server->run("SELECT count(*) FROM \"XST1\";"), "70\n");
 }
 
-// PostgreSQL converts every text, and these bytes have no character: it refuses the whole file and takes no line of it.
+// PostgreSQL converts every text, and these bytes have no character: it refuses the whole file and takes no line of
+// it.
 TEST_F(ImportIntoPostgreSQL, RefusesBytesThatAreNoCharacters) {
     for (const char byte : withoutCharacter) {
         auto name = hex(std::string(1, byte));
-        std::ranges::transform(name, name.begin(), [](char c) { return c >= 'A' ? static_cast<char>(c - 'A' + 'a') : c; });
+        std::ranges::transform(name, name.begin(),
+                               [](char c) { return c >= 'A' ? static_cast<char>(c - 'A' + 'a') : c; });
         const auto refused = server->tryOut(postgresImport(fileWith(byte), "XST1"));
         EXPECT_NE(refused.code, 0) << name;
         EXPECT_NE(refused.err.find("character with byte sequence 0x" + name +

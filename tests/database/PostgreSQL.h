@@ -7,8 +7,8 @@
 #include "tests/database/Process.h"
 #include "tests/model/Helpers.h"
 
-/// A server of PostgreSQL of our own, with its data in a new folder. Nobody else can reach it: it listens to a socket in
-/// that folder and to no port. The server ends and the folder goes with this object.
+/// A server of PostgreSQL of our own, with its data in a new folder. Nobody else can reach it: it listens to a socket
+/// in that folder and to no port. The server ends and the folder goes with this object.
 class PostgreSQL {
   public:
     /// The folder of the server's programs; empty where it is not installed.
