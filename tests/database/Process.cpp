@@ -3,7 +3,6 @@
 #include <fcntl.h>
 #include <grp.h>
 #include <pwd.h>
-#include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #ifdef __linux__
@@ -12,6 +11,7 @@
 
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <sstream>
 #include <thread>
@@ -105,6 +105,6 @@ bool isInstalled(const std::string& program) {
     const char* path = std::getenv("PATH");
     std::istringstream folders(path != nullptr ? path : "");
     for (std::string folder; std::getline(folders, folder, ':');)
-        if (access((folder + "/" + program).c_str(), X_OK) == 0) return true;
+        if (access((std::filesystem::path(folder) / program).c_str(), X_OK) == 0) return true;
     return false;
 }
