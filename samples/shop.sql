@@ -462,6 +462,11 @@ CREATE VIEW InvoiceSums AS
     SELECT i.ID, c.name AS customer, i.day, i.due, i.status, i.paid, sum(l.quantity * l.price) AS amount
     FROM Invoices i JOIN Customers c ON c.ID = i.customer JOIN InvoiceLines l ON l.invoice = i.ID GROUP BY i.ID;
 
+CREATE INDEX LinesOfHire ON HireLines(hire);
+CREATE INDEX LinesOfReceipt ON ReceiptLines(receipt);
+CREATE INDEX TasksOfJob ON Tasks(job);
+CREATE INDEX PartsOfTask ON TaskParts(task);
+
 DROP TABLE N;
 
 -- What queries share -----------------------------------------------------------------------------------------------
@@ -718,9 +723,10 @@ CREATE VIEW spW_RepairJobs AS
     FROM JobSums j, Given WHERE j.status = Given.constant ORDER BY j.taken;
 
 CREATE VIEW spW_JobHead AS
-    SELECT j.ID, j.customer AS Customer, j.bicycle AS Bicycle, e.name AS Mechanic, j.taken AS "Taken in",
+    SELECT j.ID, c.name AS Customer, j.bicycle AS Bicycle, e.name AS Mechanic, j.taken AS "Taken in",
         j.status AS Status
-    FROM JobSums j JOIN Employees e ON e.code = j.mechanic, Given WHERE j.ID = Given.parameter;
+    FROM RepairJobs j JOIN Customers c ON c.ID = j.customer JOIN Employees e ON e.code = j.mechanic, Given
+    WHERE j.ID = Given.parameter;
 
 CREATE VIEW spW_JobCosts AS
     SELECT t.ID, t.name AS Task, t.hours AS Hours, t.labour AS Labour, t.parts AS Parts

@@ -363,7 +363,7 @@ class Demonstration : public testing::Test {
     }
 };
 
-/// Once on the day of the test, and on days at the ends of a month, a year, a week and February.
+/// Once on the day of the test, on the first day of a year, and on the last of a long February.
 class DemonstrationOn : public Demonstration, public testing::WithParamInterface<std::string> {};
 
 }  // namespace
@@ -405,7 +405,7 @@ TEST_P(DemonstrationOn, EveryQueryGivesWhatTheListsAskFor) {
         EXPECT_EQ(withRows.contains(name), !actions.contains(name)) << name << " finds nothing for any key";
 }
 
-INSTANTIATE_TEST_SUITE_P(Days, DemonstrationOn, testing::Values("", "2026-01-01", "2024-02-29", "2025-12-31"),
+INSTANTIATE_TEST_SUITE_P(Days, DemonstrationOn, testing::Values("", "2026-01-01", "2024-02-29"),
                          [](const testing::TestParamInfo<std::string>& day) {
                              auto name = day.param.empty() ? std::string("Today") : day.param;
                              std::erase(name, '-');
