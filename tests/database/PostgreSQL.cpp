@@ -55,7 +55,7 @@ Finished PostgreSQL::tryOut(const std::string& script) const {
     // -X: the file of the user's own settings is not read.
     return ::run({(programs() / "psql").string(), "-X", "-q", "-A", "-t", "-v", "ON_ERROR_STOP=1", "-h",
                   (folder_ / "server").string(), "-U", "wizard", "-d", "postgres"},
-                 script);
+                 "SET client_encoding = 'UTF8';\n" + script);
 }
 
 std::string PostgreSQL::run(const std::string& script) const {
