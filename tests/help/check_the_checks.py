@@ -5,7 +5,8 @@ import shutil
 import sys
 import tempfile
 
-import check_pages
+sys.dont_write_bytecode = True  # nothing is left behind in the source tree
+import check_pages  # noqa: E402
 
 SOURCES = ["analysis/NavRules.cpp", "analysis/WebRules.cpp", "model/clsNavSchemes_Fuse.cpp", "shell/fMain.cpp",
            "shell/fMain_Edit.cpp", "shell/FileDialogs.cpp", "shell/HelpFile.cpp", "forms/fNav.cpp", "forms/fWeb.cpp",
