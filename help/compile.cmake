@@ -64,6 +64,7 @@ list(SORT index CASE INSENSITIVE)
 string(JOIN "" index ${index})
 
 file(WRITE ${WORK}/Pelmo.hhc "${contents}")
+# No binary index: of the one that chmcmd makes, xchm shows halves of words.
 file(WRITE ${WORK}/Pelmo.hhk "<HTML><BODY>\n<UL>\n${index}</UL>\n</BODY></HTML>\n")
 file(WRITE ${WORK}/Pelmo.hhp "[OPTIONS]
 Compatibility=1.1 or later
@@ -74,6 +75,7 @@ Default topic=${start}
 Title=Reporting Scheme Wizard for Pelmo
 Language=0x0409 English (United States)
 Full-text search=Yes
+Binary Index=No
 
 [FILES]
 ${files}")

@@ -62,6 +62,8 @@ file(READ ${WORK}/work/Pelmo.hhp project)
 find_program(CHMLS NAMES chmls chmls-3.2.2)
 if(CHMLS)
   execute_process(COMMAND ${CHMLS} list ${WORK}/Pelmo.chm OUTPUT_VARIABLE listed ERROR_QUIET)
+  expect("listed MATCHES \" /Pelmo.hhk\\n\"")
+  expect("NOT listed MATCHES \"KeywordLinks\"") # a binary index
 endif()
 file(GLOB files RELATIVE ${root}/help ${root}/help/*.html ${root}/help/*.css ${root}/help/pictures/*.png)
 foreach(file IN LISTS files)
