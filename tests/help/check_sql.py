@@ -1,0 +1,86 @@
+#!/usr/bin/env python3
+"""Runs the commands of the help's SQLite pages on the files that they are written for, and checks that the queries
+named in the pages are those of the samples or of the tutorial."""
+import csv
+import html
+import pathlib
+import re
+import sqlite3
+import sys
+
+root = pathlib.Path(__file__).parents[2]
+faults = []
+
+
+def expect(found, wanted, what):
+    if found != wanted:
+        faults.append(f"{what}: {found!r} instead of {wanted!r}")
+
+
+def text_of(page):
+    return html.unescape((root / "help" / page).read_text())
+
+
+def examples(page):
+    return re.findall(r"<pre>(.*?)</pre>", text_of(page), flags=re.S)
+
+
+def run(database, commands, files):
+    """Runs statements and .import lines; returns the rows of each SELECT."""
+    results = []
+    for command in re.findall(r"^\.import.*$|[^;.][^;]*;", commands.strip(), flags=re.M):
+        imported = re.fullmatch(r"\.import --csv --skip 1 (\S+) (\w+)", command.strip())
+        if imported:
+            rows = list(csv.reader(files[imported[1]].splitlines()))[1:]
+            places = ",".join("?" * len(rows[0]))
+            database.executemany(f"INSERT INTO {imported[2]} VALUES ({places})", rows)
+        else:
+            rows = database.execute(command).fetchall()
+            if command.strip().startswith("SELECT"):
+                results.append(rows)
+    return results
+
+
+# The tutorial: its two files give seven nodes and four paragraphs, and its view lists the readers.
+nodes, paragraphs = examples("tutorial-save.html")
+tables, look, view = examples("tutorial-import.html")
+database = sqlite3.connect(":memory:")
+run(database, tables, {"XST1.txt": nodes, "XST2.txt": paragraphs})
+in_xst1, in_xst2 = run(database, look, {})
+expect((len(in_xst1), len(in_xst2)), (7, 4), "rows of the tutorial")
+expect("Seven rows and four rows" in text_of("tutorial-import.html"), True, "the tutorial says so")
+expect(in_xst1[6], (7, "Subjects", "R", 6, "spG_SubjectsBelow", "Lkey", "leaf", ""), "last node of the tutorial")
+expect(run(database, view, {}), [[(1, "Amin"), (2, "Berger"), (3, "Castro")]], "the first query of the tutorial")
+expect({row[1] for row in in_xst2} - {row[0] for row in in_xst1}, set(), "orphans of the tutorial")
+
+# The import of the samples.
+samples = {f"XST{number}.utf8": (root / f"samples/XST{number}.txt").read_bytes().decode("cp1252") for number in (1, 2)}
+convert, tables, check = examples("import-sqlite.html")
+database = sqlite3.connect(":memory:")
+run(database, tables, samples)
+run(database, tables, samples)  # it drops the tables that are there
+(in_xst1,), (in_xst2,), orphans = [rows and rows[0] for rows in run(database, check, {})]
+said = re.search(r"with the sample: (\d+) nodes, (\d+) paragraphs", text_of("import-sqlite.html"))
+expect((in_xst1, in_xst2), (int(said[1]), int(said[2])), "rows of the samples")
+expect(orphans, [], "orphans of the samples")
+said = re.findall(r"COPY (\d+)", text_of("import-postgresql.html"))
+expect(said, [str(in_xst1), str(in_xst2)], "what PostgreSQL answers")
+
+# Example rows "NN: query" and "node NN, query" are those of the samples.
+for page, number, query in ((page.name, *found) for page in (root / "help").glob("*.html")
+                            for found in re.findall(r"\bnode (\d+), (spG_\w+)", text_of(page.name))):
+    row = database.execute("SELECT queryIs FROM XST1 WHERE ID = ?", (number,)).fetchone()
+    expect(row and row[0].split(" ")[0], query, f"{page}, node {number}")
+
+known = " ".join(samples.values()) + nodes + paragraphs
+known += " ".join((root / path).read_text() for path in ("forms/fNav.cpp", "forms/fWeb.cpp", "analysis/ToDo.cpp"))
+named = 0
+for page in sorted((root / "help").glob("*.html")):
+    for query in set(re.findall(r"\bsp[GW]_[A-Za-z]+", text_of(page.name))):
+        named += 1
+        if query not in re.findall(r"\bsp[GW]_[A-Za-z]+", known):
+            faults.append(f"{page.name} names {query}, which neither the samples nor the tutorial have")
+expect(named > 30, True, f"{named} queries found in the pages, more than 30")
+
+print("\n".join(faults) or f"the commands work; {named} names of queries are known")
+sys.exit(1 if faults else 0)
