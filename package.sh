@@ -9,8 +9,10 @@ source packages/functions.sh
 if command -v apt-get >/dev/null; then install_packages packages/run.txt packages/package.txt; fi
 need_tools cmake cpack ninja c++ dpkg-shlibdeps file gzip rsvg-convert
 
-cmake --preset release # an earlier one may not have found rsvg-convert
 build release
+cmake --preset release # the last time it may not have found all that is installed now
+build release
+if [[ ! -f build/release/bin/Pelmo.chm ]]; then say "the packages are made without the help file, Pelmo.chm"; fi
 rm -rf build/package
 # The time of the files in the packages: that of the release, so that the same program makes the same packages.
 SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l packaging/changelog -S Timestamp)
