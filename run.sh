@@ -1,22 +1,20 @@
 #!/usr/bin/env bash
-# Builds the wizard and starts it. On Debian 12 or later it installs what is missing for that.
+# Builds the wizard and starts it. On Debian 12 or later it installs what is missing for that. Where there is no display,
+# the wizard is shown on a virtual screen, for a VNC viewer.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")"
 source packages/functions.sh
 
+virtual_screen=''
 case $OSTYPE in
     darwin* | msys* | cygwin*) ;;
-    *)
-        if [[ -z ${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-} ]]; then
-            say "there is no display: neither DISPLAY nor WAYLAND_DISPLAY is set."
-            say "The wizard needs one for its windows. Start $PWD/run.sh from a terminal of a desktop session, or over 'ssh -X'."
-            exit 1
-        fi
-        ;;
+    *) if [[ -z ${DISPLAY:-}${WAYLAND_DISPLAY:-}${QT_QPA_PLATFORM:-} ]]; then virtual_screen=yes; fi ;;
 esac
 
 if command -v apt-get >/dev/null; then
-    if [[ -z ${DISPLAY:-} && -n ${WAYLAND_DISPLAY:-} ]]; then
+    if [[ -n $virtual_screen ]]; then
+        install_packages packages/run.txt packages/screen.txt
+    elif [[ -z ${DISPLAY:-} && -n ${WAYLAND_DISPLAY:-} ]]; then
         install_packages packages/run.txt packages/wayland.txt
     else
         install_packages packages/run.txt
@@ -26,5 +24,7 @@ elif [[ ! -x build/release/bin/pelmo-wizard ]]; then
 fi
 
 need_tools cmake ninja c++
+if [[ -n $virtual_screen ]]; then need_tools Xvfb openbox x11vnc; fi
 build release
+if [[ -n $virtual_screen ]]; then exec packages/virtual_screen.sh build/release/bin/pelmo-wizard "$@"; fi
 exec build/release/bin/pelmo-wizard "$@"

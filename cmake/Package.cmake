@@ -1,0 +1,69 @@
+# SPDX-License-Identifier: MIT
+# What is installed, and what goes into the packages: a .deb, and a .tar.gz of the program's folder alone.
+# package.sh makes them; `cmake --install build/release --prefix ~/.local` installs without a package.
+set(program_folder lib/pelmo-wizard)
+set(packaging ${CMAKE_SOURCE_DIR}/packaging)
+set(made ${CMAKE_BINARY_DIR}/packaging)
+
+# The program looks for its help and its samples where it stands itself; so it has one folder for all.
+install(TARGETS pelmo-wizard DESTINATION ${program_folder})
+install(DIRECTORY ${CMAKE_SOURCE_DIR}/samples/ DESTINATION ${program_folder})
+install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Pelmo.chm DESTINATION ${program_folder} OPTIONAL)
+
+file(MAKE_DIRECTORY ${made})
+file(CREATE_LINK ../${program_folder}/pelmo-wizard ${made}/pelmo-wizard SYMBOLIC)
+install(FILES ${made}/pelmo-wizard DESTINATION bin)
+install(FILES ${packaging}/pelmo-wizard.desktop DESTINATION share/applications)
+install(FILES ${packaging}/com.example.pelmo.wizard.metainfo.xml DESTINATION share/metainfo)
+install(FILES ${packaging}/copyright DESTINATION share/doc/pelmo-wizard)
+install(FILES ${packaging}/lintian-overrides DESTINATION share/lintian/overrides RENAME pelmo-wizard)
+
+find_program(GZIP gzip)
+if(GZIP)
+  foreach(file changelog pelmo-wizard.1)
+    add_custom_command(OUTPUT ${made}/${file}.gz DEPENDS ${packaging}/${file} VERBATIM
+      COMMAND ${GZIP} -9nc ${packaging}/${file} > ${made}/${file}.gz)
+    list(APPEND made_files ${made}/${file}.gz)
+  endforeach()
+  install(FILES ${made}/changelog.gz DESTINATION share/doc/pelmo-wizard)
+  install(FILES ${made}/pelmo-wizard.1.gz DESTINATION share/man/man1)
+endif()
+
+set(icon ${CMAKE_SOURCE_DIR}/shell/images/wizard.svg)
+set(icons share/icons/hicolor)
+install(FILES ${icon} DESTINATION ${icons}/scalable/apps RENAME pelmo-wizard.svg)
+find_program(RSVG_CONVERT rsvg-convert)
+if(RSVG_CONVERT)
+  foreach(size 16 22 24 32 48 64 128 256)
+    add_custom_command(OUTPUT ${made}/${size}.png DEPENDS ${icon} VERBATIM
+      COMMAND ${RSVG_CONVERT} -w ${size} -h ${size} -o ${made}/${size}.png ${icon})
+    list(APPEND made_files ${made}/${size}.png)
+    install(FILES ${made}/${size}.png DESTINATION ${icons}/${size}x${size}/apps RENAME pelmo-wizard.png)
+  endforeach()
+endif()
+add_custom_target(package_files ALL DEPENDS ${made_files})
+
+set(CPACK_GENERATOR DEB TGZ)
+set(CPACK_PACKAGE_NAME pelmo-wizard)
+set(CPACK_PACKAGE_VENDOR "The Reporting Scheme Wizard developers")
+set(CPACK_PACKAGE_CONTACT "${CPACK_PACKAGE_VENDOR} <developers@pelmo.example.com>")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "designer of the tree and the web reports of a Pelmo database")
+set(CPACK_PACKAGE_DESCRIPTION_FILE ${packaging}/description.txt)
+set(CPACK_SYSTEM_NAME linux-${CMAKE_SYSTEM_PROCESSOR})
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS  # whatever the umask
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION database)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# No library asks for these: Arial, by its metrics; and Qt's reader of SVG images, a package of its own since Debian 13.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libqt6svg6 (<< 6.8~) | qt6-svg-plugins")
+# They show the help file.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, xchm | kchmviewer | okular-extra-backends")
+
+set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/PortableFolder.cmake)
+include(CPack)

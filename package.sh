@@ -1,0 +1,22 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Builds the wizard and makes its packages, in build/package: a .deb, and a .tar.gz of the program's folder.
+# On Debian 12 or later it installs what is missing for that.
+set -euo pipefail
+cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")"
+source packages/functions.sh
+
+if command -v apt-get >/dev/null; then install_packages packages/run.txt packages/package.txt; fi
+need_tools cmake cpack ninja c++ dpkg-shlibdeps file gzip rsvg-convert
+
+build release
+cmake --preset release # the last time it may not have found all that is installed now
+build release
+if [[ ! -f build/release/bin/Pelmo.chm ]]; then say "the packages are made without the help file, Pelmo.chm"; fi
+rm -rf build/package
+# The time of the files in the packages: that of the release, so that the same program makes the same packages.
+SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l packaging/changelog -S Timestamp)
+export SOURCE_DATE_EPOCH
+cpack --config build/release/CPackConfig.cmake -B "$PWD/build/package"
+rm -rf build/package/_CPack_Packages
+ls -l build/package
