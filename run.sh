@@ -1,9 +1,17 @@
 #!/usr/bin/env bash
 # Builds the wizard and starts it. On Debian 12 or later it installs what is missing for that. Where there is no display,
 # the wizard is shown on a virtual screen, for a VNC viewer.
+#   ./run.sh --tour      plays the main job instead, on a screen of its own, with pictures in build/tour/
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")"
 source packages/functions.sh
+
+if [[ ${1:-} == --tour ]]; then
+    if command -v apt-get >/dev/null; then install_packages packages/run.txt packages/tour.txt; fi
+    need_tools cmake ninja c++ Xvfb openbox xdotool import
+    build release
+    exec tour/tour.sh build/release/bin/pelmo-wizard
+fi
 
 virtual_screen=''
 case $OSTYPE in

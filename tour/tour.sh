@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Plays the main job from start to end in the wizard, with the mouse and the keyboard, on a screen of its own.
 #
 #     tour/tour.sh [WIZARD]
