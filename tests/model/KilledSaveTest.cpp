@@ -88,8 +88,13 @@ TEST(KilledSave, LeavesTheOldFileOrTheNewOne) {
         EXPECT_EQ(bytesOf(folder / name), "not ours");
     }
     EXPECT_EQ(std::erase(left, "XST2.txt"), 1U);
-    if (hasUnnamedFiles(folder.path()))
-        EXPECT_EQ(left, Rows());
-    else
-        EXPECT_LE(left.size(), static_cast<std::size_t>(killed)) << "at most one a kill";
+    EXPECT_LE(left.size(), static_cast<std::size_t>(killed)) << "at most one a kill";
+    // A file without a name leaves nothing while it is written. To take the place of another it needs a name for a
+    // moment, and then it is whole.
+    if (!hasUnnamedFiles(folder.path())) return;
+    EXPECT_LT(left.size(), static_cast<std::size_t>(killed) / 2) << "most kills leave nothing";
+    for (const auto& name : left) {
+        const auto now = bytesOf(folder / name);
+        EXPECT_TRUE(now == bytes[0] || now == bytes[1]) << name;
+    }
 }
