@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the wizard and starts it. On Debian 12 or later it installs what is missing for that. Where there is no display,
 # the wizard is shown on a virtual screen, for a VNC viewer.
 #   ./run.sh --tour      plays the main job instead, on a screen of its own, with pictures in build/tour/

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds with warnings as errors and runs all tests, once more under the sanitizers, and the fuzz targets.
 #   ./test.sh            the presets dev, asan and fuzz
 #   ./test.sh asan       one of them, or several
@@ -24,7 +25,7 @@ run() { # PRESET [CTEST_OPTION...]
 }
 
 if (($# == 0)); then
-    run dev -LE offscreen # those on X servers are the same tests; off the screen they run under the sanitizers
+    run dev -LE offscreen -j 4 # those on X servers are the same tests; off the screen they run under the sanitizers
     run asan
     run fuzz
 fi

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "analysis/ChildCounts.h"
 #include "analysis/NavRules.h"
 #include "model/clsNavSchemes.h"

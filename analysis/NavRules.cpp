@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "analysis/NavRules.h"
 
 #include "analysis/Rule.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "analysis/WebRules.h"
 
 #include "analysis/Rule.h"

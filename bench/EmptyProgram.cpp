@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that a Qt Widgets program can be: the rival of the wizard's start.
 #include <QApplication>
 #include <QTimer>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a quick program for the same job would do: one item widget for each row and each cell, filled from maps.
 //   item_widgets PREFIX      loads and draws PREFIX.xst1 and PREFIX.xst2, clicks, and prints "name milliseconds"
 //   lines

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Touches a gigabyte, so that a run after this one does not pay for memory that the machine has never used.
 #include <vector>
 

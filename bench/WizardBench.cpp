@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times what a user waits for, in the real main window, and prints one "name milliseconds" line each.
 //   wizard_bench start                  the main window, painted
 //   wizard_bench load PREFIX            both files loaded and painted; peak memory

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Times what a user waits for, beside what others take for the same in the same run, and prints each goal with its verdict.
 
 usage: bench/compare.py [NODES [RUNS]]      1000000 nodes, medians of 3 runs; needs sqlite3 and the preset "bench" built

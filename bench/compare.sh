@@ -1,4 +1,5 @@
 #!/bin/sh
+# SPDX-License-Identifier: MIT
 # Builds the benchmarks and prints the goals of docs/performance.md with what this machine reaches.
 # usage: bench/compare.sh [NODES [RUNS]]; needs python3 and sqlite3
 set -eu

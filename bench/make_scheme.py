@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Makes a pair of scheme files for the benchmarks: PREFIX.xst1 with nodes and PREFIX.xst2 with as many paragraphs.
 
 usage: bench/make_scheme.py SHAPE NODES PREFIX [--shuffled]

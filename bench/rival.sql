@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 -- What a user could do instead, in sqlite3: import and index both files, count the children of
 -- each node as the rules need them, renumber both tables in tree order.
 -- run as: sqlite3 -cmd ".cd FOLDER" :memory: < rival.sql, with nodes.csv and paragraphs.csv in FOLDER

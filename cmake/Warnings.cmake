@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The compile switches of every target of this project, in one place: link it PRIVATE.
 add_library(wizard_warnings INTERFACE)
 target_compile_options(wizard_warnings INTERFACE

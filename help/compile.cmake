@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Makes contents, index and project of the help from its pages, and compiles them:
 #
 #     cmake -D CHMCMD=chmcmd -D SOURCES=folder -D WORK=folder -D HELP_FILE=file -P compile.cmake

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/GroupIndex.h"
 
 std::uint32_t GroupIndex::groupFor(std::int32_t number) {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/NodeTree.h"
 
 NodeTree::NodeTree(const KeyedCollection<clsNavScheme>& nodes) {

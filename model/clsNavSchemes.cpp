@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/clsNavSchemes.h"
 
 #include <algorithm>

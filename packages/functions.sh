@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Used by run.sh and test.sh, which stand in the root of the source tree: installs packages, configures and builds.
 # Kept to bash 3.2, the one macOS has.

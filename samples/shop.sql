@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 -- The database of the sample shop, which hires out and mends bicycles: its tables, made-up data, and every query that
 -- the schemes in XST1.txt and XST2.txt name. For SQLite 3.30 or later. Load it into a new database, then import both
 -- files into the tables XST1 and XST2, which it makes:

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "shell/IntroductionText.h"
 
 const char* const introductionText =

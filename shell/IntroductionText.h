@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #pragma once
 
 /// The text of the introduction window, 1,442 characters of ASCII with CR LF line breaks.

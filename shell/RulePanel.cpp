@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "shell/RulePanel.h"
 
 #include <QFrame>

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs all tests and says which lines of the program none of them reaches. Needs gcovr.
 # Ends with an error when that is a line of model or analysis.
 set -euo pipefail

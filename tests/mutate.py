@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Changes the program in one small place at a time and looks whether a test notices.
 
 usage: tests/mutate.py [--count 300] [--seed 1] [--jobs 1] [FILE...]

@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Runs a command on an X server of its own, with the window manager openbox or with none:
 #
 #     with_x_server.sh wm|bare command [argument...]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/ColumnFormat.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/ImageList.h"
 
 QIcon ImageList::icon(int index) const {

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/NodeTypes.h"
 
 #include <algorithm>

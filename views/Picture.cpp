@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/Picture.h"
 
 #include <QPainter>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/SchemeGrid.h"
 
 #include <QHeaderView>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/TreeSnapshot.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/model/Helpers.h"
 
 using namespace std::string_literals;

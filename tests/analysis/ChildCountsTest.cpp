@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "analysis/ChildCounts.h"
 
 #include <gtest/gtest.h>

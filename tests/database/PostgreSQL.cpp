@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/database/PostgreSQL.h"
 
 #include <unistd.h>

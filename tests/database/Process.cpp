@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "tests/database/Process.h"
 
 #include <fcntl.h>

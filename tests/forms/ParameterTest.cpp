@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Helpers.h"
 
 // The parameter kinds, which both forms offer in the same way.

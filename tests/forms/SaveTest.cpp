@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Helpers.h"
 
 // Saving with F3, and the question on closing.

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Checks the pages of the help: that they are whole, and that they explain what the program says.
 
     check_pages.py [ROOT]    ROOT is the source tree; by default the one that this script stands in

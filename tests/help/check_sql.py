@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Runs the commands of the help's SQLite pages on the files that they are written for, and checks that the queries
 named in the pages are those of the samples or of the tutorial."""
 import csv

@@ -1,4 +1,5 @@
 #!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
 """Spoils a copy of the help in many ways, and checks that check_pages.py notices each of them."""
 import pathlib
 import shutil

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Tests help/compile.cmake: with compilers of CHM files that fail, and with the true one where there is one.
 #
 #     cmake -D WORK=folder -P compile_test.cmake

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "model/Integer.h"
 
 #include <limits>

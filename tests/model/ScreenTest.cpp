@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Helpers.h"
 
 // When the schemes show what, and what they make of clicks and keys.

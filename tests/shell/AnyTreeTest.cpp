@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "Helpers.h"
 #include "views/NavTree.h"
 #include "views/TreeSnapshot.h"

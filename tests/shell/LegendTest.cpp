@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include <QFrame>
 #include <QGroupBox>
 #include <QStyleOptionGroupBox>

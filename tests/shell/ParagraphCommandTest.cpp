@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EditHelpers.h"
 
 // Adding, editing and deleting paragraphs from the popup menu of their grid.

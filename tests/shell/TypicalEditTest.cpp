@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "EditHelpers.h"
 
 // The way from a new node to the saved files, with nothing but the keyboard.

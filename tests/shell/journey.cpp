@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program from start to end, used by a script instead of a user: both schemes are opened from the folder that the
 // command line names, renumbered and saved there, one under a new name, one over the old file. It prints what it
 // found; "end" comes last, when the main window is about to be closed.

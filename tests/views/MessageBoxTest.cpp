@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/MessageBox.h"
 
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "views/PanelLayout.h"
 
 #include "Helpers.h"
