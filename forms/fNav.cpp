@@ -101,7 +101,7 @@ void fNav::setNavObject(Pointer node) {
     const bool belowFixed = PObject_ && PObject_->typeIs() == "F";
     if (PObject_)
         lblParent_.setText(QStringLiteral("Parent Node: [%1]  ").arg(PObject_->ID) +
-                           decodeForCell(PObject_->descriptionIs));
+                           decode(PObject_->descriptionIs.view()));
     fillLists(belowFixed ? "" : "F");
     if (!NavObject()) return;
     for (const char* field : {"txtID", "txtDescription", "txtQuery", "txtIcon", "txtRole"}) fill(field);

@@ -15,7 +15,8 @@ class clsNavScheme {
     std::int32_t parentIs = 0;   ///< ID of the parent node; 0 marks the root
     Text iconIs;                 ///< icon that the reporting product shows for the node
     Text roleIs;                 ///< user role, empty when not set
-    std::int32_t tID = 0;        ///< while renumbering the new ID, afterwards the former one; not in the file
+    std::int32_t tID = 0;        ///< the new ID while renumbering, the former one while the paragraphs
+                                 ///< follow, then the current one; not in the file
     std::int32_t tParentIs = 0;  ///< while renumbering the new parent's ID; not in the file
     std::int32_t ID = 0;         ///< number of the node, unique within the scheme
 

@@ -24,7 +24,7 @@ void fill(clsNavScheme& node, const FileReader::Pieces& pieces) {
 
 }  // namespace
 
-bool clsNavSchemes::SaveData(const std::filesystem::path& vFile) const {
+bool clsNavSchemes::SaveData(const std::filesystem::path& vFile) const try {
     if (Count() == 0) return false;
     FileWriter file(vFile);
     file.write(header);
@@ -43,6 +43,8 @@ bool clsNavSchemes::SaveData(const std::filesystem::path& vFile) const {
         return true;
     });
     return file.commit();
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 bool clsNavSchemes::LoadData(const std::filesystem::path& vFile) {

@@ -34,9 +34,9 @@ std::string_view refusalOfQuery(std::string_view type, std::string_view query) {
     return "No Generating Query or Stored procedure specified. Changes not saved";
 }
 
-// After a renumbering a number may still be the key of another record, or a record be filed under its old number.
+// After a renumbering a number may still be the key of another record, or the record be filed under its old number.
 constexpr std::string_view refusalOfKey =
-    "After Re-Number this number is still in use for another record. Changes not saved. Please save the scheme to "
+    "After Re-Number this record cannot be stored under its number. Changes not saved. Please save the scheme to "
     "its text file and open that file again; then make this change.";
 
 // What each paragraph type makes of the form number and the columns.

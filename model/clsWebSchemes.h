@@ -81,8 +81,8 @@ class clsWebSchemes {
     // --- reports, in analysis/ ---
 
     /// Checks every paragraph against the rules and lists the orphans, to find which it renumbers (see `Renumber`):
-    /// orphans then have the node 0, or that of an earlier renumbering. No grid is filled. @return the rules, what breaks them, and the orphans, lines that
-    /// end with CR LF
+    /// orphans then have the node 0, or that of an earlier renumbering. No grid is filled.
+    /// @return the rules, what breaks them, and the orphans, lines that end with CR LF
     [[nodiscard]] std::string CheckScheme(clsNavSchemes& oNC);
     /// What is left to do in the database, ending with the queries to be written. @return lines that end with CR LF
     [[nodiscard]] std::string WebToDo() const;

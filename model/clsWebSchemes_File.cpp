@@ -27,7 +27,7 @@ void fill(clsWebScheme& paragraph, const FileReader::Pieces& pieces) {
 
 }  // namespace
 
-bool clsWebSchemes::SaveData(const std::filesystem::path& vFile) const {
+bool clsWebSchemes::SaveData(const std::filesystem::path& vFile) const try {
     if (Count() == 0) return false;
     FileWriter file(vFile);
     file.write(header);
@@ -46,6 +46,8 @@ bool clsWebSchemes::SaveData(const std::filesystem::path& vFile) const {
                        .text(paragraph->extra)
                        .end());
     return file.commit();
+} catch (const std::bad_alloc&) {
+    return false;
 }
 
 bool clsWebSchemes::LoadData(const std::filesystem::path& vFile) {

@@ -4,8 +4,8 @@
 
 usage: tests/mutate.py [--count 300] [--seed 1] [--jobs 1] [FILE...]
 
-The mutants are drawn from the seed out of all that the rules below make of the files: by default every .cpp of model,
-analysis and views. Each is built in a copy of the sources in build/mutation and given to the tests of its folder, then
+The mutants are drawn from the seed out of all that the rules below make of the files: by default every .cpp and .h of
+model, analysis and views (--no-headers leaves the headers out, which take longest to build). Each is built in a copy of the sources in build/mutation and given to the tests of its folder, then
 to those of the folders that use it, each up to the first failure. One that does not compile is replaced by the next.
 Prints each survivor with its line and, at the end, the score; build/mutation/report.txt keeps them all. Ends with an
 error when less than 95 % are caught.
@@ -180,12 +180,14 @@ def main():
     arguments.add_argument("--count", type=int, default=300)
     arguments.add_argument("--seed", type=int, default=1)
     arguments.add_argument("--jobs", type=int, default=1)
+    arguments.add_argument("--no-headers", action="store_true")
     arguments.add_argument("--list", action="store_true", help="print the drawn mutants only")
     arguments.add_argument("files", nargs="*")
     options = arguments.parse_args()
 
     files = options.files or sorted(str(f.relative_to(ROOT)) for folder in ("model", "analysis", "views")
-                                    for f in (ROOT / folder).glob("*.cpp"))
+                                    for f in (ROOT / folder).glob("*.[ch]*")
+                                    if not (options.no_headers and f.suffix == ".h"))
     everything = [mutant for file in files for mutant in mutants_of(file)]
     random.Random(options.seed).shuffle(everything)
     print(f"{len(everything)} mutants in {len(files)} files, seed {options.seed}", flush=True)

@@ -150,12 +150,6 @@ TEST(NavToDo, OfTheSample) {
                   "068: spG_StaffBelow   (Parameter = Long Integer)\r\n");
 }
 
-TEST(NavToDo, HasNoCommentsOnTypes) {
-    clsNavSchemes navs;
-    navs.Add(makeNode(1, 0, "R", "I", "T"));
-    EXPECT_EQ(navs.NavToDo(), navHead + "001: T   (Parameter = None)\r\n");
-}
-
 TEST(NavToDo, ChangesNothing) {
     clsNavSchemes navs;
     navs.LoadData(SAMPLES "/XST1.txt");

@@ -14,7 +14,7 @@ constexpr const char* refusedForG =
     "not saved";
 constexpr const char* refusedWithoutQuery = "No Generating Query or Stored procedure specified. Changes not saved";
 constexpr const char* refusedForKey =
-    "After Re-Number this number is still in use for another record. Changes not saved. Please save the "
+    "After Re-Number this record cannot be stored under its number. Changes not saved. Please save the "
     "scheme to "
     "its text file and open that file again; then make this change.";
 
@@ -58,6 +58,13 @@ struct FuseNav : testing::Test {
 };
 
 }  // namespace
+
+TEST_F(FuseNav, StoresAfterANodeWasRemoved) {
+    navs.Remove("4");
+    expectStored(makeNode(9, 1, "N", "new"));
+    expectStored(makeNode(8, 5, "N", "changed"));
+    expectStored(makeNode(4, 1, "N", "the same number again"));
+}
 
 TEST_F(FuseNav, AddsANewNodeAtTheEnd) {
     expectStored(makeNode(9, 5, "R", "new", "spX", "Text", "leaf", "Boss"));

@@ -5,7 +5,7 @@ namespace {
 
 constexpr const char* refusedWithoutQuery = "Query field cannot be blank...";
 constexpr const char* refusedForKey =
-    "After Re-Number this number is still in use for another record. Changes not saved. Please save the "
+    "After Re-Number this record cannot be stored under its number. Changes not saved. Please save the "
     "scheme to "
     "its text file and open that file again; then make this change.";
 
@@ -104,6 +104,15 @@ TEST_F(FuseWeb, TakesABlankForAQuery) {
     paragraph->queryIs = " ";
     EXPECT_TRUE(navs.FuseWeb(paragraph));
     EXPECT_EQ(navs.oWebs.Item(5)->queryIs, " ");
+}
+
+TEST_F(FuseWeb, StoresAfterAParagraphWasRemoved) {
+    for (int id = 1; id <= 3; ++id) navs.oWebs.Add(makeParagraph(id, 1));
+    navs.oWebs.Remove("2");
+    EXPECT_TRUE(navs.FuseWeb(makeFullParagraph(4, "S")));
+    EXPECT_TRUE(navs.FuseWeb(makeFullParagraph(3, "S")));
+    EXPECT_TRUE(navs.FuseWeb(makeFullParagraph(2, "S")));
+    EXPECT_EQ(navs.oWebs.Count(), 4);
 }
 
 TEST_F(FuseWeb, RefusesANewParagraphWhoseKeyIsTaken) {

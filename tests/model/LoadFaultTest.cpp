@@ -99,6 +99,24 @@ TEST_F(LoadFault, AFileThatIsShorterThanItSays) {
     expectEmpty(file);
 }
 
+TEST_F(LoadFault, AFileLargerThanTheMemory) {
+#ifdef WIZARD_SANITIZED
+    GTEST_SKIP() << "the sanitizer takes memory by its own rules";
+#endif
+    const auto file = writeBytes(folder / "large.txt", "1,a,F,0\r\n");
+    std::filesystem::resize_file(file, std::uintmax_t{200} << 20);
+    const auto answer = withLittleMemory(std::size_t{100} << 20, [&] {
+        clsNavSchemes navs;
+        addNodes(navs, {{1, 0}, {2, 1}});
+        addParagraphs(navs.oWebs, {{1, 1}});
+        navs.inform = [](std::string_view) { _exit(3); };
+        if (!navs.LoadData(file) || navs.Count() != 0) return 1;
+        if (!navs.oWebs.LoadData(file) || navs.oWebs.Count() != 0) return 2;
+        return 0;
+    });
+    EXPECT_EQ(answer, 0) << "1: nodes, 2: paragraphs, 3: a message";
+}
+
 // Almost all of it is a hole, which takes no place on the disk.
 TEST_F(LoadFault, AFileOfTwoGigabytes) {
     constexpr auto size = std::uintmax_t{2} << 30;

@@ -136,6 +136,16 @@ TEST(Renumber, UnreachableNodesThatWereNumberedBeforeKeepThatNumberAndParent) {
     EXPECT_EQ(linksOf(navs), "1<0 2<1 3<2 4<3") << "as the last numbering had left the two";
 }
 
+TEST(Renumber, UnreachableNodesKeepTheirNumberAfterTheOrphansWereListed) {
+    clsNavSchemes navs;
+    addNodes(navs, {{1, 0}, {2, 99}, {3, 1}});
+    addParagraphs(navs.oWebs, {{1, 2}, {2, 3}});
+    navs.DispOrphans();
+    EXPECT_TRUE(navs.Renumber());
+    EXPECT_EQ(linksOf(navs), "1<0 2<0 2<1") << "and another node may get it";
+    EXPECT_EQ(nodesOf(navs.oWebs), "1>2C 2>2C");
+}
+
 TEST(Renumber, WithoutARootEveryNodeTakesItsWorkFields) {
     clsNavSchemes navs;
     addNodes(navs, {{4, 5}, {5, 4}, {6, 6}});

@@ -206,6 +206,17 @@ TYPED_TEST(SaveFault, OntoAFullDisk) {
     EXPECT_EQ(this->folder_.names(), Rows());
 }
 
+TYPED_TEST(SaveFault, WithoutMemory) {
+#ifdef WIZARD_SANITIZED
+    GTEST_SKIP() << "the sanitizer takes memory by its own rules";
+#endif
+    TypeParam scheme;
+    fill(scheme, std::size_t{50} << 20);
+    writeBytes(this->file_, this->old_);
+    EXPECT_EQ(withLittleMemory(1 << 20, [&] { return scheme.SaveData(this->file_) ? 1 : 0; }), 0);
+    this->expectOldFile("");
+}
+
 TYPED_TEST(SaveFault, OntoAFileThatMayNotBeWritten) {
     TypeParam scheme;
     fill(scheme, 1000);

@@ -57,6 +57,12 @@ TEST_F(Screened, DispInTVOfAnEmptySchemeClearsTheTreeAndLeavesTheGrid) {
     EXPECT_EQ(screen.taken(), Calls{"tree "});
 }
 
+TEST_F(Screened, DispInTVWithoutARootDrawsTheGridToo) {
+    navs.Remove("1");
+    navs.DispInTV();
+    EXPECT_EQ(screen.taken(), (Calls{"tree 7<1", "grid 7<1"}));
+}
+
 TEST_F(Screened, DispInGridDrawsAnEmptySchemeToo) {
     navs.DispInGrid();
     EXPECT_EQ(screen.taken(), Calls{"grid 1<0 7<1"});

@@ -212,8 +212,10 @@ TEST(WebScheme, HasIDLooksAtTheIDsNotTheKeys) {
     paragraph->ID = 13;
     EXPECT_TRUE(webs.HasID(13));
     EXPECT_FALSE(webs.HasID(12));
+    webs.Add(makeParagraph(20, 4));
     webs.Remove("12");
     EXPECT_FALSE(webs.HasID(13));
+    EXPECT_TRUE(webs.HasID(20));
 }
 
 TEST(WebScheme, HasAKeyUntilItIsRemoved) {

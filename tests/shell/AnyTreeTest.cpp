@@ -101,7 +101,7 @@ TEST_P(AnyTree, GoesThroughEverything) {
 
     wizard.choose("NR");
     EXPECT_EQ(static_cast<std::size_t>(nodesInTree()), left);
-    // Nodes that are not in the tree keep their numbers, which others may have now.
+    // Nodes that are not in the tree share the number 0 now.
     activate(wizard.window);
     tree().setFocus();
     for (const auto step : {Qt::Key_Home, Qt::Key_Asterisk, Qt::Key_End, Qt::Key_Return, Qt::Key_Home}) key(step);

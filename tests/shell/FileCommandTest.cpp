@@ -91,6 +91,27 @@ TEST_F(FileCommands, AskInTheProgramsFolder) {
     }
 }
 
+TEST_F(FileCommands, RememberNeitherNameNorFolder) {
+    const auto current = QDir::currentPath();
+    wizard.openNodes(writeBytes(folder / "in.txt", "1,Top,F,0\r\n"));
+    wizard.saveNodes(folder / "out.txt");
+    wizard.openParagraphs(writeBytes(folder / "web.txt", "1,1,1,of the top\r\n"));
+    wizard.saveParagraphs(folder / "web out.txt");
+    EXPECT_EQ(QDir::currentPath(), current);
+    for (const auto& [letters, asked, name] : {std::tuple{"FON", "GetOpenName", ""},
+                                               {"FOW", "GetOpenName", ""},
+                                               {"NS", "GetSaveAsName", "XST1.txt"},
+                                               {"WS", "GetSaveAsName", "XST2.txt"}}) {
+        Answers answers;
+        answers.then(asked, [&, proposed = name](QDialog& dialog) {
+            EXPECT_EQ(folderOf(dialog), QCoreApplication::applicationDirPath().toStdString());
+            EXPECT_EQ(nameIn(dialog), proposed);
+            escape(dialog);
+        });
+        choose(wizard.window, letters);
+    }
+}
+
 TEST_F(FileCommands, SamplesStandBesideTheProgram) {
     const std::filesystem::path program(QCoreApplication::applicationDirPath().toStdString());
     EXPECT_EQ(bytesOf(program / "XST1.txt"), bytesOf(sample("XST1.txt")));

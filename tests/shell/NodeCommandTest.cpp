@@ -222,10 +222,13 @@ class ScrollToNode : public testing::Test {
 TEST_F(ScrollToNode, AClickMakesItsRowTheTopOne) {
     wizard.click("node 5");
     EXPECT_EQ(topRow(), "5");
-    wizard.click("node 3");
-    EXPECT_EQ(topRow(), "3");
     EXPECT_FALSE(wizard.nodeGrid().currentIndex().isValid()) << "the current row stays what it was";
     EXPECT_TRUE(wizard.nodeGrid().selectionModel()->selectedIndexes().isEmpty());
+    wizard.nodeGrid().selectRow(7);
+    wizard.click("node 3");
+    EXPECT_EQ(topRow(), "3");
+    EXPECT_EQ(wizard.nodeGrid().currentIndex().row(), 7);
+    EXPECT_TRUE(wizard.nodeGrid().selectionModel()->isRowSelected(7));
 }
 
 TEST_F(ScrollToNode, TheColumnsStayWhereTheyAre) {
@@ -399,6 +402,21 @@ TEST_F(NodeCommand, TheMenuKeyDoesNothingWithoutASelectedNodeAndInTheNodeGrid) {
     EXPECT_EQ(openPopup(), "");
 }
 
+TEST(NodeCommandInsert, ATypeWithoutARuleTakesAnyNumberOfNodes) {
+    const TempFolder folder;
+    Wizard wizard;
+    wizard.openNodes(writeBytes(folder / "nodes.txt", "1,Top,X,0\r\n2,below,N,1\r\n"));
+    Answers answers;
+    answers.then("fNav", [](QDialog& form) {
+        EXPECT_EQ(valueOf(form, "txtID"), "3");
+        escape(form);
+    });
+    activate(wizard.window);
+    wizard.tree().setFocus();
+    press(wizard.window, Qt::Key_Home);
+    press(wizard.window, Qt::Key_Insert);
+}
+
 // --- after a renumbering ---
 
 TEST(NodeCommandAfterRenumbering, CommandsActOnTheNodeFiledUnderTheNumber) {
@@ -427,6 +445,31 @@ TEST(NodeCommandAfterRenumbering, ANumberUnderWhichNothingIsFiledDoesNothing) {
     EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1");
 }
 
+TEST(NodeCommandAfterRenumbering, AnExistingNodeThatNothingIsFiledUnderIsRefused) {
+    Wizard wizard;
+    wizard.navs().Add(makeNode(5, 1, "N", "five"));
+    wizard.navs().Add(makeNode(2, 1, "N", "two"));
+    wizard.choose("NR");  // five is now number 2, two is number 3, and nothing is filed under 3
+    wizard.click("five");
+    Answers answers;
+    answers
+        .then("fNav",
+              [](QDialog& form) {
+                  EXPECT_EQ(valueOf(form, "txtID"), "3");
+                  enter(form, "txtDescription", "mine");
+                  press(form, Qt::Key_F3);
+                  EXPECT_EQ(valueOf(form, "txtDescription"), "mine");
+                  press(form, Qt::Key_Escape);
+              })
+        .then("message", reading("After Re-Number this record cannot be stored under its number. Changes not saved. "
+                                 "Please save the scheme to its text file and open that file again; then make this "
+                                 "change."))
+        .then("question", [](QDialog& question) { press(question, Qt::Key_N); });
+    press(wizard.window, Qt::Key_F2);
+    answers.wait();
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1 3<1");
+}
+
 TEST(NodeCommandAfterRenumbering, ANewNodeWhoseKeyIsTakenIsRefusedAndNothingIsLost) {
     Wizard wizard;
     wizard.navs().Add(makeNode(3, 1, "N", "three"));
@@ -441,7 +484,7 @@ TEST(NodeCommandAfterRenumbering, ANewNodeWhoseKeyIsTakenIsRefusedAndNothingIsLo
                   EXPECT_EQ(valueOf(form, "txtDescription"), "mine");
                   press(form, Qt::Key_Escape);
               })
-        .then("message", reading("After Re-Number this number is still in use for another record. Changes not saved. "
+        .then("message", reading("After Re-Number this record cannot be stored under its number. Changes not saved. "
                                  "Please save the scheme to its text file and open that file again; then make this "
                                  "change."))
         .then("question", [](QDialog& question) { press(question, Qt::Key_N); });

@@ -214,7 +214,12 @@ TEST_F(OpenDialog, RemembersNothingFromTheLastTime) {
 
 TEST_F(OpenDialog, ShowsAMissingFolderAsSomeOther) {
     EXPECT_EQ(asked(
-                  "GetOpenName", [this] { return window.GetOpenName(text((folder / "gone").string())); }, escape),
+                  "GetOpenName", [this] { return window.GetOpenName(text((folder / "gone").string())); },
+                  [this](QDialog& dialog) {
+                      EXPECT_NE(folderOf(dialog), (folder / "gone").string());
+                      EXPECT_TRUE(std::filesystem::is_directory(folderOf(dialog)));
+                      escape(dialog);
+                  }),
               "");
 }
 

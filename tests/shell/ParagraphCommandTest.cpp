@@ -33,6 +33,19 @@ TEST_F(ParagraphCommand, ARightClickRemembersTheCurrentRowAndPopsUp) {
     EXPECT_EQ(wizard.window.sPopKey + "|" + wizard.window.pPopKey, "12|2");
 }
 
+TEST_F(ParagraphCommand, ThePopupOpensAtTheMouse) {
+    const auto place = wizard.paragraphGrid().viewport()->mapToGlobal(QPoint(60, 30));
+    const auto before = QCursor::pos();
+    QCursor::setPos(place);
+    if (!QTest::qWaitFor([&] { return QCursor::pos() == place; }, 1000))
+        GTEST_SKIP() << "the mouse cannot be moved here";
+    QTest::mouseClick(wizard.paragraphGrid().viewport(), Qt::RightButton, {}, {60, 30});
+    ASSERT_EQ(openPopup(), "mnuWPopUp");
+    EXPECT_EQ(QApplication::activePopupWidget()->pos(), place);
+    QCursor::setPos(before);
+    press(wizard.window, Qt::Key_Escape);
+}
+
 TEST_F(ParagraphCommand, ARightClickOnTheHeaderRowRemembersItsTexts) {
     rightClickParagraphs();
     EXPECT_EQ(wizard.window.sPopKey + "|" + wizard.window.pPopKey, "ID |XST1");

@@ -54,6 +54,14 @@ TEST_F(NavTreeKeyTest, TheKeysOfTheNumberBlockAreTheSame) {
     EXPECT_EQ(window.taken(), (Rows{"insert 5", "delete 5"}));
 }
 
+TEST_F(NavTreeKeyTest, ShiftCtrlAndAltDoNotMatter) {
+    select("N5");
+    for (const auto modifier : {Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier})
+        for (const auto key : {Qt::Key_Insert, Qt::Key_F2, Qt::Key_Delete}) typeKey(&window, key, modifier);
+    EXPECT_EQ(window.taken(), (Rows{"insert 5", "edit 5", "delete 5", "insert 5", "edit 5", "delete 5", "insert 5",
+                                    "edit 5", "delete 5"}));
+}
+
 TEST_F(NavTreeKeyTest, KeysCountWhenTheyAreLetGo) {
     select("N5");
     for (const auto key : {Qt::Key_Insert, Qt::Key_F2, Qt::Key_Delete, Qt::Key_Return}) {
