@@ -25,7 +25,7 @@ run() { # PRESET [CTEST_OPTION...]
 }
 
 if (($# == 0)); then
-    run dev -LE offscreen -j 4 # those on X servers are the same tests; off the screen they run under the sanitizers
+    run dev -LE offscreen # those on X servers are the same tests; off the screen they run under the sanitizers
     run asan
     run fuzz
 fi

@@ -7,27 +7,32 @@ namespace {
 
 // What one look at a record tells. The records of a large scheme are read once only: that takes longer than all else.
 struct Seen {
-    const clsNavScheme* node;
-    std::int32_t id;
-    char type;
-    bool hasQuery;
+    std::int32_t id = 0;
+    char type = 0;
+    bool hasQuery = false;
+    bool isThere = false;  // not removed
 };
 
 }  // namespace
 
 std::string clsNavSchemes::CheckNav() const {
+    const auto slots = nodes_.Slots();
     ChildCounts counts(static_cast<std::size_t>(Count()));
-    std::vector<Seen> seen;
-    seen.reserve(static_cast<std::size_t>(Count()));
-    for (const auto& node : nodes_) {
+    std::vector<Seen> seen(slots.size());
+    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+        const auto* node = slots[slot].get();
+        if (!node) continue;
         const char type = node->typeIs().letter();
         counts.add(node->parentIs, type == 'F');
-        seen.push_back({node.get(), node->ID, type, !node->queryIs().empty()});
+        seen[slot] = {node->ID, type, !node->queryIs().empty(), true};
     }
     std::string report(navRulesInWords);
-    for (const auto& [node, id, type, hasQuery] : seen) {
+    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+        const auto& [id, type, hasQuery, isThere] = seen[slot];
+        if (!isThere) continue;
         const auto children = counts.of(id);
-        appendFindings(report, {type, hasQuery, children.hasFixed, children.count}, id, node->descriptionIs);
+        const NodeFacts facts{type, hasQuery, children.hasFixed, children.count};
+        if (breaksARule(facts)) appendFindings(report, facts, id, slots[slot]->descriptionIs);
     }
     return report;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "analysis/NavRules.h"
 
+#include <algorithm>
+
 #include "analysis/Rule.h"
 #include "model/Integer.h"
 
@@ -67,13 +69,18 @@ constexpr Rule<NodeFacts> rules[] = {
     {"N", hasQuery, "=> There is a Query Specifed for Non-Generating-Type: [ID=",
      "RULE #5 Says that there should be NOT be any query specified for Non-Generating-Type Node."},
 };
+const RulesByType<NodeFacts> rulesByType(rules);
 
 }  // namespace
 
+bool breaksARule(const NodeFacts& node) {
+    return std::ranges::any_of(rulesByType.of(node.type), [&](const auto* rule) { return rule->isBroken(node); });
+}
+
 void appendFindings(std::string& report, const NodeFacts& node, std::int32_t id, const Text& description) {
-    for (const auto& rule : rules) {
-        if (!rule.isBrokenBy(node, node.type)) continue;
-        report.append(rule.finding).append(keyText(id)).append("] ").append(description.view()).append("\r\n");
-        report.append(rule.text).append("\r\n\r\n");
+    for (const auto* rule : rulesByType.of(node.type)) {
+        if (!rule->isBroken(node)) continue;
+        report.append(rule->finding).append(keyText(id)).append("] ").append(description.view()).append("\r\n");
+        report.append(rule->text).append("\r\n\r\n");
     }
 }

@@ -18,5 +18,8 @@ struct NodeFacts {
 /// The rules in words, with which the report on the navigational scheme begins, and the heading of its findings.
 extern const std::string_view navRulesInWords;
 
+/// Whether there is anything to report on the node.
+[[nodiscard]] bool breaksARule(const NodeFacts& node);
+
 /// Adds to the report, for each rule that the node breaks, what was found, the rule, and an empty line.
 void appendFindings(std::string& report, const NodeFacts& node, std::int32_t id, const Text& description);

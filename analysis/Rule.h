@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 /// The types of records that a rule is for: a set of capital letters. No other character is ever in it.
 class TypeSet {
@@ -28,9 +30,23 @@ struct Rule {
     bool (*isBroken)(const Record&);
     std::string_view finding;  ///< begins the line that says what was found
     std::string_view text;     ///< the rule, in the words of the report
+};
 
-    /// Whether a record of this type breaks the rule.
-    [[nodiscard]] bool isBrokenBy(const Record& record, char type) const {
-        return types.has(type) && isBroken(record);
+/// The rules of a table that are for one type, in the table's order: a large scheme is held against them record by
+/// record.
+template <class Record>
+class RulesByType {
+  public:
+    template <std::size_t count>
+    explicit RulesByType(const Rule<Record> (&table)[count]) : rules_(256) {
+        for (std::size_t type = 0; type < rules_.size(); ++type)
+            for (const auto& rule : table)
+                if (rule.types.has(static_cast<char>(type))) rules_[type].push_back(&rule);
     }
+    [[nodiscard]] const std::vector<const Rule<Record>*>& of(char type) const {
+        return rules_[static_cast<unsigned char>(type)];
+    }
+
+  private:
+    std::vector<std::vector<const Rule<Record>*>> rules_;
 };

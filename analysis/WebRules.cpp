@@ -55,14 +55,19 @@ constexpr Rule<clsWebScheme> rules[] = {
     {"S", hasForm, "=> Form# Field is Specified for (", rule2},
     {"S", hasNoColumns, "=>THIS IS NOT A VIOLATION OF RULE. JUST A COMMENT: No Column Field Specified for (", rule4},
 };
+const RulesByType<clsWebScheme> rulesByType(rules);
 
 }  // namespace
 
 void appendFindings(std::string& report, const clsWebScheme& paragraph) {
     const char type = paragraph.typeIs.letter();
-    for (const auto& rule : rules) {
-        if (!rule.isBrokenBy(paragraph, type)) continue;
-        report.append(rule.finding).append(1, type).append(")-Type: [ID=").append(keyText(paragraph.ID)).append("] ");
-        report.append(paragraph.titleIs.view()).append("\r\n").append(rule.text).append("\r\n\r\n");
+    for (const auto* rule : rulesByType.of(type)) {
+        if (!rule->isBroken(paragraph)) continue;
+        report.append(rule->finding)
+            .append(1, type)
+            .append(")-Type: [ID=")
+            .append(keyText(paragraph.ID))
+            .append("] ");
+        report.append(paragraph.titleIs.view()).append("\r\n").append(rule->text).append("\r\n\r\n");
     }
 }

@@ -18,6 +18,7 @@
 #include <ostream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 // What the tests of all windows share: widgets found by name, keys pressed as a user presses them, and answers to
 // dialogs.
@@ -63,6 +64,17 @@ inline void activate(QWidget& window) {
         static_cast<void>(QTest::qWaitFor(isActive, beforeAskingAgain));
     }
     EXPECT_TRUE(isActive()) << "the window does not get the keyboard";
+
+    // A window manager may take the keyboard away again and give it back while it puts a new window in its place.
+    static const QWidget* before = nullptr;
+    if (std::exchange(before, &window) == &window || QGuiApplication::platformName() != text("xcb")) return;
+    constexpr int calm = 20;
+    QElapsedTimer active;
+    active.start();
+    for (int waited = 0; active.elapsed() < calm && waited < patience; ++waited) {
+        QTest::qWait(1);
+        if (!isActive()) active.restart();
+    }
 }
 
 /// Presses and lets go a key; it goes where the window's keyboard focus is, or to an open menu.
