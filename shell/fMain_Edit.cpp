@@ -129,6 +129,7 @@ void fMain::editNode(const clsNavSchemes::Pointer& parent, const clsNavSchemes::
         form.setNavObject(node);
         form.exec();
     }
+    activateWindow();  // see editParagraph
     oNavs->DispInTV();
 }
 
@@ -195,6 +196,9 @@ void fMain::editParagraph(const clsWebSchemes::Pointer& paragraph) {
         form.setWebObject(paragraph);
         form.exec();
     }
+    // A form goes together with the question that it asked. A window manager that gave the keyboard to the form just
+    // then may give it to nobody.
+    activateWindow();
     showPopKeyParagraphs();
 }
 
