@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/FileDialogs.h"
 
+#include <QCompleter>
 #include <QFileDialog>
 #include <QFileSystemModel>
 #include <QHeaderView>
@@ -72,7 +73,18 @@ class FileDialog final : public QFileDialog {
     }
 
   protected:
+    // The list of proposals takes the keyboard for itself. Enter closes it together with the dialog; on X11 it may then
+    // open once more and vanish, and the main window is never told that the keyboard is back. So there is none meanwhile.
     void accept() override {
+        auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* proposals = name ? name->completer() : nullptr;
+        if (proposals) name->setCompleter(nullptr);
+        acceptName();
+        if (proposals && isVisible()) name->setCompleter(proposals);
+    }
+
+  private:
+    void acceptName() {
         takeTypedName();
         if (acceptMode() == AcceptSave) spellOutFolder();
         chosen_ = selectedFiles().value(0);
@@ -87,7 +99,6 @@ class FileDialog final : public QFileDialog {
         QFileDialog::accept();
     }
 
-  private:
     // Files selected in the list count more to Qt than the name in the text box, which differs from them when a path
     // was typed and the list then came to know its files. What the user reads in the text box is what is meant.
     void takeTypedName() {

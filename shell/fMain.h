@@ -84,6 +84,7 @@ class fMain final : public QMainWindow, private NavWindow {
     void popUpForNode(std::string skey, QPoint place);
     void popUpForParagraph(std::string skey, std::string pKey, QPoint place);
     void popUpAtFocus();
+    void chooseFirst(const char* menu);
     void oNavs_oInsert(const std::string& skey);
     void oNavs_oEdit(const std::string& skey);
     void oNavs_oDelete(const std::string& skey);

@@ -68,15 +68,24 @@ void fMain::popUpForParagraph(std::string skey, std::string pKey, QPoint place) 
     find<QMenu>("mnuWPopUp").popup(place);
 }
 
-// What a right click does, for the keyboard: below the selected node, or the current row.
+// What a right click does, for the keyboard: below the selected node, or the current row. As in any menu that a key
+// opens, the first command is current: Enter takes it, and a screen reader has something to say.
 void fMain::popUpAtFocus() {
     if (myTree_->hasFocus()) {
         const auto key = myTree_->SelectedKey();
-        if (!key.empty()) popUpForNode(withoutPrefix(key), myTree_->placeOfCurrent());
+        if (key.empty()) return;
+        popUpForNode(withoutPrefix(key), myTree_->placeOfCurrent());
+        chooseFirst("mnuPopUp");
     } else if (flexWeb_->hasFocus()) {
         popUpForParagraph(flexWeb_->CurrentText(WebGridRows::columnOfID),
                           flexWeb_->CurrentText(WebGridRows::columnOfNode), flexWeb_->placeOfCurrent());
+        chooseFirst("mnuWPopUp");
     }
+}
+
+void fMain::chooseFirst(const char* menu) {
+    auto& popUp = find<QMenu>(menu);
+    popUp.setActiveAction(popUp.actions().front());
 }
 
 // --- nodes ---
@@ -121,6 +130,7 @@ void fMain::editNode(const clsNavSchemes::Pointer& parent, const clsNavSchemes::
         form.setNavObject(node);
         form.exec();
     }
+    activateWindow();  // see editParagraph
     oNavs->DispInTV();
 }
 
@@ -187,6 +197,9 @@ void fMain::editParagraph(const clsWebSchemes::Pointer& paragraph) {
         form.setWebObject(paragraph);
         form.exec();
     }
+    // A form goes together with the question that it asked. A window manager that gave the keyboard to the form just
+    // then may give it to nobody.
+    activateWindow();
     showPopKeyParagraphs();
 }
 

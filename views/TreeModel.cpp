@@ -63,3 +63,9 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
         default: return {};
     }
 }
+
+// The header is hidden, but a screen reader comes by it.
+QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section != 0 || role != Qt::AccessibleTextRole) return {};
+    return QStringLiteral("Node");
+}

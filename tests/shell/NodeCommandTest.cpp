@@ -357,6 +357,8 @@ TEST_F(NodeCommand, TheMenuKeyAndShiftF10PopUpForTheSelectedNode) {
         const auto node = tree.visualRect(tree.currentIndex());
         const auto corner = tree.viewport()->mapFromGlobal(QApplication::activePopupWidget()->pos());
         EXPECT_NEAR(corner.y(), node.bottom(), 6) << "it stands below the node";
+        const auto* current = find<QMenu>(wizard.window, "mnuPopUp").activeAction();
+        EXPECT_TRUE(current && current->objectName() == text("mnuChild")) << "Enter takes the first command";
         press(wizard.window, Qt::Key_Escape);
         wizard.window.sPopKey.clear();
     }

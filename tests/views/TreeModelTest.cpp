@@ -109,6 +109,11 @@ TEST_F(TreeModelTest, SaysTextAndType) {
                     "Order, Recurring node", "Calls, Non-generating node"}));
 }
 
+TEST_F(TreeModelTest, SaysAHeaderThatItDoesNotShow) {
+    EXPECT_EQ(model.headerData(0, Qt::Horizontal, Qt::AccessibleTextRole).toString(), QStringLiteral("Node"));
+    EXPECT_FALSE(model.headerData(0, Qt::Horizontal, Qt::DisplayRole).isValid());
+}
+
 TEST_F(TreeModelTest, SaysATextWithPlaceholdersAsItStands) {
     navs.Item(2)->descriptionIs = "%2 of %1";
     model.show(TreeSnapshot(navs));
