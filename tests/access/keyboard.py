@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The main job without a mouse: opens the samples, walks about, adds, edits, deletes, reads the reports, saves."""
 
 from wizard import (MESSAGE, NODE_FORM, PARAGRAPH_FORM, QUESTION, REPORT, SAVE, TITLE, chosen, find, grid_texts, run,

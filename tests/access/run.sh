@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: MIT
 # Runs a test of this folder on an X server, a D-Bus session and a home folder of its own:
 #
 #     run.sh test.py wizard

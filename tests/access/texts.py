@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What a screen reader gets to know of each window: names, helps, rows and texts, spelt out."""
 
 import csv

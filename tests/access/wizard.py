@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Starts the wizard and looks at it over AT-SPI, as a screen reader does; uses it with the keyboard alone."""
 
 import os
