@@ -5,4 +5,4 @@ set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 shot=build/tour/07-clicked.png
 convert "$shot" -strip -colors 256 docs/wizard.png
-convert "$shot" -strip -resize 760x608 -colors 256 help/pictures/main.png
+convert "$shot" -strip -resize 760x608 -colors 32 help/pictures/main.png
