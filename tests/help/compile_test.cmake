@@ -8,7 +8,7 @@ file(REMOVE_RECURSE ${WORK})
 file(MAKE_DIRECTORY ${WORK})
 
 function(compile compiler sources)
-  execute_process(COMMAND ${CMAKE_COMMAND} -D CHMCMD=${compiler} -D SOURCES=${sources} -D WORK=${WORK}/work
+  execute_process(COMMAND ${CMAKE_COMMAND} -D CHMCMD=${compiler} -D SOURCES=${sources} -D WORK=${WORK}/pages
     -D HELP_FILE=${WORK}/Pelmo.chm -P ${root}/help/compile.cmake
     RESULT_VARIABLE result OUTPUT_VARIABLE said ERROR_VARIABLE said)
   set(result "${result}" PARENT_SCOPE)
@@ -57,9 +57,9 @@ file(READ ${WORK}/Pelmo.chm magic LIMIT 4 HEX)
 expect("magic STREQUAL \"49545346\"") # ITSF
 
 # Each page is in contents, index and project; what is compiled can be listed.
-file(READ ${WORK}/work/Pelmo.hhc contents)
-file(READ ${WORK}/work/Pelmo.hhk index)
-file(READ ${WORK}/work/Pelmo.hhp project)
+file(READ ${WORK}/pages/Pelmo.hhc contents)
+file(READ ${WORK}/pages/Pelmo.hhk index)
+file(READ ${WORK}/pages/Pelmo.hhp project)
 find_program(CHMLS NAMES chmls chmls-3.2.2)
 if(CHMLS)
   execute_process(COMMAND ${CHMLS} list ${WORK}/Pelmo.chm OUTPUT_VARIABLE listed ERROR_QUIET)

@@ -425,6 +425,27 @@ TEST(NodeCommandInsert, ATypeWithoutARuleTakesAnyNumberOfNodes) {
 
 // --- after a renumbering ---
 
+namespace {
+
+// The form of node 3 comes, cannot store what is entered, loses none of it, and is left.
+void expectRefusalOfNumber3(Answers& answers) {
+    answers
+        .then("fNav",
+              [](QDialog& form) {
+                  EXPECT_EQ(valueOf(form, "txtID"), "3");
+                  enter(form, "txtDescription", "mine");
+                  press(form, Qt::Key_F3);
+                  EXPECT_EQ(valueOf(form, "txtDescription"), "mine");
+                  press(form, Qt::Key_Escape);
+              })
+        .then("message", reading("After Re-Number this record cannot be stored under its number. Changes not saved. "
+                                 "Please save the scheme to its text file and open that file again; then make this "
+                                 "change."))
+        .then("question", [](QDialog& question) { press(question, Qt::Key_N); });
+}
+
+}  // namespace
+
 TEST(NodeCommandAfterRenumbering, CommandsActOnTheNodeFiledUnderTheNumber) {
     Wizard wizard;
     wizard.navs().Add(makeNode(3, 1, "N", "three"));
@@ -458,19 +479,7 @@ TEST(NodeCommandAfterRenumbering, AnExistingNodeThatNothingIsFiledUnderIsRefused
     wizard.choose("NR");  // five is now number 2, two is number 3, and nothing is filed under 3
     wizard.click("five");
     Answers answers;
-    answers
-        .then("fNav",
-              [](QDialog& form) {
-                  EXPECT_EQ(valueOf(form, "txtID"), "3");
-                  enter(form, "txtDescription", "mine");
-                  press(form, Qt::Key_F3);
-                  EXPECT_EQ(valueOf(form, "txtDescription"), "mine");
-                  press(form, Qt::Key_Escape);
-              })
-        .then("message", reading("After Re-Number this record cannot be stored under its number. Changes not saved. "
-                                 "Please save the scheme to its text file and open that file again; then make this "
-                                 "change."))
-        .then("question", [](QDialog& question) { press(question, Qt::Key_N); });
+    expectRefusalOfNumber3(answers);
     press(wizard.window, Qt::Key_F2);
     answers.wait();
     EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1 3<1");
@@ -481,19 +490,7 @@ TEST(NodeCommandAfterRenumbering, ANewNodeWhoseKeyIsTakenIsRefusedAndNothingIsLo
     wizard.navs().Add(makeNode(3, 1, "N", "three"));
     wizard.choose("NR");  // numbers 1 and 2, filed under 1 and 3: the next number is 3
     Answers answers;
-    answers
-        .then("fNav",
-              [](QDialog& form) {
-                  EXPECT_EQ(valueOf(form, "txtID"), "3");
-                  enter(form, "txtDescription", "mine");
-                  press(form, Qt::Key_F3);
-                  EXPECT_EQ(valueOf(form, "txtDescription"), "mine");
-                  press(form, Qt::Key_Escape);
-              })
-        .then("message", reading("After Re-Number this record cannot be stored under its number. Changes not saved. "
-                                 "Please save the scheme to its text file and open that file again; then make this "
-                                 "change."))
-        .then("question", [](QDialog& question) { press(question, Qt::Key_N); });
+    expectRefusalOfNumber3(answers);
     press(wizard.window, Qt::Key_Home);
     press(wizard.window, Qt::Key_Insert);
     answers.wait();
