@@ -26,7 +26,7 @@ struct Legend {
 constexpr double fontPoints = 8.25;  // the size at which the key hint fits its two lines
 constexpr double oneLine = 255;
 constexpr double twoLines = 480;
-constexpr double letterWidth = 255;
+constexpr double letterWidth = 180;
 constexpr double explanationWidth = 5640;
 
 constexpr Legend legends[] = {

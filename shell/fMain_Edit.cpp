@@ -44,6 +44,19 @@ std::optional<std::int32_t> numberAfter(const std::string& largest) {
     return *number + 1;
 }
 
+// Shows the form that edits what `fill` gives it, until it is closed.
+template <class Form, class Fill>
+void edit(fMain& window, Fill fill) {
+    {
+        Form form(*window.oNavs, &window);
+        fill(form);
+        form.exec();
+    }
+    // A form goes together with the question that it asked. A window manager that gave the keyboard to the form just
+    // then may give it to nobody.
+    window.activateWindow();
+}
+
 }  // namespace
 
 void fMain::connectScheme() {
@@ -124,13 +137,10 @@ void fMain::oNavs_oEdit(const std::string& skey) {
 }
 
 void fMain::editNode(const clsNavSchemes::Pointer& parent, const clsNavSchemes::Pointer& node) {
-    {
-        fNav form(*oNavs, this);
+    edit<fNav>(*this, [&](fNav& form) {
         form.setPObject(parent);
         form.setNavObject(node);
-        form.exec();
-    }
-    activateWindow();  // see editParagraph
+    });
     oNavs->DispInTV();
 }
 
@@ -192,14 +202,7 @@ void fMain::mnuEditP_Click() {
 }
 
 void fMain::editParagraph(const clsWebSchemes::Pointer& paragraph) {
-    {
-        fWeb form(*oNavs, this);
-        form.setWebObject(paragraph);
-        form.exec();
-    }
-    // A form goes together with the question that it asked. A window manager that gave the keyboard to the form just
-    // then may give it to nobody.
-    activateWindow();
+    edit<fWeb>(*this, [&](fWeb& form) { form.setWebObject(paragraph); });
     showPopKeyParagraphs();
 }
 

@@ -13,7 +13,6 @@ QPalette lightPalette() {
         palette.setColor(role, Qt::black);
     palette.setColor(QPalette::Base, Qt::white);
     palette.setColor(QPalette::AlternateBase, QColor(247, 247, 247));
-    palette.setColor(QPalette::ToolTipBase, QColor(255, 255, 220));
     palette.setColor(QPalette::Highlight, QColor(48, 108, 178));
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, QColor(0, 0, 238));

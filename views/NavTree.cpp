@@ -30,6 +30,7 @@ class RowHeight final : public QStyledItemDelegate {
     }
 };
 
+// 0 for a key that the scheme does not know.
 int keyCodeOf(const QKeyEvent& event) {
     switch (event.key()) {
         case Qt::Key_Insert: return keyInsert;
@@ -218,11 +219,10 @@ void NavTree::keyPressEvent(QKeyEvent* event) {
 void NavTree::keyReleaseEvent(QKeyEvent* event) {
     QTreeView::keyReleaseEvent(event);
     if (!keys_.released(*event)) return;
-    const int keyCode = keyCodeOf(*event);
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
         click(currentIndex());
-    else if (keyCode != 0 && KeyUp)
-        KeyUp(keyCode);
+    else if (KeyUp)
+        KeyUp(keyCodeOf(*event));
 }
 
 void NavTree::mousePressEvent(QMouseEvent* event) {

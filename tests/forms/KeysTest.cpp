@@ -402,6 +402,16 @@ TEST_P(Keys, LeaveTheHelpWhenTheWindowOrAMenuComesBack) {
     activate(*form);
     EXPECT_EQ(focusName(), "lstType");
     EXPECT_EQ(help(), helpOfType);
+
+    QMenu menu;
+    menu.addAction(text("A command"));
+    menu.popup(form->mapToGlobal(QPoint()));
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&menu));
+    key(Qt::Key_Escape);
+    ASSERT_FALSE(menu.isVisible());
+    ASSERT_TRUE(form->isVisible());
+    EXPECT_EQ(focusName(), "lstType");
+    EXPECT_EQ(help(), helpOfType);
 }
 
 TEST_P(Keys, WriteBlanksAndLettersIntoTheFields) {

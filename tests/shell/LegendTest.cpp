@@ -122,7 +122,11 @@ TEST_F(Legend, NamesTheTypesInTheirColours) {
 }
 
 TEST_F(Legend, TabulatesWhatMayStandBelowWhat) {
-    for (const auto& letter : letters) expectLabel(letter);
+    for (const auto& letter : letters) {
+        expectLabel(letter);
+        EXPECT_GE(labelAt(letter).width(), pixels(150, panel));
+        EXPECT_LE(labelAt(letter).width(), pixels(180, panel));
+    }
 }
 
 TEST_F(Legend, ExplainsTheRules) {

@@ -91,6 +91,10 @@ TEST(StartUp, EveryCommandCanRunAtOnce) {
     wizard.choose("NN");
     wizard.choose("NC");
     wizard.choose("NR");
+    for (const char* command : {"mnuDisplayAll", "mnuOrphans", "mnuDeleteP"}) {
+        find<QAction>(wizard.window, command).trigger();
+        EXPECT_EQ(shownRows(wizard.paragraphGrid()), Rows()) << command;
+    }
     EXPECT_EQ(rowsOf(wizard.navs()), Rows({"1|Data Browser|F|0|||leaf|"}));
     wizard.saveNodes(folder / "new.txt");
     EXPECT_EQ(bytesOf(folder / "new.txt"),
