@@ -3,22 +3,20 @@
 
 #include <QApplication>
 #include <QEvent>
+#include <QTimer>
 #include <QWidget>
+#include <cstdlib>
 
-/// Shows a window and works until it has been painted for the first time.
-inline void showUntilPainted(QWidget& window) {
+/// Runs the program until its window has been painted for the first time, and ends it there, with nothing tidied up.
+[[noreturn]] inline void runUntilPainted(QWidget& window) {
     class Watch final : public QObject {
-      public:
-        bool painted = false;
-
       protected:
         bool eventFilter(QObject*, QEvent* event) override {
-            painted = painted || event->type() == QEvent::Paint;
+            if (event->type() == QEvent::Paint) QTimer::singleShot(0, [] { std::_Exit(0); });
             return false;
         }
     } watch;
     window.installEventFilter(&watch);
     window.show();
-    while (!watch.painted) QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    window.removeEventFilter(&watch);
+    std::_Exit(QApplication::exec());
 }
