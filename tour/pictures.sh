@@ -8,14 +8,16 @@
 # Needs what the tour needs, and rsvg-convert.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
+source packages/functions.sh
 
+need_tools Xvfb openbox xdotool import convert rsvg-convert
 wizard=${1:-build/release/bin/pelmo-wizard}
 tour/tour.sh "$wizard"
 tour/help.sh "$wizard"
 
-# A palette without dither, which would put noise on the plain areas. With fewer than 128
-# colours the small picture of the window loses the green of an icon; with fewer than 32 a form loses the yellow of the
-# field for a key's length.
+# A palette without dither, which would put noise on the plain areas. With fewer than 128 colours the
+# small picture of the window loses the green of an icon; with fewer than 32 a form loses the yellow of the field for a
+# key's length.
 put() { # FROM TO COLOURS [OPTION...]
     convert "$1" -strip "${@:4}" +dither -colors "$3" -define png:compression-level=9 "PNG8:$2"
 }
