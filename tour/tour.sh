@@ -9,32 +9,10 @@
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 
+source tour/functions.sh
+
 wizard=${1:-build/release/bin/pelmo-wizard}
-folder=$PWD/build/tour
-if [[ -z ${TOUR_SCREEN:-} ]]; then
-    rm -rf "$folder"
-    mkdir -p "$folder"
-    TOUR_SCREEN=yes exec tests/with_x_server.sh wm "tour/${BASH_SOURCE[0]##*/}" "$wizard"
-fi
-
-main='Reporting Scheme Wizard for Pelmo 1.02'
-message='Reporting Scheme Wizard for Pelmo'
-fail() { printf 'tour: %s\n' "$*" >&2; exit 1; }
-
-# Waits until the keyboard is at the window with this title.
-window() {
-    local title=''
-    for _ in {1..200}; do
-        title=$(xdotool getactivewindow getwindowname 2>/dev/null) || title=''
-        if [[ $title == "$1" ]]; then
-            sleep 0.4 # until it is drawn
-            return
-        fi
-        sleep 0.1
-    done
-    import -window root "$folder/failed.png"
-    fail "the window '$1' does not come; the keyboard is at '$title'"
-}
+on_own_screen build/tour "$wizard"
 
 count=0
 picture() {
@@ -45,11 +23,6 @@ picture() {
     import -window root -depth 8 "$folder/$name"
     printf '%s\n' "$name"
 }
-
-keys() { local key; for key in "$@"; do xdotool key --delay 30 "$key"; sleep 0.1; done; }
-write() { xdotool key --delay 30 ctrl+a; xdotool type --delay 15 -- "$1"; }
-click() { xdotool mousemove "$2" "$3"; sleep 0.2; xdotool click "$1"; sleep 0.3; }
-menu() { keys "alt+$1" "${@:2}"; }
 
 # Enters a name in the file dialog with this title.
 file() {
@@ -67,10 +40,7 @@ report() { # MENU ITEM NAME
     window "$main"
 }
 
-"$wizard" &
-program=$!
-trap 'kill "$program" 2>/dev/null || true' EXIT
-
+start "$wizard"
 window 'Pelmo Wizard Introduction...'
 picture introduction
 keys Escape
@@ -96,7 +66,7 @@ picture tree-by-keys
 
 # A node below the root.
 keys Home Insert
-window 'Form to Add / Update a Navigational Node.'
+window "$node_form"
 keys Return
 write 'Guided tours'
 picture node-form
@@ -106,14 +76,14 @@ picture node-added
 
 # It is to generate nodes, and so needs a query.
 keys End F2
-window 'Form to Add / Update a Navigational Node.'
+window "$node_form"
 keys Return Return g
 picture node-form-generating
 keys F3
 window "$message"
 picture refused-without-query
 keys Return
-window 'Form to Add / Update a Navigational Node.'
+window "$node_form"
 keys Return
 write 'spG_Tours'
 picture node-form-query
@@ -126,7 +96,7 @@ keys End Return shift+Tab Menu
 sleep 0.5
 picture paragraph-menu
 keys a
-window 'Form to Add / Update a Web-Page Paragraph.'
+window "$paragraph_form"
 keys Return
 write 'Tours of this week'
 keys Return Return
@@ -151,9 +121,7 @@ menu w s
 file 'Save File As...' "$folder/XST2.txt" save-paragraphs
 window "$main"
 picture end
-menu f x
-wait "$program" || fail "the wizard ended with an error"
-trap - EXIT
+leave
 
 # What was entered stands in the files, after everything else: the samples come back as they were.
 line() { # FILE EXPECTED

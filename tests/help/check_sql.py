@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
 """Runs the commands of the help's SQLite pages on the files that they are written for, and checks that the queries
-named in the pages are those of the samples or of the tutorial."""
+named in the pages are those of the samples or of the tutorial, and that the examples of the paragraph types are
+paragraphs of the samples, which their pictures show."""
 import csv
 import html
 import pathlib
@@ -72,6 +73,32 @@ for page, number, query in ((page.name, *found) for page in (root / "help").glob
                             for found in re.findall(r"\bnode (\d+), (spG_\w+)", text_of(page.name))):
     row = database.execute("SELECT queryIs FROM XST1 WHERE ID = ?", (number,)).fetchone()
     expect(row and row[0].split(" ")[0], query, f"{page}, node {number}")
+
+# The example of a paragraph type is a paragraph of the samples, value for value, and the picture is of that paragraph.
+shots = dict(reversed(sign) for sign in re.findall(r"\b(\d+)=([\w-]+)", (root / "tour/help.sh").read_text()))
+paragraph_pages = 0
+for page in sorted((root / "help").glob("*.html")):
+    text = " ".join(text_of(page.name).split())
+    for numbers, node in re.findall(r'[Ee]xample, paragraphs? (\d+(?: and \d+)?)[^,]*, on the page of "(.*?)"', text):
+        paragraph_pages += 1
+        lines = [" ".join(re.sub(r"^seq \d+ ", "", line).split()) for line in examples(page.name)[0].splitlines()]
+        for number in numbers.split(" and "):
+            title, query, parameter, kind, form, columns, of_node = database.execute(
+                "SELECT titleIs, XST2.queryIs, XST2.parmIs, XST2.typeIs, formIs, colsAre, descriptionIs"
+                " FROM XST2 JOIN XST1 ON XST1.ID = XST2.XST1 WHERE XST2.ID = ?", (number,)).fetchone()
+            expect(node, of_node, f"{page.name}, node of paragraph {number}")
+            line = f"{title} {query} {parameter} {kind}" + (f" form {form}" if form else "")
+            if columns and kind != "T":
+                line += f" columns {columns}"
+            line = " ".join(line.split())
+            expect(line in lines, True, f"{page.name} shows {line!r}")
+            expect(kind != "T" or columns in lines, True, f"{page.name} shows {columns!r}")
+        number = numbers.split(" and ")[0]
+        title = database.execute("SELECT titleIs FROM XST2 WHERE ID = ?", (number,)).fetchone()[0]
+        expect(shots.get(page.stem), number, f"the paragraph in the picture of {page.name}")
+        expect(f'<img src="pictures/{page.stem}.png"' in text, True, f"{page.name} has its picture")
+        expect(f'alt="The form with paragraph {number}, {title}"' in text, True, f"{page.name} has a true alt text")
+expect(paragraph_pages, 7, "pages with an example of a paragraph type")
 
 known = " ".join(samples.values()) + nodes + paragraphs
 known += " ".join((root / path).read_text() for path in ("forms/fNav.cpp", "forms/fWeb.cpp", "analysis/ToDo.cpp"))
