@@ -23,6 +23,7 @@ import re
 import shutil
 import subprocess
 import sys
+import threading
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 WORK = ROOT / "build" / "mutation"
@@ -164,7 +165,7 @@ class Place:
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8", XDG_RUNTIME_DIR=str(folder))
         try:
             return subprocess.run([self.build / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1",
-                                   f"--gtest_filter=-{SLOW}"], cwd=folder,
+                                   f"--gtest_filter=-{SLOW}"], cwd=self.build,
                                   env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
                                   timeout=PATIENCE).returncode != 0
         except subprocess.TimeoutExpired:
@@ -217,12 +218,17 @@ def main():
     WORK.mkdir(parents=True, exist_ok=True)
     places = queue.Queue()
     programs = sorted({f"{t}_tests" for f in files for t in TESTS[f.split("/")[0]]})
-    for number in range(options.jobs):
+
+    def make_ready(number):
         place = Place(number)
         place.prepare()
         if not place.compiles(programs) or any(place.fails(p) for p in programs):
-            sys.exit("the tests fail without a mutant")
+            print("the tests fail without a mutant", flush=True)
+            os._exit(2)
         places.put(place)
+
+    for number in range(options.jobs):
+        threading.Thread(target=make_ready, args=(number,), daemon=True).start()
 
     def judge(mutant):
         place = places.get()
