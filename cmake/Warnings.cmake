@@ -4,8 +4,9 @@ add_library(wizard_warnings INTERFACE)
 target_compile_options(wizard_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
   -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
-  # GCC 12 takes the assignment of a one-character literal to a std::string for an overlapping copy.
+  # GCC 12 takes the assignment of a short literal to a std::string for a copy that overlaps, or has no end.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
+  $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-stringop-overflow>
   $<$<BOOL:${WIZARD_WERROR}>:-Werror>)
 target_compile_definitions(wizard_warnings INTERFACE
   QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING

@@ -164,10 +164,10 @@ class Place:
         folder.mkdir(mode=0o700, exist_ok=True)
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8", XDG_RUNTIME_DIR=str(folder))
         try:
-            return subprocess.run([self.build / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1",
-                                   f"--gtest_filter=-{SLOW}"], cwd=self.build,
-                                  env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                  timeout=PATIENCE).returncode != 0
+            with open(self.build / f"{program}.log", "w") as log:
+                return subprocess.run([self.build / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1",
+                                       f"--gtest_filter=-{SLOW}"], cwd=self.build, env=environment, stdout=log,
+                                      stderr=subprocess.STDOUT, timeout=PATIENCE).returncode != 0
         except subprocess.TimeoutExpired:
             return True
 
@@ -223,7 +223,7 @@ def main():
         place = Place(number)
         place.prepare()
         if not place.compiles(programs) or any(place.fails(p) for p in programs):
-            print("the tests fail without a mutant", flush=True)
+            print(f"the tests fail without a mutant: see the logs in {place.build}", flush=True)
             os._exit(2)
         places.put(place)
 

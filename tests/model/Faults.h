@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "Helpers.h"
+#include "tests/OrdinaryUser.h"
 
 // What the tests of faulty files and disks share. Linux only.
 
@@ -18,19 +19,6 @@ class Deadline {
     ~Deadline() { alarm(0); }
     Deadline(const Deadline&) = delete;
     Deadline& operator=(const Deadline&) = delete;
-};
-
-/// Acts as a user whom permissions bind, where the tests run as the superuser.
-class OrdinaryUser {
-  public:
-    OrdinaryUser() { bound_ = geteuid() != 0 || seteuid(65534) == 0; }
-    ~OrdinaryUser() { EXPECT_EQ(seteuid(getuid()), 0); }
-    OrdinaryUser(const OrdinaryUser&) = delete;
-    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-    [[nodiscard]] bool bound() const { return bound_; }
-
-  private:
-    bool bound_ = false;
 };
 
 /// Runs `check` in a process of its own that may take this much more memory, in bytes, than it has.

@@ -3,29 +3,11 @@
 #include <unistd.h>
 
 #include "FileDialogHelpers.h"
+#include "tests/OrdinaryUser.h"
 
 // A scheme cannot be saved everywhere. The dialog says so while another name can still be chosen.
 
 namespace {
-
-// Write protection means nothing to root, so the test goes on as nobody for a while.
-class Unprivileged {
-  public:
-    Unprivileged() : wasRoot_(geteuid() == 0) {
-        if (wasRoot_) works_ = setresuid(nobody, nobody, 0) == 0;
-    }
-    ~Unprivileged() {
-        if (wasRoot_ && works_) works_ = setresuid(0, 0, 0) == 0;
-        EXPECT_EQ(geteuid() == 0, wasRoot_);
-    }
-    Unprivileged(const Unprivileged&) = delete;
-    [[nodiscard]] bool works() const { return works_; }
-
-  private:
-    static constexpr uid_t nobody = 65534;
-    bool wasRoot_;
-    bool works_ = true;
-};
 
 class SaveRefusal : public testing::Test {
   protected:
@@ -115,8 +97,8 @@ TEST_F(SaveRefusal, OfAWriteProtectedFile) {
     writeBytes(folder / "old.txt", "old");
     protect(folder / "old.txt", 0444);
     protect(folder.path(), 0777);
-    const Unprivileged user;
-    if (!user.works() || access((folder / "old.txt").c_str(), W_OK) == 0)
+    const OrdinaryUser user;
+    if (!user.bound() || access((folder / "old.txt").c_str(), W_OK) == 0)
         GTEST_SKIP() << "files cannot be write-protected here";
     expectRefusal("old.txt", "This file is write-protected:\n" + (folder / "old.txt").string());
     expectRefusal("old", "This file is write-protected:\n" + (folder / "old.txt").string());
@@ -126,8 +108,8 @@ TEST_F(SaveRefusal, OfAWriteProtectedFolder) {
     writeBytes(folder / "old.txt", "old");
     protect(folder / "old.txt", 0666);
     protect(folder.path(), 0555);
-    const Unprivileged user;
-    if (!user.works() || access(folder.path().c_str(), W_OK) == 0)
+    const OrdinaryUser user;
+    if (!user.bound() || access(folder.path().c_str(), W_OK) == 0)
         GTEST_SKIP() << "folders cannot be write-protected here";
     const auto message = "No file can be written in the folder\n" + folder.path().string();
     expectRefusal("new.txt", message);
