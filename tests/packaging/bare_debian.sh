@@ -16,17 +16,16 @@ root=$folder/root
 wizard=''
 # shellcheck disable=SC2317 # the trap calls it
 clean_up() {
-    if [[ -n $wizard ]]; then kill "$wizard" && wait "$wizard"; fi || true
+    if [[ -n $wizard ]]; then kill -KILL "$wizard" && wait "$wizard"; fi 2>/dev/null || true
     rm -rf --one-file-system "$folder"
 }
 trap clean_up EXIT
 
 # Runs a command in the bare Debian, which ends with all that it started when this script or the command does.
-inside() {
-    unshare --mount --pid --fork --kill-child --mount-proc="$root/proc" \
-        env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive DISPLAY="$DISPLAY" \
-        ${http_proxy:+http_proxy="$http_proxy"} chroot "$root" "$@"
-}
+enter=(unshare --mount --pid --fork --kill-child --mount-proc="$root/proc"
+    env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive DISPLAY="$DISPLAY"
+    ${http_proxy:+http_proxy="$http_proxy"} chroot "$root")
+inside() { "${enter[@]}" "$@"; }
 
 # quiet COMMAND... - shows what it says only when it fails, which ends the script.
 quiet() { "$@" >"$folder/log" 2>&1 || { tail -n 20 "$folder/log" >&2; exit 1; }; }
@@ -35,6 +34,7 @@ quiet() { "$@" >"$folder/log" 2>&1 || { tail -n 20 "$folder/log" >&2; exit 1; };
 make_debian() {
     user=$2
     home=/home/$user
+    as=(runuser -u "$user" -- env HOME="$home" USER="$user" XDG_RUNTIME_DIR="/run/user/$user" sh -c)
     say "a bare Debian ($1) in $root"
     mkdir "$root"
     quiet debootstrap --variant=minbase "$1" "$root"
@@ -44,9 +44,7 @@ make_debian() {
 }
 
 # as_user SCRIPT - runs a shell script as the user, in the user's home.
-as_user() {
-    inside runuser -u "$user" -- env HOME="$home" USER="$user" XDG_RUNTIME_DIR="/run/user/$user" sh -c "cd && $1"
-}
+as_user() { inside "${as[@]}" "cd && $1"; }
 
 # wait_for TITLE - waits for a window and until it has the keyboard. The title is a regular expression.
 wait_for() {
@@ -65,7 +63,7 @@ main='Reporting Scheme Wizard for Pelmo 1[.]02'
 
 # start COMMAND - starts the wizard, up to its first window.
 start() {
-    as_user "exec $1" &
+    "${enter[@]}" "${as[@]}" "cd && exec $1" &
     wizard=$!
     wait_for 'Pelmo Wizard Introduction[.]+'
 }

@@ -35,6 +35,7 @@ same() { diff "$1" "$2" >&2 || fail "$3"; }
 example() { python3 tests/help/tutorial.py example "$@"; }
 
 make_debian "$release" you
+inside install -d -o you -g you -m 700 "$home/.config" # as desktops do
 quiet inside apt-get update
 # As on a desktop: the user may do what root may.
 quiet inside apt-get install -y --no-install-recommends sudo
@@ -69,7 +70,7 @@ press Return
 wait_for "$main"
 picture main-window
 press F1
-wait_for '.*CHM.*'
+wait_for "xCHM .*: $message"
 sleep 2
 picture help
 press alt+F4
