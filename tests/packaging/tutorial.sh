@@ -79,14 +79,17 @@ leave
 
 # --- the tutorial ---
 
-# follow KEY - sets 'window' to the title of the window that has the keyboard once the key was pressed, and 'menu' to the
-# keys that have opened a menu of the main window.
+# follow KEY - sets 'window' to the title of the window that has to have the keyboard once the key was pressed, and
+# 'menu' to the keys that have opened a menu of the main window.
 follow() {
     local goes_to=$window
     case "$window|$menu $1" in
         "$introduction| Escape") goes_to=$message ;;
         "$message| Return") goes_to=$main ;;
-        "$main| alt+f" | "$main| alt+n" | "$main| alt+w" | "$main| Menu" | "$main|alt+f o") menu=${menu:+$menu }$1 && return ;;
+        "$main| alt+f" | "$main| alt+n" | "$main| alt+w" | "$main| Menu" | "$main|alt+f o")
+            menu=${menu:+$menu }$1
+            return
+            ;;
         "$main|alt+n a" | "$main|alt+n t" | "$main|alt+w a" | "$main|alt+w t") goes_to=$report ;;
         "$main|alt+n s" | "$main|alt+w s") goes_to=$save_dialog ;;
         "$main|alt+f o n" | "$main|alt+f o w") goes_to=$open_dialog ;;
@@ -105,7 +108,7 @@ follow() {
     window=$goes_to
 }
 
-# play PAGE - with pictures of each step at its end, and of all that a key closes or saves.
+# play PAGE - with a picture of each step at its end, of each menu, and of all that is saved or closed.
 play() {
     local page=$1 step='' action value before
     say "$page"
@@ -119,7 +122,7 @@ play() {
             press)
                 before=$window
                 follow "$value"
-                if [[ $value == F3 || ($window != "$before" && $before != "$main") ]]; then
+                if [[ $value == F3 || ($window != "$before" && $before != "$main" && $before != Form*) ]]; then
                     picture "$page-$step-$value"
                 fi
                 press "$value"
@@ -162,6 +165,9 @@ play tutorial-import
 leave
 
 say "import into PostgreSQL"
+# The bare Debian has no init system; services shall be started all the same.
+printf '#!/bin/sh\nexit 0\n' >"$root/usr/sbin/policy-rc.d"
+chmod +x "$root/usr/sbin/policy-rc.d"
 { example import-postgresql 2 && echo 'SELECT * FROM XST1; SELECT * FROM XST2;'; } >"$folder/statements"
 # One command, so that the server that the installation starts is there to the end.
 as_user "{ $(example import-postgresql 1)
