@@ -93,7 +93,7 @@ def main():
         else:
             print(check())
     except Unreadable as fault:
-        print(fault)
+        print(fault, file=sys.stderr)
         return 1
     return 0
 

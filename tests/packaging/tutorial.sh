@@ -129,6 +129,7 @@ play() {
                 wait_for "$window"
                 if [[ -n $menu ]]; then picture "$page-$step-$value"; fi
                 ;;
+            *) fail "nobody can $action $value" ;;
         esac
     done 3< <(python3 tests/help/tutorial.py steps "$page" || echo step failed)
     if [[ $step == failed ]]; then fail "the page cannot be followed"; fi
