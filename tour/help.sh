@@ -114,11 +114,11 @@ saved
 keys End Return
 add_node Subjects Return r Return +spG_SubjectsBelow Return l
 saved
-keys Right Home Down Right Down Right Down Return
+keys Home asterisk
 tree tutorial-tree 0 7
 
 # Tutorial 2: the paragraphs.
-keys Tab Tab
+keys Down Down Down Return Tab Tab
 add_paragraph Reader: Return h Return +spW_ReaderCard Return l
 saved
 add_paragraph 'Loans of this reader' Return Return +spW_LoansOfReader Return l Return Return +3

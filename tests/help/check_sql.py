@@ -45,7 +45,7 @@ def run(database, commands, files):
 
 # The tutorial: its two files give seven nodes and four paragraphs, and its view lists the readers.
 nodes, paragraphs = examples("tutorial-save.html")
-tables, look, view = examples("tutorial-import.html")
+start, tables, look, view = examples("tutorial-import.html")
 database = sqlite3.connect(":memory:")
 run(database, tables, {"XST1.txt": nodes, "XST2.txt": paragraphs})
 in_xst1, in_xst2 = run(database, look, {})
