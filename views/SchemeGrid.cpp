@@ -37,7 +37,6 @@ SchemeGrid::SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> 
     horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->viewport()->installEventFilter(this);
-    fitColumns();
 }
 
 void SchemeGrid::show(std::unique_ptr<const GridRows> rows) {
