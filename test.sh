@@ -21,8 +21,7 @@ export QT_QPA_PLATFORM=offscreen # a test that wants an X server brings it along
 run() { # PRESET [CTEST_OPTION...]
     say "preset $1"
     build "$1"
-    # One more than processors: the tests of windows wait most of the time.
-    ctest --preset "$1" --no-tests=error -j "$(($(getconf _NPROCESSORS_ONLN) + 1))" "${@:2}"
+    ctest --preset "$1" --no-tests=error -j "$(getconf _NPROCESSORS_ONLN)" "${@:2}"
 }
 
 if (($# == 0)); then
