@@ -64,10 +64,10 @@ char* FileReader::skipLine(char* from) const {
     return from;
 }
 
-// CR LF, LF and CR each end a line; so does the end of the bytes, whose spare byte is an LF.
+// LF and CR each end a line, and so does the end of the bytes, whose spare byte is an LF. CR LF thus ends a line and an
+// empty one, which is passed over like every line without a number.
 void FileReader::goBehind(char* lineEnd) {
-    if (lineEnd != end_ && *lineEnd == '\r' && lineEnd + 1 != end_ && lineEnd[1] == '\n') ++lineEnd;
-    next_ = lineEnd == end_ ? end_ : lineEnd + 1;
+    next_ = std::min(lineEnd + 1, end_);
 }
 
 FileBytes readFile(const std::filesystem::path& file) {

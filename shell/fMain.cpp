@@ -280,10 +280,11 @@ void fMain::mnuNavToDo_Click() {
 void fMain::mnuDisSave_Click() {
     const auto name = GetSaveAsName(QStringLiteral("XST2.txt"), programFolder());
     if (name.empty()) return;
-    const bool saved = [&] {
+    bool saved = false;
+    {
         const BusyCursor busy;
-        return oNavs->SaveWeb(name);
-    }();
+        saved = oNavs->SaveWeb(name);
+    }
     if (!saved) showMessage(this, QStringLiteral("Unable to save file.."));
 }
 

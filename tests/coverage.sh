@@ -12,7 +12,7 @@ find build/coverage -name '*.gcda' -delete
 ctest --preset coverage -j "$(getconf _NPROCESSORS_ONLN)"
 
 report() {
-    gcovr --root . --object-directory build/coverage --exclude-unreachable-branches --gcov-ignore-parse-errors "$@"
+    gcovr --root . --object-directory build/coverage --exclude-directories 'CMakeFiles/[0-9]' "$@"
 }
 folders=(--filter 'model/' --filter 'analysis/' --filter 'views/' --filter 'forms/' --filter 'shell/')
 report "${folders[@]}" --json build/coverage/lines.json

@@ -34,7 +34,7 @@ TESTS = {  # the tests that may notice a change in a folder, the nearest first
     "forms": ["forms"],
     "shell": ["shell"],
 }
-SLOW = "*AnyTree*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:NavTreeDeepTest.*"
+SLOW = "*AnyTree*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
 QUICK = "-" + SLOW
 PATIENCE = {QUICK: 180, SLOW: 1800}  # seconds a test program may take; a mutant that hangs is caught
 WANTED = 0.95

@@ -56,7 +56,6 @@ NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), 
     setIndentation(toPixels(indentationTwips, logicalDpiX()));
     setRootIsDecorated(false);
     setHeaderHidden(true);
-    setHorizontalScrollMode(ScrollPerPixel);
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::Fixed);
     header()->setResizeContentsPrecision(0);

@@ -17,6 +17,22 @@ struct LoadFault : testing::Test {
     Deadline deadline;
     TempFolder folder;
 
+    // Neither scheme keeps anything, old or new, and nothing is said.
+    static void expectNoMemoryFor(const std::filesystem::path& file, std::size_t memory) {
+#ifdef WIZARD_SANITIZED
+        GTEST_SKIP() << "the sanitizer takes memory by its own rules";
+#endif
+        const auto answer = withLittleMemory(memory, [&] {
+            clsNavSchemes navs;
+            addNodes(navs, {{1, 0}, {2, 1}});
+            addParagraphs(navs.oWebs, {{1, 1}});
+            navs.inform = [](std::string_view) { _exit(3); };
+            if (!navs.LoadData(file) || navs.Count() != 0) return 1;
+            if (!navs.oWebs.LoadData(file) || navs.oWebs.Count() != 0) return 2;
+            return 0;
+        });
+        EXPECT_EQ(answer, 0) << "1: nodes, 2: paragraphs, 3: a message";
+    }
     // Both schemes become empty, the tree is cleared, and that is all.
     static void expectEmpty(const std::filesystem::path& file) {
         Screen screen;
@@ -89,6 +105,15 @@ TEST_F(LoadFault, AFileThatIsLongerThanItSays) {
     EXPECT_EQ(rowsOf(navs), Rows{"7|longer|G|1|q|||"});
 }
 
+TEST_F(LoadFault, AFileMuchLongerThanItSays) {
+    const std::filesystem::path file = "/proc/kallsyms";
+    std::error_code error;
+    if (std::filesystem::file_size(file, error) != 0 || error) GTEST_SKIP() << "there is no such file here";
+    const auto expected = bytesOf(file);
+    const auto content = readFile(file);
+    EXPECT_TRUE(std::string_view(content.bytes.get(), content.size) == expected) << expected.size();
+}
+
 // And some that they will have more than they do, as one that shrinks while it is read.
 TEST_F(LoadFault, AFileThatIsShorterThanItSays) {
     const std::filesystem::path file = "/sys/kernel/mm/transparent_hugepage/enabled";
@@ -100,21 +125,16 @@ TEST_F(LoadFault, AFileThatIsShorterThanItSays) {
 }
 
 TEST_F(LoadFault, AFileLargerThanTheMemory) {
-#ifdef WIZARD_SANITIZED
-    GTEST_SKIP() << "the sanitizer takes memory by its own rules";
-#endif
     const auto file = writeBytes(folder / "large.txt", "1,a,F,0\r\n");
     std::filesystem::resize_file(file, std::uintmax_t{200} << 20);
-    const auto answer = withLittleMemory(std::size_t{100} << 20, [&] {
-        clsNavSchemes navs;
-        addNodes(navs, {{1, 0}, {2, 1}});
-        addParagraphs(navs.oWebs, {{1, 1}});
-        navs.inform = [](std::string_view) { _exit(3); };
-        if (!navs.LoadData(file) || navs.Count() != 0) return 1;
-        if (!navs.oWebs.LoadData(file) || navs.oWebs.Count() != 0) return 2;
-        return 0;
-    });
-    EXPECT_EQ(answer, 0) << "1: nodes, 2: paragraphs, 3: a message";
+    expectNoMemoryFor(file, std::size_t{100} << 20);
+}
+
+// The file itself has room in the memory.
+TEST_F(LoadFault, RecordsLargerThanTheMemory) {
+    std::string lines;
+    for (int id = 1; id <= 300'000; ++id) lines += std::to_string(id) + "\n";
+    expectNoMemoryFor(writeBytes(folder / "many.txt", lines), std::size_t{8} << 20);
 }
 
 // Almost all of it is a hole, which takes no place on the disk.

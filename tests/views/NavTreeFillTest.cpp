@@ -6,6 +6,22 @@
 
 namespace {
 
+/// Notes whether a widget is painted.
+class PaintWatch final : public QObject {
+  public:
+    explicit PaintWatch(QWidget& widget) { widget.installEventFilter(this); }
+    [[nodiscard]] bool painted() const { return painted_; }
+
+  protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        painted_ = painted_ || event->type() == QEvent::Paint;
+        return false;
+    }
+
+  private:
+    bool painted_ = false;
+};
+
 class NavTreeFillTest : public testing::Test {
   protected:
     void SetUp() override { ASSERT_TRUE(window.appear()); }
@@ -194,6 +210,18 @@ TEST_F(NavTreeFillTest, GettingTheKeyboardBackKeepsTheSelectedNode) {
     EXPECT_EQ(window.tree->currentIndex(), window.at("N2"));
 }
 
+// The row of the keyboard is drawn with a frame.
+TEST_F(NavTreeFillTest, GettingTheKeyboardPaintsTheTreeAnew) {
+    NEEDS_ACTIVE(&window);
+    window.showSample();
+    window.click("N2");
+    window.navGrid->setFocus();
+    QCoreApplication::processEvents();
+    PaintWatch watch(*window.tree->viewport());
+    window.tree->setFocus(Qt::TabFocusReason);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return watch.painted(); }));
+}
+
 TEST_F(NavTreeFillTest, ExpandOpensANodeOrNothing) {
     window.showSample();
     window.tree->Expand("N3");
@@ -217,6 +245,7 @@ TEST_F(NavTreeFillTest, ShowsWhatItShowedUntilTheNextRedraw) {
 }
 
 TEST_F(NavTreeFillTest, LooksAsItShould) {
+    EXPECT_EQ(window.tree->horizontalScrollMode(), QAbstractItemView::ScrollPerPixel);
     EXPECT_EQ(window.tree->font().family(), QStringLiteral("Arial"));
     EXPECT_DOUBLE_EQ(window.tree->font().pointSizeF(), 10);
     EXPECT_TRUE(window.tree->font().bold());
@@ -275,7 +304,8 @@ TEST_F(NavTreeFillTest, WidensTheColumnAsLongTextsScrollIntoView) {
 
 TEST_F(NavTreeFillTest, TellsTheNumberOfChildrenThatItShows) {
     window.showSample();
-    for (const auto& [key, count] : {std::pair<const char*, int>{"N1", 2}, {"N2", 2}, {"N4", 1}, {"N7", 0}, {"N3", 1}})
+    for (const auto& [key, count] :
+         {std::pair<const char*, int>{"N1", 2}, {"N2", 2}, {"N4", 1}, {"N7", 0}, {"N3", 1}})
         EXPECT_EQ(window.tree->childCount(key), count) << key;
     for (const char* key : {"", "2", "N99", "N02"}) EXPECT_EQ(window.tree->childCount(key), 0) << key;
     window.navs.Add(makeNode(8, 7, "?", "of no type"));
