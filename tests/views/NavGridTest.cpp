@@ -82,3 +82,12 @@ TEST_F(NavGridTest, ScrollsARowToTheTop) {
     }
     EXPECT_FALSE(window.navGrid->currentIndex().isValid());
 }
+
+TEST_F(NavGridTest, ScrollsARowOfTheLastPageIntoView) {
+    for (int id = 100; id < 200; ++id) window.navs.Add(makeNode(id, 1, "N", "more"));
+    window.navs.DispInGrid();
+    window.navGrid->showAtTop("199");
+    const auto last = window.navGrid->model()->index(window.navGrid->model()->rowCount() - 1, 0);
+    ASSERT_EQ(last.data().toString(), QStringLiteral("199"));
+    EXPECT_TRUE(window.navGrid->viewport()->rect().contains(window.navGrid->visualRect(last)));
+}
