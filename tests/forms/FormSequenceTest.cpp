@@ -103,6 +103,7 @@ class Played : public Stage {
                 const std::string letters = isNode_ ? "FGRN" : "CHEMIST";
                 const int index = below(static_cast<int>(letters.size()));
                 RC_LOG() << "type " << index << '\n';
+                leaveLength();
                 choose("lstType", index);
                 model.chooseType(letters.substr(static_cast<std::size_t>(index), 1));
                 break;
@@ -111,6 +112,7 @@ class Played : public Stage {
                 if (!model.isUsable("lstParm")) break;
                 const int kind = below(5);
                 RC_LOG() << "kind " << kind << '\n';
+                leaveLength();
                 choose("lstParm", kind);
                 model.chooseKind(kind);
                 break;
@@ -122,7 +124,14 @@ class Played : public Stage {
                 RC_ASSERT(refused().empty() == isTaken);
                 break;
             }
-            case 3: key(anyStep()); break;
+            case 3: {
+                const auto step = anyStep();
+                RC_LOG() << QKeySequence(step).toString().toStdString() << '\n';
+                const auto before = focusName();
+                key(step);
+                if (before == "txtnn" && focusName() != before) model.compose();
+                break;
+            }
             default: {
                 const auto field = anyOf(
                     isNode_ ? Rows{"txtDescription", "txtQuery", "txtnn", "txtParm", "txtIcon", "txtRole"}
@@ -131,6 +140,7 @@ class Played : public Stage {
                 const bool isNumber = field == "txtnn" || field == "txtForm" || field == "txtSeqNo";
                 const auto written = anyOf(isNumber ? Rows{"0", "7", "12", "123"} : Rows{"", "a", "All", "q 1"});
                 RC_LOG() << field << " " << written << '\n';
+                if (field != "txtnn") leaveLength();
                 enter(field, written);
                 model.write(field, written);
             }
@@ -170,8 +180,12 @@ class Played : public Stage {
     Model model;
 
   private:
-    // A key that changes no text, wherever the focus is. From the number fields, which are never left without a
-    // number.
+    // Who leaves the field of the key length has the parameter made anew, also when nothing was typed there.
+    void leaveLength() {
+        if (focusName() == "txtnn") model.compose();
+    }
+
+    // A key that types nothing, wherever the focus is.
     static Qt::Key anyStep() {
         constexpr Qt::Key steps[] = {Qt::Key_Tab, Qt::Key_Return, Qt::Key_Enter, Qt::Key_F1, Qt::Key_F9, Qt::Key_F12};
         return steps[below(6)];
