@@ -24,6 +24,16 @@ std::filesystem::path pathOf(const QString& name) {
 #endif
 }
 
+// The new file has a longer name for the moment before it takes the place of an old one, and only the end of a save
+// would notice that the system does not take that.
+bool leavesRoomForALongerName(const std::filesystem::path& file) {
+    std::error_code error;
+    auto longer = std::filesystem::weakly_canonical(file, error);
+    longer += ".XXXXXX";
+    static_cast<void>(std::filesystem::status(longer, error));
+    return error != std::errc::filename_too_long;
+}
+
 }  // namespace
 
 struct FileWriter::File {
@@ -38,7 +48,7 @@ FileWriter::FileWriter(const std::filesystem::path& file) : file_(std::make_uniq
         type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
     // Bytes that are no text would be written as another name.
     const bool nameable = pathOf(file_->file.fileName()) == file;
-    good_ = replaceable && nameable && file_->file.open(QIODevice::WriteOnly);
+    good_ = replaceable && nameable && leavesRoomForALongerName(file) && file_->file.open(QIODevice::WriteOnly);
 }
 
 FileWriter::~FileWriter() = default;

@@ -36,12 +36,8 @@ QString refusal(const QFileInfo& file) {
     if (file.exists() && !file.isFile()) return QStringLiteral("This is no file to save in:\n%1").arg(name);
     if (file.exists() && !file.isWritable()) return QStringLiteral("This file is write-protected:\n%1").arg(name);
     if (!folder.isWritable()) return QStringLiteral("No file can be written in the folder\n%1").arg(folderName);
-    // Last, what only the system knows: whether the name is too long, which a save would notice at its end, and
-    // whether it has reasons of its own, to find which a save is begun and given up.
-    const auto path = file.filesystemAbsoluteFilePath();
-    std::error_code error;
-    const bool canBeAName = std::filesystem::status(path, error).type() != std::filesystem::file_type::none;
-    if (!canBeAName || !FileWriter(path).isGood())
+    // Last, what only the system knows: a save is begun and given up.
+    if (!FileWriter(file.filesystemAbsoluteFilePath()).isGood())
         return QStringLiteral("This file cannot be written:\n%1").arg(name);
     return {};
 }
@@ -73,8 +69,9 @@ class FileDialog final : public QFileDialog {
     }
 
   protected:
-    // The list of proposals takes the keyboard for itself. Enter closes it together with the dialog; on X11 it may then
-    // open once more and vanish, and the main window is never told that the keyboard is back. So there is none meanwhile.
+    // The list of proposals takes the keyboard for itself. Enter closes it together with the dialog; on X11 it may
+    // then open once more and vanish, and the main window is never told that the keyboard is back. So there is none
+    // meanwhile.
     void accept() override {
         auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         auto* proposals = name ? name->completer() : nullptr;

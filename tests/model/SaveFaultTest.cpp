@@ -7,10 +7,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <climits>
 #include <csignal>
 #include <functional>
 
 #include "Faults.h"
+#include "model/FileWriter.h"
 
 // Disks that do not take what is written. Linux only.
 
@@ -238,6 +240,35 @@ TYPED_TEST(SaveFault, UnderAPathThatIsTooLong) {
     while (deep.native().size() < 5000) deep /= std::string(100, 'd');
     EXPECT_FALSE(scheme.SaveData(deep / "XST.txt"));
     EXPECT_EQ(this->folder_.names(), Rows());
+}
+
+// Where the new file could not get its longer name for a moment, the first save would succeed and no other.
+TYPED_TEST(SaveFault, UnderALongNameSavesAlwaysOrNever) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    constexpr std::size_t longest = NAME_MAX - std::string_view(".XXXXXX").size();
+    for (std::size_t length = longest - 8; length <= NAME_MAX + 1; ++length) {
+        const std::string name(length, 'n');
+        for (int save = 1; save <= 3; ++save)
+            EXPECT_EQ(scheme.SaveData(this->folder_ / name), length <= longest) << length << ", save " << save;
+        if (length <= longest) {
+            EXPECT_EQ(bytesOf(this->folder_ / name), savedBytes(scheme));
+        }
+        EXPECT_EQ(this->folder_.names(), length <= longest ? Rows{name} : Rows());
+        if (length <= longest) std::filesystem::remove(this->folder_ / name);
+    }
+}
+
+// The name that counts is that of the file itself.
+TYPED_TEST(SaveFault, ThroughALinkToALongName) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    const std::string name(NAME_MAX - 1, 'n');
+    writeBytes(this->folder_ / name, "before");
+    std::filesystem::create_symlink(name, this->folder_ / "link");
+    EXPECT_FALSE(scheme.SaveData(this->folder_ / "link"));
+    EXPECT_FALSE(FileWriter(this->folder_ / "link").isGood()) << "not known until the end";
+    EXPECT_EQ(bytesOf(this->folder_ / name), "before");
 }
 
 TYPED_TEST(SaveFault, NamesMayHaveAnyCharacter) {

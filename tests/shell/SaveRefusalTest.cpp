@@ -56,10 +56,12 @@ TEST_F(SaveRefusal, OfAFileAsFolder) {
 
 // Names are limited in bytes, of which a letter may take two.
 TEST_F(SaveRefusal, OfANameThatIsTooLong) {
-    std::string name;
-    for (int letter = 0; letter < 150; ++letter) name += "\xC3\xA9";
-    expectRefusal(name, "This file cannot be written:\n" + (folder / (name + ".txt")).string());
-    EXPECT_EQ(folder.names(), Rows());
+    for (const int letters : {150, 124}) {  // the system would still take the shorter one, but not every time
+        std::string name;
+        for (int letter = 0; letter < letters; ++letter) name += "\xC3\xA9";
+        expectRefusal(name, "This file cannot be written:\n" + (folder / (name + ".txt")).string());
+        EXPECT_EQ(folder.names(), Rows());
+    }
 }
 
 // Nothing may be opened to find out: it would wait for a reader.
