@@ -118,6 +118,8 @@ void WebGrid::Place(Twips left, Twips top, Twips width, Twips height) {
 
 void WebGrid::Fill(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) {
     show(std::make_unique<WebGridRows>(paragraphs));
+    // A click goes on to the tree and the other grid; the paragraphs, which it was made for, do not wait for them.
+    viewport()->repaint();
 }
 
 std::string WebGrid::CurrentText(int column) const {

@@ -39,6 +39,24 @@ TEST_F(WebGridTest, ShowsTheParagraphsOfANode) {
     EXPECT_EQ(idsIn(*grid()), "13 12 11 14");
 }
 
+// A click has the tree and the other grid to paint, too; the paragraphs are there before.
+TEST_F(WebGridTest, IsPaintedAtOnce) {
+    class Paintings final : public QObject {
+      public:
+        int count = 0;
+
+      protected:
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Paint ? 1 : 0;
+            return false;
+        }
+    } paintings;
+    QCoreApplication::processEvents();
+    grid()->viewport()->installEventFilter(&paintings);
+    window.navs.oWebs.DispInGrid(2);
+    EXPECT_EQ(paintings.count, 1);
+}
+
 TEST_F(WebGridTest, ShowsTheOrphans) {
     window.navs.oWebs.Add(makeParagraph(15, 99));
     window.navs.DispOrphans();
