@@ -6,6 +6,9 @@ usage: bench/make_scheme.py SHAPE NODES PREFIX [--shuffled]
 
   broad    folders in folders, about NODES^(1/5) nodes in each; at the ends the other types. No rule is broken.
   star     one root with all others below it
+  chain    each node below the one before
+  hot      a broad tree, and all paragraphs on one node
+  sparse   a broad tree with IDs far apart
 
 IDs rise through the tree, and every eighth or so is missing. The paragraphs stand in the order of their nodes.
 --shuffled puts the lines of both files in any order. The same arguments always make the same bytes.
@@ -22,6 +25,12 @@ def star(count, _):
     yield "F", None
     for _ in range(count - 1):
         yield "N", 0
+
+
+def chain(count, _):
+    yield "F", None
+    for place in range(count - 1):
+        yield "F", place
 
 
 def broad(count, dice):
@@ -55,22 +64,23 @@ def broad(count, dice):
 
 def main():
     arguments = [a for a in sys.argv[1:] if a != "--shuffled"]
-    if len(arguments) != 3 or arguments[0] not in ("broad", "star"):
+    links = {"broad": broad, "star": star, "chain": chain, "hot": broad, "sparse": broad}
+    if len(arguments) != 3 or arguments[0] not in links:
         sys.exit(__doc__)
     shape, count, prefix = arguments[0], int(arguments[1]), arguments[2]
     dice = random.Random(f"{shape} {count}")
 
     ids, number = [], 0
     for _ in range(count):
-        number += 2 if dice.random() < 0.14 else 1
+        number += dice.randint(1, 2_000) if shape == "sparse" else 2 if dice.random() < 0.14 else 1
         ids.append(number)
     nodes = []
-    for place, (kind, parent) in enumerate({"broad": broad, "star": star}[shape](count, dice)):
+    for place, (kind, parent) in enumerate(links[shape](count, dice)):
         query = f"spG_{dice.randrange(500)}" if kind in "GR" else ""
         nodes.append(f'{ids[place]},"{dice.choice(WORDS)} {dice.choice(OF)} {place}","{kind}",'
                      f'{0 if parent is None else ids[parent]},"{query}","{dice.choice(["Lkey", "CKey05", ""])}",'
                      f'"{ICONS[kind]}","{dice.choice(["", "", "desk"])}"\r\n')
-    owners = sorted(dice.choices(ids, k=count))
+    owners = [ids[count // 2]] * count if shape == "hot" else sorted(dice.choices(ids, k=count))
     paragraphs, order = [], 0
     for place, owner in enumerate(owners):
         order = order + 1 if place and owners[place - 1] == owner else 1
