@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
+
 #include "Fuzzing.h"
 #include "model/clsNavSchemes.h"
+#include "tests/model/Reference.h"
 
 // Any two files go the whole way: loaded, renumbered, checked, listed, saved, loaded again. Reports repeat, checking
-// changes nothing that is saved but the nodes of orphans, and what was loaded from a saved file is saved as it is.
+// changes nothing that is saved but the nodes of orphans, what is saved loads again as it was in memory, and what was
+// loaded from a saved file is saved as it is.
 
 namespace {
 
@@ -14,10 +18,50 @@ std::string below(const std::string& report, std::string_view heading) {
     return report.substr(at + heading.size());
 }
 
+std::string linkAndTexts(const clsNavScheme& node) {
+    return std::to_string(node.ID) + "<" + std::to_string(node.parentIs) + "|" +
+           std::string(node.descriptionIs.view()) + "|" + std::string(node.typeIs().view()) + "|" +
+           std::string(node.queryIs().view());
+}
+
 void requireLines(const std::string& report) {
     require(report.ends_with("\r\n"), "a report ends with the end of a line");
     for (std::size_t at = 0; (at = report.find('\n', at)) != std::string::npos; ++at)
         require(at != 0 && report[at - 1] == '\r', "lines end with CR LF");
+}
+
+// The nodes that a file gets: those of the tree in its order, and the first of those with one ID, which is all that
+// is loaded again.
+std::vector<std::string> savedNodes(const clsNavSchemes& navs) {
+    std::vector<reference::Link> links;
+    std::vector<std::string> rows;
+    for (const auto& node : navs.NewEnum()) {
+        links.push_back({node->ID, node->parentIs});
+        rows.push_back(linkAndTexts(*node));
+    }
+    std::vector<std::string> saved;
+    std::vector<std::int32_t> taken;
+    for (const auto place : reference::treeOrder(links)) {
+        if (std::find(taken.begin(), taken.end(), links[place].id) != taken.end()) continue;
+        taken.push_back(links[place].id);
+        saved.push_back(rows[place]);
+    }
+    return saved;
+}
+
+std::vector<std::string> allNodes(const clsNavSchemes& navs) {
+    std::vector<std::string> rows;
+    for (const auto& node : navs.NewEnum()) rows.push_back(linkAndTexts(*node));
+    return rows;
+}
+
+std::vector<std::string> allParagraphs(const clsNavSchemes& navs) {
+    std::vector<std::string> rows;
+    for (const auto& paragraph : navs.oWebs.NewEnum())
+        rows.push_back(std::to_string(paragraph->ID) + ">" + std::to_string(paragraph->XST1) + "|" +
+                       std::to_string(paragraph->seqNo) + "|" + std::to_string(paragraph->formIs) + "|" +
+                       std::string(paragraph->queryIs.view()));
+    return rows;
 }
 
 void check(clsNavSchemes& navs) {
@@ -32,8 +76,7 @@ void check(clsNavSchemes& navs) {
     // (A node with the ID 0 takes the orphans in: their node became 0.)
     bool hasZero = false;
     for (const auto& node : navs.NewEnum()) hasZero = hasZero || node->ID == 0;
-    if (!hasZero)
-        require(below(second, "THE ORPHANS: ") == below(first, "THE ORPHANS: "), "orphans stay orphans");
+    if (!hasZero) require(below(second, "THE ORPHANS: ") == below(first, "THE ORPHANS: "), "orphans stay orphans");
 }
 
 }  // namespace
@@ -55,6 +98,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     clsNavSchemes again;
     load(again, nodes);
     load(again.oWebs, paragraphs);
+    require(allNodes(again) == savedNodes(navs), "the tree is what is loaded again");
+    require(allParagraphs(again) == allParagraphs(navs), "the paragraphs are what is loaded again");
     check(again);
     // (Twins, which a renumbering may make, are dropped when they are loaded: from then on nothing changes.)
     const auto settled = savedBytes(again);

@@ -135,6 +135,39 @@ RC_GTEST_PROP(FormLaws, ANodeThatIsShownAsItIsClosesWithoutAQuestion, ()) {
     RC_ASSERT(stage.edited() == before);
 }
 
+// F3 without a change leaves the saved file as it was.
+RC_GTEST_PROP(FormLaws, SavingANodeThatIsShownAsItIsLeavesTheFile, ()) {
+    const auto drawn = drawNode({"", "F", "G", "R", "N"}, {"F", "G"});
+    const std::string type(drawn.node->typeIs().view());
+    RC_PRE(drawn.parameter.stored == drawn.parameter.becomes);
+    RC_PRE(type != "F" || drawn.parentType == "F");
+    Opened stage;
+    stage.navs.Item(2)->setTypeIs(drawn.parentType);
+    if (stage.navs.Item(drawn.node->ID)) drawn.node->ID = 8;
+    stage.navs.Add(std::make_shared<clsNavScheme>(*drawn.node));
+    const auto before = savedBytes(stage.navs);
+    stage.open(drawn.node, stage.navs.Item(2));
+    stage.key(Qt::Key_F3);
+    RC_ASSERT(savedBytes(stage.navs) == before);
+}
+
+RC_GTEST_PROP(FormLaws, SavingAParagraphThatIsShownAsItIsLeavesTheFile, ()) {
+    const auto parameter = oneOf(parameters);
+    RC_PRE(parameter.stored == parameter.becomes);
+    const auto paragraph = drawParagraph({"", "C", "H", "E", "M", "I", "S", "T"}, parameter);
+    // Of the fields that its type does not use nothing is stored.
+    const std::string type(paragraph->typeIs.view());
+    if (type != "H" && !type.empty()) paragraph->formIs = 0;
+    if (!type.empty() && std::string("HEMI").find(type) != std::string::npos) paragraph->colsAre = "";
+    Opened stage;
+    stage.navs.oWebs.Remove(std::to_string(paragraph->ID));
+    stage.navs.oWebs.Add(std::make_shared<clsWebScheme>(*paragraph));
+    const auto before = savedBytes(stage.navs.oWebs);
+    stage.open(paragraph);
+    stage.key(Qt::Key_F3);
+    RC_ASSERT(savedBytes(stage.navs.oWebs) == before);
+}
+
 RC_GTEST_PROP(FormLaws, ANodeClosesWithAQuestionExactlyIfItIsShownOtherwise, ()) {
     const auto drawn = drawNode(someNodeTypes, someParents);
     const std::string type(drawn.node->typeIs().view());
