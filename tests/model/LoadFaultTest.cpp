@@ -4,7 +4,9 @@
 #include <sys/sysmacros.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <fstream>
+#include <thread>
 
 #include "Faults.h"
 #include "model/FileReader.h"
@@ -122,6 +124,51 @@ TEST_F(LoadFault, AFileThatIsShorterThanItSays) {
     if (error || size <= bytesOf(file).size()) GTEST_SKIP() << "there is no such file here";
     EXPECT_EQ(readFile(file).size, bytesOf(file).size());
     expectEmpty(file);
+}
+
+// Another program writes, cuts, removes and replaces the file meanwhile: what is read is its beginning, or nothing.
+TEST_F(LoadFault, AFileThatShrinksAndVanishesWhileItIsRead) {
+    constexpr int records = 30'000;
+    constexpr int attempts = 400;
+    constexpr std::string_view lineEnd = ",node,F,0\r\n";
+    std::string whole;
+    for (int id = 1; id <= records; ++id) whole += std::to_string(id) + std::string(lineEnd);
+    const auto file = writeBytes(folder / "busy.txt", whole);
+    std::atomic<bool> done = false;
+    std::thread other([&] {
+        for (int round = 0; !done; ++round) {
+            const auto half = std::uintmax_t{whole.size()} / 2 + static_cast<std::uintmax_t>(round % 100);
+            std::error_code ignored;
+            switch (round % 4) {
+                case 0: std::filesystem::resize_file(file, half, ignored); break;
+                case 1: std::filesystem::resize_file(file, 0, ignored); break;
+                case 2: std::filesystem::remove(file, ignored); break;
+                default:
+                    writeBytes(folder / "next.txt", whole);
+                    std::filesystem::rename(folder / "next.txt", file, ignored);
+            }
+            // Longer while it is whole.
+            std::this_thread::sleep_for(std::chrono::microseconds(round % 4 == 3 ? 3000 : round * 37 % 1000));
+        }
+    });
+    int complete = 0;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        const auto content = readFile(file);
+        const std::string_view read(content.bytes.get(), content.size);
+        ASSERT_TRUE(whole.starts_with(read)) << "attempt " << attempt << ", " << read.size() << " bytes";
+        clsNavSchemes navs;
+        ASSERT_TRUE(navs.LoadData(file));
+        ASSERT_LE(navs.Count(), records);
+        complete += navs.Count() == records ? 1 : 0;
+        if (const auto last = navs.Count(); last > 1) {
+            const auto nodeBefore = navs.Item(last - 1);
+            ASSERT_TRUE(nodeBefore && rowOf(*nodeBefore) == std::to_string(last - 1) + "|node|F|0||||");
+        }
+    }
+    done = true;
+    other.join();
+    EXPECT_GT(complete, 0);
+    EXPECT_LT(complete, attempts) << "never met";
 }
 
 TEST_F(LoadFault, AFileLargerThanTheMemory) {
