@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <QCursor>
 #include <QMenu>
-#include <cmath>
 #include <limits>
+#include <optional>
 
 #include "forms/fNav.h"
 #include "forms/fWeb.h"
@@ -12,7 +12,8 @@
 #include "views/MessageBox.h"
 
 // What the events of the tree and the paragraph grid, and the commands of their popup menus, do to nodes and
-// paragraphs. Keys are IDs as text. A command on a record that is gone does nothing.
+// paragraphs. Keys are IDs as text. A command on a record that is not filed under its ID does nothing: it is gone, or
+// a renumbering has given it another ID since it was added.
 
 namespace {
 
