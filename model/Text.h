@@ -10,7 +10,8 @@
 /// A scheme of a million nodes holds six million of them, so a text is one pointer wide. It either owns its
 /// bytes, or, in a record that was read from a file, lies in the bytes of that file, which live as long as the
 /// record does. Copying keeps this safe: a copy shares owned bytes and duplicates bytes of a file, so it never
-/// depends on the record that it came from. (Moving takes the pointer as it is: never move out of a record.)
+/// depends on the record that it came from. (Moving takes the pointer as it is; the records are therefore only
+/// copied.)
 ///
 /// Texts are for one thread only: the counts of shared bytes are not atomic.
 class Text {

@@ -7,10 +7,14 @@
 
 /// One node of the navigational scheme: a row of table XST1.
 ///
-/// The record itself enforces one rule: only generating nodes have a query and a parameter. So set the type before
+/// The record itself enforces one rule: F and N nodes have neither query nor parameter. So set the type before
 /// the query and the parameter.
 class clsNavScheme {
   public:
+    clsNavScheme() = default;
+    clsNavScheme(const clsNavScheme&) = default;  // and no move: texts of a file must not leave their record
+    clsNavScheme& operator=(const clsNavScheme&) = default;
+
     Text descriptionIs;          ///< shown for the node in the tree
     std::int32_t parentIs = 0;   ///< ID of the parent node; 0 marks the root
     Text iconIs;                 ///< icon that the reporting product shows for the node

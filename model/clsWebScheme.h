@@ -11,6 +11,10 @@
 /// image), S (table with sums), T (thumbnails of images).
 class clsWebScheme {
   public:
+    clsWebScheme() = default;
+    clsWebScheme(const clsWebScheme&) = default;  // and no move: texts of a file must not leave their record
+    clsWebScheme& operator=(const clsWebScheme&) = default;
+
     std::int32_t XST1 = 0;   ///< ID of the node on whose report page the paragraph stands
     std::int32_t seqNo = 0;  ///< order of the paragraph on that page
     Text titleIs;
