@@ -210,6 +210,17 @@ std::string EntryForm::valueOf(const char* name) const {
     return line(name).bytes();
 }
 
+bool EntryForm::isFilled(const char* name) const {
+    const auto* field = fieldOf(inputs_.at(name));
+    return field->kind == EntryField::Line || field->kind == EntryField::CheckedNumber;
+}
+
+int EntryForm::placeOfType(std::string_view letter) const {
+    const auto found = std::ranges::find(typeChoices_, letter,
+                                         [](const TypeChoice& type) { return std::string_view(type.entry, 1); });
+    return found == typeChoices_.end() ? -1 : static_cast<int>(found - typeChoices_.begin());
+}
+
 void EntryForm::chooseParameter(std::string_view parmIs) {
     const auto kind = readParameterKind(parmIs);
     if (!kind) return;
@@ -306,11 +317,11 @@ void EntryForm::sendBack(QWidget& field) {
 
 bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
     const auto* field = fieldOf(watched);
-    const bool held = watched != inField_ && lacksNumber(inField_);
+    const auto isHeld = [&] { return watched != inField_ && lacksNumber(inField_); };
     switch (event->type()) {
         // The mouse moves the focus before the field that it pressed hears of it.
         case QEvent::FocusIn:
-            if (!field || (held && static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason)) break;
+            if (!field || (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason && isHeld())) break;
             inField_ = inputs_.at(field->name);
             if (*field->help && isMoveInForm(*event)) showHelp(field->help);
             break;
@@ -319,11 +330,11 @@ bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
             break;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
-            if (!held || focusWidget() == inField_) break;
+            if (focusWidget() == inField_ || !isHeld()) break;
             sendBack(*inField_);
             return true;
         case QEvent::ContextMenu:  // of a press that was sent back
-            if (held) return true;
+            if (isHeld()) return true;
             break;
         default: break;
     }

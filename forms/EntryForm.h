@@ -24,6 +24,7 @@ struct EntryField {
         TypeList,       ///< the list of types, `lstType`
         KindList,       ///< the list of parameter kinds, `lstParm`
         KeyLength,      ///< the length of a character key, `txtnn`; a checked number
+        Parameter,      ///< a text box with the parameter, `txtParm`, which is made of the chosen kind and the length
     };
     Kind kind;
     const char* label;    ///< name of the label; empty for a field that stands in the row of the one before
@@ -71,6 +72,10 @@ class EntryForm : public QDialog {
     /// The text of a field as bytes of the code page; of the list of types the letter of the chosen one.
     [[nodiscard]] std::string valueOf(const char* name) const;
 
+    /// Whether a text box shows what the record says.
+    [[nodiscard]] bool isFilled(const char* name) const;
+    /// The place of the type with this letter among all types, from 0; -1 for any other text.
+    [[nodiscard]] int placeOfType(std::string_view letter) const;
     /// Fills the list of types, but for those with one of these letters, and that of the parameter kinds.
     void fillLists(std::string_view left = {});
     /// Chooses the parameter kind that is stored as `parmIs`, none for an unknown one.

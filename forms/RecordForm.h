@@ -70,10 +70,10 @@ class RecordForm : public EntryForm {
     [[nodiscard]] const Pointer& record() const { return record_; }
     void setRecord(Pointer record) { record_ = std::move(record); }
 
-    /// Shows a member of the record in its text box.
-    void fill(const char* field) {
+    /// Shows the record in the text boxes.
+    void fillFields() {
         for (const auto& member : members_)
-            if (std::string_view(member.field) == field) line(field).setBytes(member.read(*record_));
+            if (isFilled(member.field)) line(member.field).setBytes(member.read(*record_));
     }
 
     [[nodiscard]] bool isChanged() const override {

@@ -3,6 +3,7 @@
 
 #include <QFontDatabase>
 #include <QLabel>
+#include <algorithm>
 
 #include "views/CodePage.h"
 
@@ -29,7 +30,7 @@ constexpr EntryField fields[] = {
     {EntryField::KindList, "Label9", "Parameter Type:", "lstParm",
      "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'."},
     {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn", "Please enter numeric value"},
-    {EntryField::Line, "", "Parameter Type: as it will be stored", "txtParm", ""},
+    {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", ""},
     {EntryField::Line, "Label11", "Icon Name:", "txtIcon",
      "Name of the Icon which is to be associated with this node. The Icon should be present in ImageList "
      "Control."},
@@ -104,7 +105,7 @@ void fNav::setNavObject(Pointer node) {
                            decode(PObject_->descriptionIs.view()));
     fillLists(belowFixed ? "" : "F");
     if (!NavObject()) return;
-    for (const char* field : {"txtID", "txtDescription", "txtQuery", "txtIcon", "txtRole"}) fill(field);
+    fillFields();
     listOfTypes().setListIndex(indexOfType(NavObject()->typeIs()));
     chooseParameter(NavObject()->parmIs());
 }
@@ -112,9 +113,6 @@ void fNav::setNavObject(Pointer node) {
 // Below a generating node the list lacks the first type; below others that lack it too, the index is counted as if it
 // were there.
 int fNav::indexOfType(std::string_view type) const {
-    constexpr std::string_view letters = "FGRN";
     const bool belowGenerating = PObject_ && PObject_->typeIs() == "G";
-    const auto place = type.size() == 1 ? letters.find(type) : std::string_view::npos;
-    if (place == std::string_view::npos) return -1;
-    return static_cast<int>(place) - (belowGenerating ? 1 : 0);
+    return std::max(-1, placeOfType(type) - (belowGenerating ? 1 : 0));
 }

@@ -25,7 +25,7 @@ constexpr EntryField fields[] = {
      "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'."},
     {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn",
      "Please enter numeric value -- The length of Character Key."},
-    {EntryField::Line, "", "Parameter Type: as it will be stored", "txtParm", ""},
+    {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", ""},
     {EntryField::Line, "Label11", "Form No.:", "txtForm",
      "Enter a Form Number (1, 2, 3 ..). Specifying this will place a hyperlink on the Web-Page Report, which "
      "when clicked will fire an event, which can be coded to open a Data Entry Form. This number will specify "
@@ -111,15 +111,13 @@ fWeb::fWeb(clsNavSchemes& oNavs, QWidget* parent)
 void fWeb::setWebObject(Pointer paragraph) {
     setRecord(std::move(paragraph));
     if (!WebObject()) return;
-    for (const char* field : {"txtID", "txtSeqNo", "txtTitle", "txtQuery", "txtForm", "txtCol"}) fill(field);
+    fillFields();
     chooseType(WebObject()->typeIs);
     chooseParameter(WebObject()->parmIs);
 }
 
 // An unknown type leaves the choice as it is.
 void fWeb::chooseType(std::string_view type) {
-    constexpr std::string_view letters = "CHEMIST";
-    const auto place = type.size() == 1 ? letters.find(type) : std::string_view::npos;
-    if (type.empty()) listOfTypes().setListIndex(-1);
-    if (place != std::string_view::npos) listOfTypes().setListIndex(static_cast<int>(place));
+    const int place = placeOfType(type);
+    if (type.empty() || place != -1) listOfTypes().setListIndex(place);
 }
