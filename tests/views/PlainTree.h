@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <map>
 #include <memory>
 #include <set>
 #include <string>
@@ -9,7 +10,8 @@
 #include "model/clsNavSchemes.h"
 
 /// What the tree must show of a scheme, found as directly as can be: node by node, by recursion, each by a search
-/// through all; left out if its key is taken, its parent is not there or its type has no picture.
+/// through all, and put below the one with its parent's key; left out if its key is taken, that parent is not there
+/// or its type has no picture.
 class PlainTree {
   public:
     struct Row {
@@ -22,9 +24,9 @@ class PlainTree {
         for (const auto& node : navs.NewEnum()) nodes_.push_back(node);
         for (const auto& node : nodes_) {
             if (node->parentIs != 0) continue;
-            keys_.insert(node->ID);
-            rows.push_back({0, "N" + std::to_string(node->ID), "Data Browser", 1});
-            addBelow(*node, 1);
+            items_[node->ID] = {"Data Browser", 1, {}};
+            addBelow(*node);
+            list(node->ID, 0);
             break;
         }
     }
@@ -32,7 +34,13 @@ class PlainTree {
     std::vector<Row> rows;  ///< from top to bottom
 
   private:
-    void addBelow(const clsNavScheme& parent, std::size_t level) {
+    struct Item {
+        std::string text;
+        int picture = 0;
+        std::vector<int> children;
+    };
+
+    void addBelow(const clsNavScheme& parent) {
         if (!open_.insert(&parent).second) return;  // a loop
         for (const auto& node : nodes_) {
             if (node->parentIs != parent.ID) continue;
@@ -40,15 +48,22 @@ class PlainTree {
             const auto letter = type.size() == 1 ? std::string("FGRN").find(type) : std::string::npos;
             int picture = letter == std::string::npos ? 0 : static_cast<int>(letter) + 2;
             if (node->parentIs == 0) picture = 1;
-            if (keys_.contains(parent.ID) && picture != 0 && keys_.insert(node->ID).second)
-                rows.push_back(
-                    {level, "N" + std::to_string(node->ID), std::string(node->descriptionIs.view()), picture});
-            addBelow(*node, level + 1);
+            if (picture != 0 && items_.contains(parent.ID) && !items_.contains(node->ID)) {
+                items_[node->ID] = {std::string(node->descriptionIs.view()), picture, {}};
+                items_[parent.ID].children.push_back(node->ID);
+            }
+            addBelow(*node);
         }
         open_.erase(&parent);
     }
 
+    void list(int id, std::size_t level) {
+        const auto& item = items_.at(id);
+        rows.push_back({level, "N" + std::to_string(id), item.text, item.picture});
+        for (const int child : item.children) list(child, level + 1);
+    }
+
     std::vector<std::shared_ptr<clsNavScheme>> nodes_;
-    std::set<int> keys_;
+    std::map<int, Item> items_;  // by ID
     std::set<const clsNavScheme*> open_;
 };
