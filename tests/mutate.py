@@ -148,12 +148,17 @@ class Place:
         self.build = WORK / f"build{number}"
 
     def prepare(self):
-        for folder in (self.source, self.build):  # may hold a mutant of a run that was stopped
-            shutil.rmtree(folder, ignore_errors=True)
+        # What an earlier run has left is built on; it may have been stopped with a mutant in place.
+        kept = self.build.with_suffix(".kept")
+        if kept.exists():
+            shutil.rmtree(self.build, ignore_errors=True)
+            kept.rename(self.build)
         files = subprocess.run(["git", "ls-files"], cwd=ROOT, check=True, text=True, stdout=subprocess.PIPE).stdout
         for name in files.splitlines():
-            (self.source / name).parent.mkdir(parents=True, exist_ok=True)
-            shutil.copy2(ROOT / name, self.source / name)
+            copy = self.source / name
+            copy.parent.mkdir(parents=True, exist_ok=True)
+            if not copy.exists() or copy.read_bytes() != (ROOT / name).read_bytes():
+                shutil.copy(ROOT / name, copy)
         subprocess.run(["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
                         "-DCMAKE_CXX_FLAGS=-O0 -fuse-ld=lld", "-DWIZARD_QUICK_TESTS=ON"],
                        check=True, stdout=subprocess.DEVNULL)
