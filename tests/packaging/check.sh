@@ -44,7 +44,10 @@ same_version() {
         grep -q "<release version=\"$version\"" packaging/*.metainfo.xml &&
         grep -q "^[.]TH PELMO-WIZARD 1 [-0-9]* \"$version\"" packaging/pelmo-wizard.1 &&
         grep -q "^Reporting Scheme Wizard for Pelmo $version$" packaging/README.txt &&
-        grep -q "^## $version" NEWS.md
+        grep -q "^## $version" NEWS.md &&
+        grep -q "^# Reporting Scheme Wizard for Pelmo $version$" README.md &&
+        grep -q "\"Reporting Scheme Wizard for Pelmo $version\"" shell/fMain.cpp &&
+        grep -q "'Reporting Scheme Wizard for Pelmo $version'" tour/functions.sh
 }
 check "one version, $version, everywhere" same_version
 check "the license as in LICENSE" diff <(sed '1,/^License:/d; s/^ //; s/^[.]$//' "$share/doc/pelmo-wizard/copyright") \
