@@ -55,8 +55,7 @@ constexpr Rule<NodeFacts> rules[] = {
     {"G", hasNoChild, "=> There are no Child Nodes for Generating-Type: [ID=", oneChildOnly},
     {"G", hasNoQuery, "=> There is no Query Specifed for Generating-Type: [ID=",
      "RULE #5 Says that there should be query specified for Generating-Type Node. Or else, how will they generate "
-     "the "
-     "child branches !"},
+     "the child branches !"},
     {"G", hasFixedBelow, "=> There is a Fixed-Type Node below the Generating-Type: [ID=", oneChildOnly},
 
     {"R", hasAChild, "=> There are Child Nodes for Recurring-Type: [ID=",

@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "bench/FirstPaint.h"
+#include "model/NodeTree.h"
 #include "shell/fMain.h"
 #include "views/Look.h"
 #include "views/NavTree.h"

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "model/NodeTree.h"
+
 clsNavSchemes::clsNavSchemes() {
     oWebs.oRightClick = [this](std::string_view skey, std::string_view pKey) { oWebs_oRightClick(skey, pKey); };
 }

@@ -9,7 +9,6 @@
 #include <string_view>
 
 #include "model/KeyedCollection.h"
-#include "model/NodeTree.h"
 #include "model/Screen.h"
 #include "model/clsNavScheme.h"
 #include "model/clsWebSchemes.h"

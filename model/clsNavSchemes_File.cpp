@@ -4,6 +4,7 @@
 #include "model/FileWriter.h"
 #include "model/LineBuilder.h"
 #include "model/LoadedFile.h"
+#include "model/NodeTree.h"
 #include "model/clsNavSchemes.h"
 
 namespace {

@@ -2,6 +2,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/NodeTree.h"
 #include "model/clsNavSchemes.h"
 
 bool clsNavSchemes::Renumber() {

@@ -27,7 +27,7 @@ fIntro::fIntro(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(h
     picture->setGeometry(toPixels(pictureArea, logicalDpiX()));
     picture->setScaledContents(true);
     picture->setPixmap(QPixmap(QStringLiteral(":/images/introduction.jpg")));
-    picture->setAccessibleName(tr("A navigation tree beside a report page"));
+    picture->setAccessibleName(QStringLiteral("A navigation tree beside a report page"));
 
     auto* text = new QPlainTextEdit(this);
     text->setObjectName(QStringLiteral("Text1"));
@@ -36,7 +36,7 @@ fIntro::fIntro(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(h
     text->setReadOnly(true);
     text->setTabChangesFocus(true);
     text->setPlainText(QString::fromLatin1(introductionText));
-    text->setAccessibleName(tr("Introduction"));
+    text->setAccessibleName(QStringLiteral("Introduction"));
     text->setFocus();
 
     centreOnScreen(*this);

@@ -22,7 +22,7 @@ fOutput::fOutput(const HelpFile& help, QWidget* parent) : QDialog(parent), help_
     setWindowTitle(QStringLiteral("Output..."));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     text_->setObjectName(QStringLiteral("Text1"));
-    text_->setAccessibleName(tr("Report"));
+    text_->setAccessibleName(QStringLiteral("Report"));
     text_->setFocus();
     load();
 }

@@ -59,7 +59,7 @@ NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), 
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::Fixed);
     header()->setResizeContentsPrecision(0);
-    setAccessibleName(tr("Navigation tree"));
+    setAccessibleName(QStringLiteral("Navigation tree"));
 
     connect(this, &QTreeView::clicked, this, &NavTree::click);
     connect(this, &QTreeView::expanded, this,

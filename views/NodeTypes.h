@@ -21,5 +21,5 @@ struct NodeType {
 [[nodiscard]] const NodeType* nodeType(std::string_view letter);
 /// The type that a picture stands for, or null for the root's.
 [[nodiscard]] const NodeType* nodeType(NodePicture picture);
-/// How a screen reader says a node's type: "Generating node"; for the root and unknown types what they are.
+/// How a screen reader says a node's type: "Generating node"; "Node of unknown type" for null.
 [[nodiscard]] QString spokenType(const NodeType* type);

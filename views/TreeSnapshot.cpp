@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "model/NodeTree.h"
+
 namespace {
 
 NodePicture pictureOf(const clsNavScheme& node) {
@@ -10,10 +12,6 @@ NodePicture pictureOf(const clsNavScheme& node) {
     const auto* type = nodeType(node.typeIs());
     return type ? type->picture : NodePicture::none;
 }
-
-}  // namespace
-
-namespace {
 
 struct Unplaced {
     Text::Ref text;
