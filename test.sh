@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds with warnings as errors and runs all tests, once more under the sanitizers, and the fuzz targets.
+# Builds with warnings as errors and runs the tests, those that can under the sanitizers, and the fuzz targets.
 #   ./test.sh            the presets dev, asan and fuzz; not twice what is the same in dev and asan
 #   ./test.sh asan       one of them, or several
 # On Debian 12 or later it installs what is missing for that. Stops at the first failure.
@@ -25,7 +25,8 @@ run() { # PRESET [CTEST_OPTION...]
 }
 
 if (($# == 0)); then
-    # The tests off the screen run under the sanitizers, and on X servers here. Those over AT-SPI need a session bus.
+    # The tests off the screen run under the sanitizers, and on X servers here, but for the largest schemes. Those over
+    # AT-SPI depend on the desktop's services for it, and run by name.
     run dev -LE 'offscreen|access'
     run asan
     run fuzz

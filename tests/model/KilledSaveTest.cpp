@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <csignal>
+#include <iostream>
 #include <random>
 #include <thread>
 
@@ -102,6 +103,7 @@ TEST(KilledSave, LeavesTheOldFileOrTheNewOne) {
     }
     EXPECT_EQ(std::erase(left, "XST2.txt"), 1U);
     EXPECT_LE(left.size(), static_cast<std::size_t>(killed)) << "at most one a kill";
+    std::cout << killed << " kills have left " << left.size() << " more files" << std::endl;
     // A file without a name leaves nothing while it is written. To take the place of another it needs a name for a
     // moment, and then it is whole.
     if (!hasUnnamedFiles(folder.path())) return;

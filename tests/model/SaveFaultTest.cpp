@@ -40,13 +40,13 @@ class SizeLimit {
 
 constexpr int cannotMount = 77;
 
-// Runs `check` in a process of its own, which alone sees a file system of 64 KiB at `folder`.
+// Runs `check` in a process of its own, which alone sees a small file system at `folder`.
 // @return what it answers, `cannotMount` where mounting is not allowed
-int onSmallDisk(const std::filesystem::path& folder, const std::function<int()>& check) {
+int onSmallDisk(const std::filesystem::path& folder, const char* limit, const std::function<int()>& check) {
     const auto child = fork();
     if (child == 0) {
         if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            mount("none", folder.c_str(), "tmpfs", 0, "size=64k") != 0)
+            mount("none", folder.c_str(), "tmpfs", 0, limit) != 0)
             _exit(cannotMount);
         _exit(check());
     }
@@ -181,7 +181,7 @@ TYPED_TEST(SaveFault, WhereLargeFilesMayNotGrow) {
 }
 
 TYPED_TEST(SaveFault, OntoAFullDisk) {
-    const auto answer = onSmallDisk(this->folder_.path(), [this] {
+    const auto answer = onSmallDisk(this->folder_.path(), "size=64k", [this] {
         constexpr std::size_t kib = 1024;
         constexpr std::size_t page = 4 * kib;
         const auto filler = this->folder_ / "filler";
@@ -206,6 +206,23 @@ TYPED_TEST(SaveFault, OntoAFullDisk) {
     if (answer == cannotMount) GTEST_SKIP() << "mounting a small file system is not allowed here";
     EXPECT_EQ(answer, 0) << "1: claimed success, 2: lost the old file, 3: left something behind, 4: still fails";
     EXPECT_EQ(this->folder_.names(), Rows());
+}
+
+// There is room for bytes, but not for one more file.
+TYPED_TEST(SaveFault, OntoADiskThatTakesNoMoreFiles) {
+    const auto answer = onSmallDisk(this->folder_.path(), "nr_inodes=3", [this] {
+        TypeParam scheme;
+        fill(scheme, 1000);
+        writeBytes(this->file_, this->old_);
+        writeBytes(this->folder_ / "filler", "");
+        if (scheme.SaveData(this->file_)) return 1;
+        if (bytesOf(this->file_) != this->old_) return 2;
+        if (this->folder_.names() != Rows{"XST.txt", "filler"}) return 3;
+        std::filesystem::remove(this->folder_ / "filler");
+        return scheme.SaveData(this->file_) && bytesOf(this->file_) == savedBytes(scheme) ? 0 : 4;
+    });
+    if (answer == cannotMount) GTEST_SKIP() << "mounting a small file system is not allowed here";
+    EXPECT_EQ(answer, 0) << "1: claimed success, 2: lost the old file, 3: left something behind, 4: still fails";
 }
 
 TYPED_TEST(SaveFault, WithoutMemory) {

@@ -9,7 +9,7 @@
 // script that repeats it, as short as was found. It is kept beside the test program.
 //
 //   MONKEY_SEED=7 MONKEY_STEPS=5000   another run
-//   MONKEY_SCRIPT=monkey-7.txt        the steps of a script, in the process of the test itself
+//   MONKEY_SCRIPT=monkey-7-123.txt    the steps of a script, in the process of the test itself
 
 namespace {
 
@@ -35,8 +35,8 @@ class Player {
   public:
     explicit Player(unsigned seed)
         : seed_(seed),
-          script_(QCoreApplication::applicationDirPath().toStdString() + "/monkey-" + std::to_string(seed) + ".txt") {
-    }
+          script_(QCoreApplication::applicationDirPath().toStdString() + "/monkey-" + std::to_string(seed) + "-" +
+                  std::to_string(QCoreApplication::applicationPid()) + ".txt") {}
 
     // Plays the steps of the seed.
     // @return what is wrong, or nothing
@@ -100,7 +100,9 @@ class Player {
         process.setProcessChannelMode(QProcess::MergedChannels);
         process.start(QCoreApplication::applicationFilePath(),
                       {text("--gtest_also_run_disabled_tests"), text("--gtest_filter=" + test)});
-        const bool ended = process.waitForFinished(forTheStart + forAStep * static_cast<int>(steps));
+        // This process may own the clipboard, and must answer when the other one asks for it.
+        const bool ended = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; },
+                                           forTheStart + forAStep * static_cast<int>(steps));
         if (ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return "";
         process.kill();
         process.waitForFinished();
@@ -126,7 +128,10 @@ TEST_P(MonkeyTest, BreaksNothing) {
         std::filesystem::remove(player.scriptName());
         return;
     }
-    ADD_FAILURE() << "MONKEY_SEED=" << seed << " MONKEY_STEPS=" << steps << "\n" << wrong;
+    const auto made = player.script();
+    ADD_FAILURE() << "MONKEY_SEED=" << seed << " MONKEY_STEPS=" << steps << "\n"
+                  << wrong << "\nafter " << made.size()
+                  << " steps, the last one: " << (made.empty() ? "" : made.back());
     std::cerr << "looking for a short script; all steps are in " << player.scriptName() << std::endl;
     player.shorten();
     std::cerr << "MONKEY_SCRIPT=" << player.scriptName()

@@ -207,6 +207,7 @@ TEST_F(NavTreeDeepTest, AStarOfManyChildrenIsDrawnAndScrolled) {
     typeKey(&window, Qt::Key_Asterisk);
     typeKey(&window, Qt::Key_End);
     EXPECT_EQ(window.tree->SelectedKey(), "N100001");
+    EXPECT_TRUE(isShown("N100001"));
     const auto place = window.tree->visualRect(window.at("N100001"));
     EXPECT_LE(place.bottom(), window.tree->viewport()->height());
     EXPECT_FALSE(window.tree->grab().isNull());
