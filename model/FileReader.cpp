@@ -75,15 +75,15 @@ FileBytes readFile(const std::filesystem::path& file) {
     if (!std::filesystem::is_regular_file(file, error)) return {};  // never wait for a pipe or a device
     std::ifstream in(file, std::ios::binary);
     const auto expected = std::filesystem::file_size(file, error);
-    if (!in || error) return {};
+    if (error) return {};
     try {
         std::size_t capacity = static_cast<std::size_t>(expected) + 2;  // one to meet the end of the file, one spare
         FileBytes content{std::unique_ptr<char[]>(new char[capacity]), 0};
         for (;;) {
             in.read(content.bytes.get() + content.size, static_cast<std::streamsize>(capacity - 1 - content.size));
             content.size += static_cast<std::size_t>(in.gcount());
-            if (in.bad()) return {};
             if (in.eof()) return content;
+            if (!in) return {};  // it could not be opened, or not be read
             // The file is longer than it said: one that grows, or one made by the system.
             std::unique_ptr<char[]> larger(new char[capacity * 2]);
             std::memcpy(larger.get(), content.bytes.get(), content.size);

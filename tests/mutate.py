@@ -16,10 +16,10 @@ import argparse
 import collections
 import concurrent.futures
 import dataclasses
+import hashlib
 import os
 import pathlib
 import queue
-import random
 import re
 import shutil
 import subprocess
@@ -37,7 +37,7 @@ TESTS = {  # the tests that may notice a change in a folder, the nearest first
 }
 SLOW = "*AnyTree*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
 QUICK = "-" + SLOW
-PATIENCE = {QUICK: 180, SLOW: 1800}  # seconds a test program may take; a mutant that hangs is caught
+PATIENCE = {QUICK: 120, SLOW: 1800}  # seconds a test program may take; a mutant that hangs is caught
 WANTED = 0.95
 
 
@@ -95,7 +95,7 @@ def mutants_of(name):
     for n, line in enumerate(lines):
         if line.lstrip().startswith(("//", "#", "namespace", "static_assert", "template", "///", "*")):
             continue
-        if ".reserve(" in line:
+        if re.search(r"\.[rR]eserve\(", line):
             continue  # shows in nothing but time
 
         def made(rule, new):
@@ -183,8 +183,8 @@ class Place:
         failed = re.search(r"\[  FAILED  \] ([^\s,]+)", told.read_text(errors="replace"))
         return f"{program}: {failed.group(1) if failed else f'ended with {code}'}" if code != 0 else ""
 
-    def judge(self, mutant, tests):
-        """"caught", "survived" or "does not compile", and what caught it."""
+    def judge(self, mutant, runs):
+        """"caught", "left" or "does not compile", and what caught it. Runs are pairs of programs and tests."""
         file = self.source / mutant.file
         original = file.read_text()
         before = file.stat()
@@ -196,13 +196,13 @@ class Place:
         lines[mutant.line:mutant.line + len(mutant.old)] = mutant.text
         file.write_text("\n".join(lines))
         try:
-            for program in (f"{folder}_tests" for folder in TESTS[mutant.file.split("/")[0]]):
+            for program, tests in runs:
                 if not self.compiles([program]):
                     return "does not compile", ""
                 failure = self.failure(program, tests)
                 if failure:
                     return "caught", failure
-            return "survived", ""
+            return "left", ""
         finally:
             file.write_text(original)
             if is_header:
@@ -217,6 +217,7 @@ def main():
     arguments.add_argument("--seed", type=int, default=1)
     arguments.add_argument("--jobs", type=int, default=1)
     arguments.add_argument("--no-headers", action="store_true")
+    arguments.add_argument("--go-on", action="store_true", help="keep the verdicts of a run that was stopped")
     arguments.add_argument("--list", action="store_true", help="print the drawn mutants only")
     arguments.add_argument("files", nargs="*")
     options = arguments.parse_args()
@@ -228,7 +229,7 @@ def main():
     everything = [mutant for file in files for mutant in mutants_of(file)]
     left_out = [mutant for mutant in everything if f"{mutant.file} {mutant.change()}" in known]
     everything = [mutant for mutant in everything if mutant not in left_out]
-    random.Random(options.seed).shuffle(everything)
+    everything.sort(key=lambda mutant: hashlib.sha256(f"{options.seed} {mutant}".encode()).digest())
     # Those in headers take longest.
     everything[:options.count] = sorted(everything[:options.count], key=lambda mutant: mutant.file.endswith(".h"))
     print(f"{len(everything)} mutants in {len(files)} files, and {len(left_out)} without effect; seed {options.seed}",
@@ -263,38 +264,58 @@ def main():
     for number in range(options.jobs):
         threading.Thread(target=make_ready, args=(number,), daemon=True).start()
 
-    def judge(mutant, tests):
+    def judge(mutant, runs):
         place = places.get()
         try:
-            return mutant, *place.judge(mutant, tests)
+            return mutant, *place.judge(mutant, runs)
         finally:
             places.put(place)
 
+    def programs_of(mutant):
+        return [f"{folder}_tests" for folder in TESTS[mutant.file.split("/")[0]]]
+
     results = collections.Counter()
+    left = []
+    before = {}
+    if options.go_on and (WORK / "report.txt").exists():
+        for line in (WORK / "report.txt").read_text().splitlines():
+            verdict, told = line.split(": ", 1)
+            before[told.rsplit("   [", 1)[0].strip()] = (verdict, told.rsplit("   [", 1)[1][:-1] if told.endswith("]") else "")
     with open(WORK / "report.txt", "w") as report, concurrent.futures.ThreadPoolExecutor(options.jobs) as pool:
 
         def tell(mutant, verdict, failure):
-            results[verdict] += 1
-            results["too slow"] += failure.endswith("too slow")
             print(f"{verdict}: {mutant}", f"   [{failure}]" if failure else "", file=report, flush=True)
+            if verdict == "left":
+                left.append(mutant)
+                print(f"left to the other tests: {mutant}", flush=True)
+            else:
+                results[verdict] += 1
+                results["too slow"] += failure.endswith("too slow")
 
-        # The quick tests first. What they let through goes to the slow ones when all are drawn.
-        upcoming, running, left = iter(everything), set(), []
+        for mutant in everything:
+            if str(mutant) in before:
+                verdict, failure = before[str(mutant)]
+                tell(mutant, "left" if verdict == "survived" else verdict, failure)
+
+        # The quick tests of the folder first. What they let through goes to all others when all are drawn.
+        upcoming, running = (mutant for mutant in everything if str(mutant) not in before), set()
         while True:
             free = min(2 * options.jobs, options.count - results["caught"] - len(left)) - len(running)
-            running |= {pool.submit(judge, mutant, QUICK) for _, mutant in zip(range(free), upcoming)}
+            running |= {pool.submit(judge, mutant, [(programs_of(mutant)[0], QUICK)])
+                        for _, mutant in zip(range(free), upcoming)}
             if not running:
                 break
             done, running = concurrent.futures.wait(running, return_when=concurrent.futures.FIRST_COMPLETED)
-            for mutant, verdict, failure in (future.result() for future in done):
-                if verdict == "survived":
-                    left.append(mutant)
-                    print(f"left to the slow tests: {mutant}", flush=True)
-                else:
-                    tell(mutant, verdict, failure)
+            for future in done:
+                tell(*future.result())
         for place in list(places.queue):
             check(place, SLOW)
-        for mutant, verdict, failure in pool.map(lambda each: judge(each, SLOW), left):
+
+        def judge_again(mutant):
+            return judge(mutant, [(program, tests) for program in programs_of(mutant) for tests in (QUICK, SLOW)])
+
+        for mutant, verdict, failure in pool.map(judge_again, list(left)):
+            verdict = "survived" if verdict == "left" else verdict
             tell(mutant, verdict, failure)
             print(f"{verdict}: {mutant} {failure}", flush=True)
     judged = results["caught"] + results["survived"]

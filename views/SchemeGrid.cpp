@@ -34,7 +34,6 @@ SchemeGrid::SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> 
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + rowPadding);
 
-    horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->viewport()->installEventFilter(this);
 }

@@ -46,6 +46,7 @@ TEST(Look, SelectsInWhiteOnBlue) {
         EXPECT_EQ(colour(group, QPalette::Highlight), "#306cb2") << group;
         EXPECT_EQ(colour(group, QPalette::HighlightedText), "#ffffff") << group;
         EXPECT_EQ(colour(group, QPalette::Link), "#0000ee") << group;
+        EXPECT_EQ(QApplication::palette().color(group, QPalette::PlaceholderText), QColor(0, 0, 0, 128)) << group;
     }
 }
 

@@ -302,11 +302,24 @@ TEST_F(NavTreeFillTest, WidensTheColumnAsLongTextsScrollIntoView) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return bar->maximum() == 0; }, 2000));
 }
 
+TEST_F(NavTreeFillTest, OpensWhatIsAboveTheLastNodeBeforeItIsOnTheScreen) {
+    SchemeWindow hidden;
+    hidden.showSample();
+    hidden.navs.mLastN = "N7";
+    hidden.navs.DispInTV();
+    EXPECT_EQ(hidden.openNodes(), "N1 N2 N4");
+}
+
+// Of the current node and of any other.
 TEST_F(NavTreeFillTest, TellsTheNumberOfChildrenThatItShows) {
     window.showSample();
-    for (const auto& [key, count] :
-         {std::pair<const char*, int>{"N1", 2}, {"N2", 2}, {"N4", 1}, {"N7", 0}, {"N3", 1}})
-        EXPECT_EQ(window.tree->childCount(key), count) << key;
+    for (const char* current : {"", "N2", "N7"}) {
+        window.navs.mLastN = current;
+        redraw();
+        for (const auto& [key, count] :
+             {std::pair<const char*, int>{"N1", 2}, {"N2", 2}, {"N4", 1}, {"N7", 0}, {"N3", 1}})
+            EXPECT_EQ(window.tree->childCount(key), count) << key << " while it is at " << current;
+    }
     for (const char* key : {"", "2", "N99", "N02"}) EXPECT_EQ(window.tree->childCount(key), 0) << key;
     window.navs.Add(makeNode(8, 7, "?", "of no type"));
     redraw();
@@ -315,9 +328,13 @@ TEST_F(NavTreeFillTest, TellsTheNumberOfChildrenThatItShows) {
 
 TEST_F(NavTreeFillTest, TellsTheKeyOfTheParent) {
     window.showSample();
-    for (const auto& [key, parent] :
-         {std::pair<const char*, const char*>{"N7", "N4"}, {"N4", "N2"}, {"N6", "N3"}, {"N2", "N1"}})
-        EXPECT_EQ(window.tree->parentKey(key), parent) << key;
+    for (const char* current : {"", "N2", "N7"}) {
+        window.navs.mLastN = current;
+        redraw();
+        for (const auto& [key, parent] :
+             {std::pair<const char*, const char*>{"N7", "N4"}, {"N4", "N2"}, {"N6", "N3"}, {"N2", "N1"}})
+            EXPECT_EQ(window.tree->parentKey(key), parent) << key << " while it is at " << current;
+    }
     for (const char* key : {"N1", "", "7", "N99"}) EXPECT_EQ(window.tree->parentKey(key), "") << key;
 }
 

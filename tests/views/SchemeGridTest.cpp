@@ -41,6 +41,15 @@ bool hasColour(const QImage& image, const QColor& colour) {
 
 }  // namespace
 
+TEST_F(SchemeGridTest, KeepsTheLookOfItsHeaderWhenARowIsSelected) {
+    for (auto* grid : grids) {
+        const auto before = grid->horizontalHeader()->grab().toImage();
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, cell(*grid, 1));
+        EXPECT_EQ(selected(*grid), 1);
+        EXPECT_TRUE(grid->horizontalHeader()->grab().toImage() == before);
+    }
+}
+
 TEST_F(SchemeGridTest, ShowsTheHeaderRowAloneAtFirst) {
     NavGrid nodes(nullptr);
     WebGrid paragraphs(nullptr);
