@@ -246,12 +246,12 @@ def main():
     def make_ready(number):
         place = Place(number)
         place.prepare()
-        if not place.compiles(programs):
-            give_up(f"the program does not compile in {place.source}")
         check(place, QUICK)
         places.put(place)
 
     def check(place, tests):
+        if not place.compiles(programs):
+            give_up(f"the program does not compile in {place.source}")
         for program in programs:
             failure = place.failure(program, tests)
             if failure:
