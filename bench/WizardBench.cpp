@@ -10,6 +10,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
 #include <cstdio>
@@ -99,8 +100,11 @@ void measureClicks(fMain& window) {
     const auto clickOn = [&](std::size_t number) {
         const auto index = tree.treeModel().indexOf(static_cast<std::uint32_t>(number * 7919 % count));
         tree.scrollTo(index);
+        auto& across = *tree.horizontalScrollBar();
+        across.setValue(across.value() + tree.visualRect(index).left());
         settle();
-        const auto at = QPointF(tree.visualRect(index).center());
+        const auto place = tree.visualRect(index);
+        const QPointF at(place.left() + tree.iconSize().width() / 2, place.center().y());
         painted.start();
         return timed([&] {
             sendMouse(QEvent::MouseButtonPress, at);
@@ -111,15 +115,17 @@ void measureClicks(fMain& window) {
     constexpr std::size_t clicks = 400;
     std::vector<double> whole, paragraphs;
     for (std::size_t i = 0; i < clicks; ++i) {
-        whole.push_back(clickOn(i));
+        const auto all = clickOn(i);
+        if (painted.milliseconds() < 0) continue;  // a node too far down to be opened at one stroke
+        whole.push_back(all);
         paragraphs.push_back(painted.milliseconds());
     }
     std::ranges::sort(whole);
     std::ranges::sort(paragraphs);
-    print("click, all, median", whole[clicks / 2]);
-    print("click, all, 95 %", whole[clicks * 95 / 100]);
-    print("click, median", paragraphs[clicks / 2]);
-    print("click, 95 %", paragraphs[clicks * 95 / 100]);
+    print("click, all, median", whole.at(whole.size() / 2));
+    print("click, all, 95 %", whole.at(whole.size() * 95 / 100));
+    print("click, median", paragraphs.at(paragraphs.size() / 2));
+    print("click, 95 %", paragraphs.at(paragraphs.size() * 95 / 100));
     print("all paragraphs", timed([&] { navs.DisplayFullWeb(); }));
     print("leaving them", clickOn(count / 2));
     window.mnuCollapse_Click();
