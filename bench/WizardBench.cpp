@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -168,20 +169,20 @@ void measureEdits(fMain& window) {
     print("Del of a node", deletions[10]);
 }
 
-// A node with about 2 % of the nodes below it.
+// The node whose branch comes nearest to 2 % of the nodes.
 std::int32_t branchOfTwoPercent(const clsNavSchemes& navs) {
     std::vector<std::pair<std::int32_t, std::size_t>> order;  // ID and depth, in pre-order
     walkTree(navs.NewEnum(), [&](const clsNavSchemes::Pointer& node, std::size_t depth) {
         order.emplace_back(node->ID, depth);
         return true;
     });
-    const auto wanted = order.size() / 50;
+    const auto wanted = static_cast<double>(order.size()) / 50;
     std::int32_t best = order.back().first;
-    std::size_t bestSize = 0;
+    double bestSize = 0;
     std::vector<std::size_t> open;
     const auto close = [&](std::size_t at, std::size_t end) {
-        const auto size = end - at;
-        if (size <= wanted && size > bestSize) {
+        const auto size = static_cast<double>(end - at);
+        if (std::abs(size - wanted) < std::abs(bestSize - wanted)) {
             best = order[at].first;
             bestSize = size;
         }
