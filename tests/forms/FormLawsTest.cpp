@@ -99,6 +99,14 @@ NodeCase drawNode(const std::vector<std::string>& types, const std::vector<std::
     return {node, oneOf(parents), parameter};
 }
 
+NodeCase drawNodeShownAsItIs() {
+    const auto drawn = drawNode({"", "F", "G", "R", "N"}, {"F", "G"});
+    const std::string type(drawn.node->typeIs().view());
+    RC_PRE(drawn.parameter.stored == drawn.parameter.becomes);
+    RC_PRE(type != "F" || drawn.parentType == "F");
+    return drawn;
+}
+
 Paragraph drawParagraph(const std::vector<std::string>& types, const Parameter& parameter) {
     auto paragraph = makeParagraph(anyNumber(), anyNumber(), anyNumber(), anyText());
     paragraph->queryIs = anyText();
@@ -124,10 +132,7 @@ const std::vector<std::string> someNodeTypes = {"", "F", "G", "R", "N", "X", "g"
 }  // namespace
 
 RC_GTEST_PROP(FormLaws, ANodeThatIsShownAsItIsClosesWithoutAQuestion, ()) {
-    const auto drawn = drawNode({"", "F", "G", "R", "N"}, {"F", "G"});
-    const std::string type(drawn.node->typeIs().view());
-    RC_PRE(drawn.parameter.stored == drawn.parameter.becomes);
-    RC_PRE(type != "F" || drawn.parentType == "F");
+    const auto drawn = drawNodeShownAsItIs();
     Opened stage;
     stage.open(drawn.node, makeNode(2, 1, drawn.parentType));
     const auto before = stage.edited();
@@ -137,10 +142,7 @@ RC_GTEST_PROP(FormLaws, ANodeThatIsShownAsItIsClosesWithoutAQuestion, ()) {
 
 // F3 without a change leaves the saved file as it was.
 RC_GTEST_PROP(FormLaws, SavingANodeThatIsShownAsItIsLeavesTheFile, ()) {
-    const auto drawn = drawNode({"", "F", "G", "R", "N"}, {"F", "G"});
-    const std::string type(drawn.node->typeIs().view());
-    RC_PRE(drawn.parameter.stored == drawn.parameter.becomes);
-    RC_PRE(type != "F" || drawn.parentType == "F");
+    const auto drawn = drawNodeShownAsItIs();
     Opened stage;
     stage.navs.Item(2)->setTypeIs(drawn.parentType);
     if (stage.navs.Item(drawn.node->ID)) drawn.node->ID = 8;
