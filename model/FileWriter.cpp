@@ -4,6 +4,17 @@
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
 
+#ifdef Q_OS_LINUX
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <random>
+#endif
+
 namespace {
 
 constexpr std::size_t largestPiece = std::size_t{4} << 20;
@@ -33,6 +44,47 @@ bool leavesRoomForALongerName(const std::filesystem::path& file) {
     static_cast<void>(std::filesystem::status(longer, error));
     return error != std::errc::filename_too_long;
 }
+
+#ifdef Q_OS_LINUX
+
+// @return whether the disk has the bytes; true also where nobody can tell
+bool isOnDisk(int file) {
+    return fsync(file) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
+}
+
+// Puts a file that has no name yet in the place of an old one. Linux has no single step for that: the new file has a
+// name of its own for a moment. A process of its own takes both steps, so that no end of this one comes between.
+// @return false where nothing has changed
+bool replaceFromAnotherProcess(int newFile, const std::filesystem::path& file) {
+    std::error_code error;
+    const auto place = std::filesystem::canonical(file, error).native();
+    struct stat state {};
+    if (error || fstat(newFile, &state) != 0 || state.st_nlink != 0) return false;
+    const auto self = "/proc/self/fd/" + std::to_string(newFile);
+    const auto name = place + '.' + std::to_string(100'000 + std::random_device()() % 900'000);
+    const auto child = fork();
+    if (child == 0) {
+        setsid();  // out of reach of a signal to the terminal's processes
+        if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0) _exit(1);
+        if (std::rename(name.c_str(), place.c_str()) == 0) _exit(0);
+        unlink(name.c_str());
+        _exit(1);
+    }
+    while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
+    return child > 0 && fstat(newFile, &state) == 0 && state.st_nlink != 0;  // where nobody waits for children, too
+}
+
+#else
+
+bool isOnDisk(int) {
+    return true;
+}
+
+bool replaceFromAnotherProcess(int, const std::filesystem::path&) {
+    return false;
+}
+
+#endif
 
 }  // namespace
 
@@ -76,7 +128,7 @@ void FileWriter::writePiece() {
 
 bool FileWriter::commit() {
     writePiece();
-    good_ = good_ && file_->file.flush();
-    if (!good_) file_->file.cancelWriting();
-    return good_ && file_->file.commit();
+    good_ = good_ && file_->file.flush() && isOnDisk(file_->file.handle());
+    if (!good_) return false;
+    return replaceFromAnotherProcess(file_->file.handle(), pathOf(file_->file.fileName())) || file_->file.commit();
 }
