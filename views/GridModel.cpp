@@ -2,10 +2,13 @@
 #include "views/GridModel.h"
 
 #include <QBrush>
+#include <QTimer>
 
 #include "views/CodePage.h"
 
 void GridModel::show(std::unique_ptr<const GridRows> rows) {
+    before_ = std::move(rows_);
+    QTimer::singleShot(1, this, [this] { before_.reset(); });  // 0 would come before the paints
     beginResetModel();
     rows_ = std::move(rows);
     endResetModel();

@@ -13,6 +13,7 @@ class GridModel final : public QAbstractTableModel {
     GridModel(std::vector<Column> columns, std::unique_ptr<const GridRows> rows, QObject* parent)
         : QAbstractTableModel(parent), columns_(std::move(columns)), rows_(std::move(rows)) {}
 
+    /// Shows these rows. The ones before go when all that is waiting has been painted.
     void show(std::unique_ptr<const GridRows> rows);
     [[nodiscard]] const GridRows& rows() const { return *rows_; }
     [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
@@ -25,4 +26,5 @@ class GridModel final : public QAbstractTableModel {
   private:
     std::vector<Column> columns_;
     std::unique_ptr<const GridRows> rows_;
+    std::unique_ptr<const GridRows> before_;  // a million take some milliseconds to give back
 };

@@ -51,6 +51,28 @@ TEST_F(GridModelTest, IsASoundModel) {
     EXPECT_EQ(nodes.rowCount(), 2);
 }
 
+// A million rows take long to give back, which no paint should wait for.
+TEST_F(GridModelTest, KeepsTheRowsBeforeUntilThePaintsThatWait) {
+    auto record = makeParagraph(6, 2, "H", "Kept by its row");
+    const std::weak_ptr<clsWebScheme> alive = record;
+    paragraphs.show(std::make_unique<WebGridRows>(Paragraphs{record}));
+    record.reset();
+    EXPECT_FALSE(alive.expired());
+    paragraphs.show(std::make_unique<WebGridRows>());
+    EXPECT_FALSE(alive.expired());
+    QCoreApplication::sendPostedEvents();  // what paints are
+    EXPECT_FALSE(alive.expired());
+    QTest::qWait(20);
+    EXPECT_TRUE(alive.expired());
+
+    record = makeParagraph(7, 2, "H", "Given back at once");
+    const std::weak_ptr<clsWebScheme> next = record;
+    paragraphs.show(std::make_unique<WebGridRows>(Paragraphs{record}));
+    record.reset();
+    for (int i = 0; i < 2; ++i) paragraphs.show(std::make_unique<WebGridRows>());
+    EXPECT_TRUE(next.expired()) << "no more than one set of rows waits";
+}
+
 TEST_F(GridModelTest, HasARowForEachRecordAndTheColumnsOfTheFormat) {
     EXPECT_EQ(nodes.rowCount(), 2);
     EXPECT_EQ(nodes.columnCount(), 8);
