@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-// What both fuzz targets share.
+// What the fuzz targets share.
 
 /// Ends the run, as a find, where `holds` is false.
 inline void require(bool holds, const char* what) {
@@ -64,7 +64,8 @@ template <class Scheme>
 std::string savedBytes(const Scheme& scheme) {
     static const OutputFolder folder;
     const auto file = folder / "out.txt";
-    std::filesystem::remove(file);
+    static unsigned saves = 0;  // every second one replaces the file of the one before
+    if (scheme.Count() == 0 || ++saves % 2 != 0) std::filesystem::remove(file);
     require(scheme.SaveData(file) == (scheme.Count() != 0), "saving succeeds, but for an empty scheme");
     require(std::filesystem::exists(file) == (scheme.Count() != 0), "a file is there when one was saved");
     std::ifstream in(file, std::ios::binary);

@@ -49,12 +49,17 @@ bool leavesRoomForALongerName(const std::filesystem::path& file) {
 
 // @return whether the disk has the bytes; true also where nobody can tell
 bool isOnDisk(int file) {
-    return fsync(file) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
+    while (fsync(file) != 0) {
+        if (errno == EINTR) continue;
+        return errno == EINVAL || errno == EROFS || errno == ENOSYS || errno == EOPNOTSUPP;
+    }
+    return true;
 }
 
 // Puts a file that has no name yet in the place of an old one. Linux has no single step for that: the new file has a
-// name of its own for a moment. A process of its own takes both steps, so that no end of this one comes between.
-// @return false where nothing has changed
+// name of its own for a moment. A process of its own takes both steps, so that no end of this one comes between. It
+// shares the memory of this one, which waits for it, and so costs no time; it does nothing but ask the system.
+// @return whether the file is in its place
 bool replaceFromAnotherProcess(int newFile, const std::filesystem::path& file) {
     std::error_code error;
     const auto place = std::filesystem::canonical(file, error).native();
@@ -62,16 +67,16 @@ bool replaceFromAnotherProcess(int newFile, const std::filesystem::path& file) {
     if (error || fstat(newFile, &state) != 0 || state.st_nlink != 0) return false;
     const auto self = "/proc/self/fd/" + std::to_string(newFile);
     const auto name = place + '.' + std::to_string(100'000 + std::random_device()() % 900'000);
-    const auto child = fork();
-    if (child == 0) {
-        setsid();  // out of reach of a signal to the terminal's processes
-        if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) != 0) _exit(1);
-        if (std::rename(name.c_str(), place.c_str()) == 0) _exit(0);
-        unlink(name.c_str());
-        _exit(1);
+    const auto process = vfork();
+    if (process == 0) {
+        setsid();  // out of reach of a signal to all processes of the terminal
+        if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0 &&
+            std::rename(name.c_str(), place.c_str()) != 0)
+            unlink(name.c_str());
+        _exit(0);
     }
-    while (child > 0 && waitpid(child, nullptr, 0) < 0 && errno == EINTR) continue;
-    return child > 0 && fstat(newFile, &state) == 0 && state.st_nlink != 0;  // where nobody waits for children, too
+    if (process > 0) waitpid(process, nullptr, 0);
+    return std::filesystem::equivalent(self, place, error);
 }
 
 #else

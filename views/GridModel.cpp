@@ -3,15 +3,15 @@
 
 #include <QBrush>
 #include <QTimer>
+#include <utility>
 
 #include "views/CodePage.h"
 
 void GridModel::show(std::unique_ptr<const GridRows> rows) {
-    before_ = std::move(rows_);
-    QTimer::singleShot(1, this, [this] { before_.reset(); });  // 0 would come before the paints
     beginResetModel();
-    rows_ = std::move(rows);
+    before_ = std::exchange(rows_, std::move(rows));
     endResetModel();
+    QTimer::singleShot(1, this, [this] { before_.reset(); });  // 0 would come before the paints
 }
 
 int GridModel::rowCount(const QModelIndex& parent) const {

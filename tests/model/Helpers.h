@@ -149,9 +149,9 @@ inline std::filesystem::path placeForFolders() {
 /// A new folder that is removed with all that is in it.
 class TempFolder {
   public:
-    TempFolder() {
+    explicit TempFolder(const std::filesystem::path& place = placeForFolders()) {
         std::random_device random;
-        do path_ = placeForFolders() / ("wizard-test-" + std::to_string(random()));
+        do path_ = place / ("wizard-test-" + std::to_string(random()));
         while (!std::filesystem::create_directory(path_));
     }
     ~TempFolder() {

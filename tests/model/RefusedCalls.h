@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <fcntl.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <iterator>
+#include <vector>
 
 #include "Faults.h"
 
@@ -33,11 +38,33 @@ inline bool refuseCall(long number, int error, std::uint32_t flags = 0) {
     return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 && prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
+/// The same for files without a name, which some file systems do not have.
+inline bool refuseUnnamedFiles() {
+    return refuseCall(SYS_openat, EOPNOTSUPP, O_TMPFILE & ~O_DIRECTORY);
+}
+
+/// The calls for which this stands, on every machine.
+constexpr std::initializer_list<long> renames = {
+#ifdef SYS_rename
+    SYS_rename,
+#endif
+    SYS_renameat, SYS_renameat2};
+constexpr std::initializer_list<long> removals = {
+#ifdef SYS_unlink
+    SYS_unlink,
+#endif
+    SYS_unlinkat};
+constexpr std::initializer_list<long> newProcesses = {
+#ifdef SYS_vfork
+    SYS_vfork, SYS_fork,
+#endif
+    SYS_clone};
+
 constexpr int cannotRefuse = 76;
 
 /// Runs `check` in a process of its own to which the system refuses these calls.
 /// @return what it answers, `cannotRefuse` where the system does not do that, -1 if it crashes
-inline int withoutCalls(std::initializer_list<long> calls, int error, const std::function<int()>& check) {
+inline int withoutCalls(const std::vector<long>& calls, int error, const std::function<int()>& check) {
     const auto child = fork();
     if (child == 0) {
         for (const auto call : calls)

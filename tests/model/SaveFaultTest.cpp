@@ -161,10 +161,17 @@ TYPED_TEST(SaveFault, IntoAFolderThatMayNotBeChanged) {
     TypeParam scheme;
     fill(scheme, 1000);
     writeBytes(this->file_, this->old_);
-    std::filesystem::permissions(this->folder_.path(), std::filesystem::perms(0555));
+    std::filesystem::permissions(this->file_, std::filesystem::perms(0666));
+    std::filesystem::permissions(this->folder_.path(), std::filesystem::perms(0777));
     {
         const OrdinaryUser user;
         if (!user.bound()) GTEST_SKIP() << "no way to become an ordinary user here";
+        EXPECT_TRUE(scheme.SaveData(this->file_)) << "nothing else refuses it";
+    }
+    writeBytes(this->file_, this->old_);
+    std::filesystem::permissions(this->folder_.path(), std::filesystem::perms(0555));
+    {
+        const OrdinaryUser user;
         EXPECT_FALSE(scheme.SaveData(this->file_));
         EXPECT_FALSE(scheme.SaveData(this->folder_ / "new.txt"));
     }
@@ -240,6 +247,7 @@ TYPED_TEST(SaveFault, OntoAFileThatMayNotBeWritten) {
     TypeParam scheme;
     fill(scheme, 1000);
     writeBytes(this->file_, this->old_);
+    std::filesystem::permissions(this->folder_.path(), std::filesystem::perms(0777));
     std::filesystem::permissions(this->file_, std::filesystem::perms(0444));
     {
         const OrdinaryUser user;

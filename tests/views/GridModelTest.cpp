@@ -51,6 +51,14 @@ TEST_F(GridModelTest, IsASoundModel) {
     EXPECT_EQ(nodes.rowCount(), 2);
 }
 
+TEST_F(GridModelTest, HasItsOldRowsUntilItIsReset) {
+    int before = -1;
+    QObject::connect(&nodes, &GridModel::modelAboutToBeReset, [&] { before = nodes.rowCount(); });
+    nodes.show(std::make_unique<NavGridRows>());
+    EXPECT_EQ(before, 2);
+    EXPECT_EQ(nodes.rowCount(), 0);
+}
+
 // A million rows take long to give back, which no paint should wait for.
 TEST_F(GridModelTest, KeepsTheRowsBeforeUntilThePaintsThatWait) {
     auto record = makeParagraph(6, 2, "H", "Kept by its row");
