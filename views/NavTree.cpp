@@ -134,6 +134,18 @@ void NavTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
     QTreeView::scrollTo(index, hint);
 }
 
+// Does nothing in a tree that is too deep for one layout. The base class would note every node as open, those without
+// children too, which makes each later layout slower.
+void NavTree::openAllBelow(const QModelIndex& top) {
+    const auto& shown = model_.snapshot();
+    if (!top.isValid() || shown.depth() > mostNestedLevels) return;
+    scheduleDelayedItemsLayout();  // one for all
+    const auto first = model_.rowOf(top);
+    for (auto row = first; row == first || (row < shown.count() && shown.row(row).parent >= first); ++row)
+        if (shown.row(row).childCount > 0) expand(model_.indexOf(row));
+    executeDelayedItemsLayout();
+}
+
 // What stays open below a closed branch is opened again, by recursion, with that branch.
 void NavTree::forgetDeepBranches(const QModelIndex& branch) {
     if (!branch.isValid() || model_.snapshot().depth() <= mostNestedLevels) return;
@@ -211,8 +223,10 @@ void NavTree::drawBranches(QPainter* painter, const QRect& rect, const QModelInd
 
 void NavTree::keyPressEvent(QKeyEvent* event) {
     keys_.pressed(*event);
-    if (event->key() == Qt::Key_Asterisk && model_.snapshot().depth() > mostNestedLevels) return;  // opens everything
-    QTreeView::keyPressEvent(event);
+    if (event->key() == Qt::Key_Asterisk)
+        openAllBelow(currentIndex());
+    else
+        QTreeView::keyPressEvent(event);
 }
 
 void NavTree::keyReleaseEvent(QKeyEvent* event) {

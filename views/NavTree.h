@@ -59,6 +59,7 @@ class NavTree final : public QTreeView, public NavTreeView {
   private:
     [[nodiscard]] std::uint32_t rowOf(std::string_view key) const;
     void click(const QModelIndex& index);
+    void openAllBelow(const QModelIndex& top);
     void forgetDeepBranches(const QModelIndex& branch);
     void selectInsteadOfHidden(const QModelIndex& closed);
     void fitColumn();

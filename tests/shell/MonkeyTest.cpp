@@ -1,5 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <sys/prctl.h>
+
 #include <QProcess>
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 #include <sstream>
 
@@ -10,6 +14,8 @@
 //
 //   MONKEY_SEED=7 MONKEY_STEPS=5000   another run
 //   MONKEY_SCRIPT=monkey-7-123.txt    the steps of a script, in the process of the test itself
+//
+// Linux only.
 
 namespace {
 
@@ -44,31 +50,25 @@ class Player {
         auto environment = plain();
         environment.insert(text("MONKEY_SEED"), QString::number(seed_));
         environment.insert(text("MONKEY_STEPS"), QString::number(steps));
-        environment.insert(text("MONKEY_NOTES"), text(script_.string()));
-        return run("Monkey.DISABLED_Plays", environment, steps);
+        return run("Monkey.DISABLED_Plays", environment, script_, std::chrono::seconds(30));
     }
     [[nodiscard]] Rows script() const { return linesOf(script_); }
     [[nodiscard]] std::string scriptName() const { return script_.string(); }
 
-    // The end of the script that is long enough, and of that what is needed. It may take as many steps again as were
-    // played, a few times.
+    // Leaves out halves of the script, quarters and so on, as long as what is left fails; for some minutes at most.
     void shorten() {
-        const auto all = script();
-        auto shortest = all;
-        for (std::size_t length = 5; length < all.size(); length *= 2) {
-            const Rows end(all.end() - static_cast<std::ptrdiff_t>(length), all.end());
-            if (!fails(end)) continue;
-            shortest = end;
-            break;
-        }
-        constexpr std::size_t worthwhile = 80;
-        for (std::size_t line = 0; shortest.size() <= worthwhile && line < shortest.size();) {
-            auto without = shortest;
-            without.erase(without.begin() + static_cast<std::ptrdiff_t>(line));
-            if (fails(without))
-                shortest = without;
-            else
-                ++line;
+        const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(4);
+        auto shortest = script();
+        for (auto piece = shortest.size() / 2; piece > 0; piece /= 2) {
+            for (std::size_t at = 0; at < shortest.size() && std::chrono::steady_clock::now() < end;) {
+                auto without = shortest;
+                const auto begin = without.begin() + static_cast<std::ptrdiff_t>(at);
+                without.erase(begin, begin + static_cast<std::ptrdiff_t>(std::min(piece, without.size() - at)));
+                if (!without.empty() && fails(without))
+                    shortest = without;
+                else
+                    at += piece;
+            }
         }
         writeBytes(script_, joined(shortest));
     }
@@ -85,24 +85,30 @@ class Player {
         const TempFolder folder;
         auto environment = plain();
         environment.insert(text("MONKEY_SCRIPT"), text(writeBytes(folder / "script.txt", joined(lines)).string()));
-        return !run("Monkey.DISABLED_Repeats", environment, static_cast<unsigned>(lines.size())).empty();
+        return !run("Monkey.DISABLED_Repeats", environment, folder / "notes.txt", std::chrono::seconds(8)).empty();
     }
+    // A monkey that writes no more notes for as long as this hangs.
     // @return the end of what a monkey's process printed, if it did not end well
-    static std::string run(const std::string& test, const QProcessEnvironment& environment, unsigned steps) {
-#ifdef WIZARD_SANITIZED
-        constexpr int forAStep = 300;  // milliseconds, and more than enough
-#else
-        constexpr int forAStep = 60;
-#endif
-        constexpr int forTheStart = 20'000;
+    static std::string run(const std::string& test, QProcessEnvironment environment,
+                           const std::filesystem::path& notes, std::chrono::seconds patience) {
+        using Clock = std::chrono::steady_clock;
+        environment.insert(text("MONKEY_NOTES"), text(notes.string()));
         QProcess process;
         process.setProcessEnvironment(environment);
         process.setProcessChannelMode(QProcess::MergedChannels);
+        process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
         process.start(QCoreApplication::applicationFilePath(),
                       {text("--gtest_also_run_disabled_tests"), text("--gtest_filter=" + test)});
-        // This process may own the clipboard, and must answer when the other one asks for it.
-        const bool ended = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; },
-                                           forTheStart + forAStep * static_cast<int>(steps));
+        bool ended = false;
+        std::uintmax_t noted = 0;
+        for (auto last = Clock::now(); !ended && Clock::now() - last < patience;) {
+            // This process may own the clipboard, and must answer when the other one asks for it.
+            ended = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 500);
+            std::error_code ignored;
+            const auto now = std::filesystem::file_size(notes, ignored);
+            if (now != noted) last = Clock::now();
+            noted = now;
+        }
         if (ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0) return "";
         process.kill();
         process.waitForFinished();
@@ -151,5 +157,6 @@ TEST(Monkey, DISABLED_Plays) {
 TEST(Monkey, DISABLED_Repeats) {
     const auto* script = std::getenv("MONKEY_SCRIPT");
     ASSERT_TRUE(script) << "MONKEY_SCRIPT names no file";
-    Monkey("").repeat(linesOf(script));
+    const auto* notes = std::getenv("MONKEY_NOTES");
+    Monkey(notes ? notes : "").repeat(linesOf(script));
 }

@@ -22,6 +22,10 @@ std::size_t bytesInUse() {
     return now.uordblks + now.hblkhd;
 }
 
+std::ptrdiff_t openFiles() {
+    return std::ranges::distance(std::filesystem::directory_iterator("/proc/self/fd"));
+}
+
 void edit(Wizard& wizard) {
     {
         Answers answers;
@@ -62,22 +66,38 @@ TEST(Rounds, OfOpeningEditingAndSavingLeaveNoWindowBehind) {
     Wizard wizard;
     qsizetype objects = 0;
     qsizetype windows = 0;
+    std::ptrdiff_t files = 0;
     for (int round = 0; round < rounds(); ++round) {
         wizard.openNodes(sample("XST1.txt"));
         wizard.openParagraphs(sample("XST2.txt"));
         edit(wizard);
         for (const auto& [letters, name] : {std::pair{"NS", "nodes.txt"}, {"WS", "paragraphs.txt"}}) {
-            std::filesystem::remove(folder / name);
-            wizard.choose(letters, "GetSaveAsName", folder / name);
-            EXPECT_TRUE(std::filesystem::exists(folder / name));
+            // Every second time the file is there, and is replaced.
+            if (round % 2 == 0) std::filesystem::remove(folder / name);
+            const auto before = round % 2 == 0 ? "" : bytesOf(folder / name);
+            Answers answers;
+            answers.then("GetSaveAsName", entering(folder / name));
+            if (round % 2 != 0) {
+                writeBytes(folder / name, "old");
+                answers.then("", [](QDialog& question) {
+                    clickOn(static_cast<QMessageBox&>(question).button(QMessageBox::Yes));
+                });
+            }
+            choose(wizard.window, letters);
+            answers.wait();
+            const auto saved = bytesOf(folder / name);
+            EXPECT_GT(saved.size(), 1'000U);
+            EXPECT_TRUE(round % 2 == 0 || saved == before) << "the same work";
         }
         if (round == 1) {
             objects = wizard.window.findChildren<QObject*>().size();
             windows = QApplication::topLevelWidgets().size();
+            files = openFiles();
         }
     }
     EXPECT_EQ(wizard.window.findChildren<QObject*>().size(), objects);
     EXPECT_EQ(QApplication::topLevelWidgets().size(), windows);
+    EXPECT_EQ(openFiles(), files);
 }
 
 // Without the file dialogs: the toolkit keeps some kilobytes of each.

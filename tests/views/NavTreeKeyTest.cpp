@@ -196,6 +196,17 @@ TEST_F(NavTreeKeyTest, TheStarOpensTheWholeBranchWithoutAClick) {
     EXPECT_EQ(window.taken(), Rows());
 }
 
+TEST_F(NavTreeKeyTest, TheStarOpensNothingBesideTheBranchNorNodesWithoutChildren) {
+    window.navs.DispInTV();
+    select("N2");
+    typeKey(&window, Qt::Key_Asterisk);
+    EXPECT_EQ(window.openNodes(), "N1 N2 N4");
+    for (const auto* without : {"N5", "N7"}) EXPECT_FALSE(window.isOpen(without)) << without;
+    window.tree->selectionModel()->clear();
+    typeKey(&window, Qt::Key_Asterisk);
+    EXPECT_EQ(window.openNodes(), "N1 N2 N4") << "without a node";
+}
+
 TEST_F(NavTreeKeyTest, TabAndBacktabLeaveTheTree) {
     select("N2");
     typeKey(&window, Qt::Key_Tab);
