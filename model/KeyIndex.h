@@ -40,6 +40,6 @@ class KeyIndex {
     std::vector<std::uint32_t> table_;  // by number, `none` where there is no entry
     std::vector<Cell> cells_;           // the numbers that were outside the table when they came; at most half full
     std::size_t cellsUsed_ = 0;
-    std::size_t expected_ = 0;  // entries that were inserted or reserved
-    std::size_t inserted_ = 0;
+    std::size_t expected_ = 0;  // entries: those reserved, or those below if they are more
+    std::size_t inserted_ = 0;  // entries that were outside the table when they came
 };

@@ -85,8 +85,8 @@ class clsNavSchemes {
     // --- renumbering, cloning, fusing ---
 
     /// Numbers the reachable nodes 1, 2, 3 … in tree order and lets the paragraphs follow. The others take what their
-    /// work fields hold: 0 if they were never numbered. Keys stay as they are until the scheme is saved and loaded
-    /// again. Redraws the tree and shows all paragraphs. @return false when there is no node
+    /// work fields hold, 0 at first, so that one before the root takes its place. Keys stay until it is saved and
+    /// loaded again. Redraws the tree and shows all paragraphs. @return false when there is no node
     bool Renumber();
     /// A copy of the node filed under `skey` that is not in the scheme; an empty one when there is none.
     [[nodiscard]] Pointer CloneNav(std::string_view skey) const;

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
-# Used by run.sh and test.sh, which stand in the root of the source tree: installs packages, configures and builds.
+# Used by the scripts in the root of the source tree and by tour/pictures.sh: installs packages, configures and builds.
 # Kept to bash 3.2, the one macOS has.
 
 say() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 """Changes the program in one small place at a time and looks whether a test notices.
 
-usage: tests/mutate.py [--count 300] [--seed 1] [--jobs 1] [FILE...]
+usage: tests/mutate.py [--count 300] [--seed 1] [--jobs 1] [--go-on] [--list] [--no-headers] [FILE...]
 
 The mutants are drawn from the seed out of all that the rules below make of the files: by default every .cpp and .h of
 model, analysis and views (--no-headers leaves the headers out, which take longest to build). Each is built in a copy of
@@ -32,7 +32,7 @@ TESTS = {  # the tests that may notice a change in a folder, the nearest first
     "model": ["model", "analysis", "views", "forms", "shell"],
     "analysis": ["analysis", "shell"],
     "views": ["views", "forms", "shell"],
-    "forms": ["forms"],
+    "forms": ["forms", "shell"],
     "shell": ["shell"],
 }
 SLOW = "*AnyTree*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
@@ -72,7 +72,7 @@ SWAPS = [
     (r"\bcontinue;", "break;"), (r"\bbreak;", "continue;"),
 ]
 STATEMENT = re.compile(r"^(\s+)(?!return|case|break|continue|using|constexpr|static|struct|const|auto|if|for|while|else|do|})"
-                       r"[\w(*].*;\s*$")
+                       r"[\w(*].*;\s*(//.*)?$")
 DECLARATION = re.compile(r"^\s+(?=\S)(\[\[nodiscard\]\] )?[\w:<>,&* ]+[\s*&]~?\w+(\[.*\])?(\s*=.*|\{.*\}|\(.*\).*)?;\s*(//.*)?$")
 ROW = re.compile(r"^(\s+)\{.*\},\s*(//.*)?$")
 
@@ -108,9 +108,9 @@ def mutants_of(name):
                     for found in re.finditer(pattern, piece):
                         a, b = start + found.start(), start + found.end()
                         yield made("operator", line[:a] + new + line[b:])
-                for found in re.finditer(r"(?<![\w.'])(\d+)(?![\w.'x])", piece):
+                for found in re.finditer(r"(?<![\w.'])(\d[\d']*)(?![\w.'x])", piece):
                     a, b = start + found.start(), start + found.end()
-                    yield made("constant", line[:a] + str(int(found.group()) + 1) + line[b:])
+                    yield made("constant", line[:a] + str(int(found.group().replace("'", "")) + 1) + line[b:])
                 found = re.match(r"(\s*(?:\} else )?(?:if|while) \()(.*)", piece) if start == 0 else None
                 if found and line.rstrip().endswith((") {", ")")) and line.count("(") == line.count(")") and ";" not in line:
                     head, tail = found.group(1), line[len(found.group(1)):].rstrip()
@@ -160,7 +160,7 @@ class Place:
             if not copy.exists() or copy.read_bytes() != (ROOT / name).read_bytes():
                 shutil.copy(ROOT / name, copy)
         subprocess.run(["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
-                        "-DCMAKE_CXX_FLAGS=-O0 -fuse-ld=lld", "-DWIZARD_QUICK_TESTS=ON"],
+                        "-DCMAKE_CXX_FLAGS=-O0" + (" -fuse-ld=lld" if shutil.which("ld.lld") else ""), "-DWIZARD_QUICK_TESTS=ON"],
                        check=True, stdout=subprocess.DEVNULL)
 
     def compiles(self, programs):
@@ -244,9 +244,12 @@ def main():
     programs = sorted({f"{t}_tests" for f in files for t in TESTS[f.split("/")[0]]})
 
     def make_ready(number):
-        place = Place(number)
-        place.prepare()
-        check(place, QUICK)
+        try:
+            place = Place(number)
+            place.prepare()
+            check(place, QUICK)
+        except (OSError, subprocess.SubprocessError) as error:
+            give_up(str(error))
         places.put(place)
 
     def check(place, tests):

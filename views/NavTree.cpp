@@ -123,15 +123,9 @@ void NavTree::click(const QModelIndex& index) {
 }
 
 void NavTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    std::vector<QModelIndex> closed;  // above the node, from the inside out
-    for (auto above = index.parent(); above.isValid(); above = above.parent())
-        if (!isExpanded(above)) closed.push_back(above);
-    if (closed.size() > mostNestedLevels) return;
-    while (!closed.empty()) {  // from the outside in: each opens one level of the view
-        expand(closed.back());
-        closed.pop_back();
-    }
-    QTreeView::scrollTo(index, hint);
+    std::size_t closed = 0;  // which the base class opens at one stroke
+    for (auto above = index.parent(); above.isValid(); above = above.parent()) closed += isExpanded(above) ? 0U : 1U;
+    if (closed <= mostNestedLevels) QTreeView::scrollTo(index, hint);
 }
 
 // Does nothing in a tree that is too deep for one layout. The base class would note every node as open, those without

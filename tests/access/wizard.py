@@ -2,6 +2,8 @@
 """Starts the wizard and looks at it over AT-SPI, as a screen reader does; uses it with the keyboard alone."""
 
 import os
+import pathlib
+import re
 import subprocess
 import sys
 import time
@@ -11,7 +13,9 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-TITLE = "Reporting Scheme Wizard for Pelmo 1.02"
+SOURCES = pathlib.Path(__file__).resolve().parents[2]
+VERSION = re.search(r"^project\(.* VERSION ([\d.]+)", (SOURCES / "CMakeLists.txt").read_text(), re.M).group(1)
+TITLE = f"Reporting Scheme Wizard for Pelmo {VERSION}"
 INTRODUCTION = "Pelmo Wizard Introduction..."
 MESSAGE = "Reporting Scheme Wizard for Pelmo"
 REPORT = "Output..."

@@ -59,7 +59,7 @@ wait_for() {
 press() { for key in "$@"; do xdotool key "$key" && sleep 0.3; done; }
 
 message='Reporting Scheme Wizard for Pelmo'
-main='Reporting Scheme Wizard for Pelmo 1[.]02'
+main="Reporting Scheme Wizard for Pelmo $(sed -n 's/^project(.* VERSION \([0-9]*\)[.]\([0-9]*\).*/\1[.]\2/p' CMakeLists.txt)"
 
 # start COMMAND - starts the wizard, up to its first window.
 start() {

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# Fails where a file of the program includes one that its folder must not know; see docs/architecture.md.
+set -euo pipefail
+cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
+
+code=0
+# refuse TITLE - reads lines, and fails if there are any.
+refuse() {
+    local found
+    found=$(cat)
+    [[ -z $found ]] && return
+    printf '%s:\n%s\n' "$1" "$found"
+    code=1
+}
+# may FOLDER KNOWN - KNOWN are the folders from which FOLDER may include, separated by |.
+may() {
+    [[ -n $(grep -rhE '^#include "' "$1") ]] || { echo "no includes in $1"; code=1; }
+    refuse "$1 may include $2 alone" < <(grep -rnE '^ *# *include *"' "$1" --include='*.h' --include='*.cpp' |
+        grep -vE "\"($2)/[^\"]*\"")
+}
+may model model
+may analysis 'model|analysis'
+may views 'model|views'
+may forms 'model|views|forms'
+may shell 'model|views|forms|shell'
+refuse "model and analysis know no Qt, but for the writing of files" < <(
+    grep -rnE '^ *# *include *<Q' model analysis --include='*.h' --include='*.cpp' | grep -v '^model/FileWriter[.]cpp:')
+exit "$code"
