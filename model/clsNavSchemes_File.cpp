@@ -54,15 +54,21 @@ bool clsNavSchemes::LoadData(const std::filesystem::path& vFile) {
         const auto loaded = LoadedFile<clsNavScheme>::read(vFile, fill);
         nodes_.Reserve(loaded->count());
         LoadedFile<clsNavScheme>::handOver(loaded, [this](Pointer node) { nodes_.Add(std::move(node)); });
+        DispInTV();
     } catch (const std::bad_alloc&) {
         nodes_.Clear();  // a file too large for the memory cannot be read
+        DispInTV();
     }
-    DispInTV();
     return true;
 }
 
 bool clsNavSchemes::LoadWeb(const std::filesystem::path& oFile) {
     oWebs.LoadData(oFile);
-    oWebs.DispInGrid(0);
+    try {
+        oWebs.DispInGrid(0);
+    } catch (const std::bad_alloc&) {
+        oWebs.ClearAll();  // as above
+        oWebs.DispInGrid(0);
+    }
     return false;
 }

@@ -62,8 +62,9 @@ NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), 
     setAccessibleName(QStringLiteral("Navigation tree"));
 
     connect(this, &QTreeView::clicked, this, &NavTree::click);
-    connect(this, &QTreeView::expanded, this,
-            [this](const QModelIndex& index) { open_.insert(model_.rowOf(index)); });
+    connect(this, &QTreeView::expanded, this, [this](const QModelIndex& index) {
+        if (isDeep()) open_.insert(model_.rowOf(index));
+    });
     connect(this, &QTreeView::collapsed, this, [this](const QModelIndex& index) {
         open_.erase(model_.rowOf(index));
         forgetDeepBranches(index);
@@ -132,7 +133,7 @@ void NavTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
 // children too, which makes each later layout slower.
 void NavTree::openAllBelow(const QModelIndex& top) {
     const auto& shown = model_.snapshot();
-    if (!top.isValid() || shown.depth() > mostNestedLevels) return;
+    if (!top.isValid() || isDeep()) return;
     scheduleDelayedItemsLayout();  // one for all
     const auto first = model_.rowOf(top);
     for (auto row = first; row == first || (row < shown.count() && shown.row(row).parent >= first); ++row)
@@ -142,7 +143,7 @@ void NavTree::openAllBelow(const QModelIndex& top) {
 
 // What stays open below a closed branch is opened again, by recursion, with that branch.
 void NavTree::forgetDeepBranches(const QModelIndex& branch) {
-    if (!branch.isValid() || model_.snapshot().depth() <= mostNestedLevels) return;
+    if (!branch.isValid() || !isDeep()) return;
     const auto top = model_.rowOf(branch);
     std::vector<std::uint32_t> deep;
     for (const auto row : open_) {

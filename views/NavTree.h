@@ -59,6 +59,7 @@ class NavTree final : public QTreeView, public NavTreeView {
   private:
     [[nodiscard]] std::uint32_t rowOf(std::string_view key) const;
     void click(const QModelIndex& index);
+    [[nodiscard]] bool isDeep() const { return model_.snapshot().depth() > mostNestedLevels; }
     void openAllBelow(const QModelIndex& top);
     void forgetDeepBranches(const QModelIndex& branch);
     void selectInsteadOfHidden(const QModelIndex& closed);
@@ -66,5 +67,5 @@ class NavTree final : public QTreeView, public NavTreeView {
 
     TreeModel model_;
     ReleasedKeys keys_;
-    std::set<std::uint32_t> open_;  // rows of the snapshot that are open, below closed ones too
+    std::set<std::uint32_t> open_;  // rows of the snapshot that are open, below closed ones too; in a deep tree only
 };

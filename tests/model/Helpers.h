@@ -259,12 +259,14 @@ class FakeWebGrid final : public WebGridView {
         for (const auto& paragraph : paragraphs)
             if (paragraph) shown += " " + std::to_string(paragraph->ID) + ">" + std::to_string(paragraph->XST1);
         calls_.push_back("paragraphs" + shown);
+        if (whenAsked) whenAsked();
     }
     [[nodiscard]] std::string CurrentText(int column) const override {
         return column == 0 ? current.first : column == 1 ? current.second : "another column";
     }
 
     std::pair<std::string, std::string> current = {"ID ", "XST1"};  // the header row
+    std::function<void()> whenAsked;
 
   private:
     Calls& calls_;

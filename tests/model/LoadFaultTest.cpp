@@ -181,6 +181,30 @@ TEST_F(LoadFault, RecordsLargerThanTheMemory) {
     expectNoMemoryFor(writeBytes(folder / "many.txt", lines), std::size_t{8} << 20);
 }
 
+// The records have room, but not what the screen makes of them.
+TEST_F(LoadFault, RecordsThatTheScreenHasNoMemoryFor) {
+    Screen screen;
+    clsNavSchemes navs;
+    screen.show(navs);
+    const auto fullOnce = [&] {
+        return [&, full = true]() mutable {
+            if (std::exchange(full, false)) throw std::bad_alloc();
+        };
+    };
+    addParagraphs(navs.oWebs, {{1, 1}});
+
+    screen.tree.whenAsked = fullOnce();
+    EXPECT_TRUE(navs.LoadData(writeBytes(folder / "nodes.txt", "1,a,F,0\r\n")));
+    EXPECT_EQ(navs.Count(), 0);
+    EXPECT_EQ(navs.oWebs.Count(), 1);
+    EXPECT_EQ(screen.taken().back(), "tree ");
+
+    screen.web.whenAsked = fullOnce();
+    EXPECT_FALSE(navs.LoadWeb(writeBytes(folder / "paragraphs.txt", "1,1,1,a,q,Lkey,H,0,,\r\n")));
+    EXPECT_EQ(navs.oWebs.Count(), 0);
+    EXPECT_EQ(screen.taken().back(), "paragraphs");
+}
+
 // Almost all of it is a hole, which takes no place on the disk: first a line that is passed over, then a text.
 TEST_F(LoadFault, AFileOfTwoGigabytes) {
     constexpr auto size = std::uintmax_t{2} << 30;
