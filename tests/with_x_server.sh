@@ -48,7 +48,7 @@ start() {
 wait_for() {
     for _ in {1..300}; do
         [ -s "$1" ] && return 0
-        kill -0 "${started[-1]}" 2> /dev/null || return 1
+        kill -0 "${started[${#started[@]} - 1]}" 2> /dev/null || return 1
         sleep 0.1
     done
     return 1
@@ -69,7 +69,7 @@ if [ "$desktop" = wm ]; then
 fi
 
 start "$@"
-wait "${started[-1]}"
+wait "${started[${#started[@]} - 1]}"
 code=$?
 unset 'started[-1]'
 exit "$code"
