@@ -71,5 +71,5 @@ fi
 start "$@"
 wait "${started[${#started[@]} - 1]}"
 code=$?
-unset 'started[-1]'
+unset "started[${#started[@]} - 1]"
 exit "$code"
