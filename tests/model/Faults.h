@@ -16,7 +16,7 @@
 /// Ends the test program instead of waiting for ever.
 class Deadline {
   public:
-    Deadline() { alarm(60); }
+    Deadline() { alarm(180); }
     ~Deadline() { alarm(0); }
     Deadline(const Deadline&) = delete;
     Deadline& operator=(const Deadline&) = delete;
