@@ -172,7 +172,7 @@ void measureEdits(fMain& window) {
     auto& navs = *window.oNavs;
     auto& tree = *window.findChild<NavTree*>(QStringLiteral("myTree"));
     std::vector<double> forms, deletions;
-    for (int i = 0; i < 21; ++i) {
+    for (int i = 0; i < 101; ++i) {
         navs.mLastN = "N" + navs.MaxID();
         navs.DispInTV();
         settle();

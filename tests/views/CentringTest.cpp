@@ -57,3 +57,15 @@ TEST(Centring, ReckonsWithATitleBarForTheFirstWindow) {
                                        screen.top() + (screen.height() - 200 - more - title + 1) / 2));
     }
 }
+
+TEST(Centring, ReckonsWithATitleBarBeforeAWindowOfTheSystemIsShown) {
+    QWidget window;
+    window.resize(300, 200);
+    centreOnScreen(window);
+    const auto place = window.pos();
+    window.move(5, 5);
+    window.winId();  // makes the window of the system, which has no frame yet
+    ASSERT_NE(window.windowHandle(), nullptr);
+    centreOnScreen(window);
+    EXPECT_EQ(window.pos(), place);
+}

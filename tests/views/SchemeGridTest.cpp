@@ -234,6 +234,27 @@ TEST_F(SchemeGridTest, KeepsTheCurrentRowWhenItGetsTheKeyboardBack) {
     }
 }
 
+// A screen shows which grid has the keyboard: at its current row.
+TEST_F(SchemeGridTest, IsPaintedAnewWhenItGetsTheKeyboard) {
+    struct Painted : QObject {
+        int times = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            times += event->type() == QEvent::Paint;
+            return false;
+        }
+    };
+    NEEDS_ACTIVE(&window);
+    for (auto* grid : grids) {
+        clickAt(grid->viewport(), cell(*grid, 2));
+        window.tree->setFocus();
+        QTest::qWait(50);
+        Painted painted;
+        grid->viewport()->installEventFilter(&painted);
+        grid->setFocus();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return painted.times > 0; }, 1000));
+    }
+}
+
 TEST_F(SchemeGridTest, LetsTabAndBacktabOut) {
     window.navGrid->setFocus();
     typeKey(&window, Qt::Key_Tab);
