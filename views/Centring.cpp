@@ -9,10 +9,14 @@
 
 namespace {
 
+bool isOnScreen(const QWidget& window) {
+    return window.isVisible() && window.windowHandle();
+}
+
 QMargins frameOf(const QWidget& window) {
-    if (window.isVisible() && window.windowHandle()) return window.windowHandle()->frameMargins();
+    if (isOnScreen(window)) return window.windowHandle()->frameMargins();
     const auto* parent = window.parentWidget() ? window.parentWidget()->window() : nullptr;
-    if (parent && parent->isVisible() && parent->windowHandle()) return parent->windowHandle()->frameMargins();
+    if (parent && isOnScreen(*parent)) return parent->windowHandle()->frameMargins();
     return {0, window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window), 0, 0};
 }
 
@@ -20,7 +24,13 @@ QMargins frameOf(const QWidget& window) {
 
 void centreOnScreen(QWidget& window) {
     const auto area = window.screen()->geometry();
-    const auto size = window.size().grownBy(frameOf(window));
-    window.move(area.left() + qRound((area.width() - size.width()) / 2.0),
-                area.top() + qRound((area.height() - size.height()) / 2.0));
+    const auto frame = frameOf(window);
+    const auto size = window.size().grownBy(frame);
+    const QPoint corner(area.left() + qRound((area.width() - size.width()) / 2.0),
+                        area.top() + qRound((area.height() - size.height()) / 2.0));
+    // What a shown widget knows of its frame may be older than what its window knows.
+    if (isOnScreen(window))
+        window.setGeometry({corner + QPoint(frame.left(), frame.top()), window.size()});
+    else
+        window.move(corner);
 }
