@@ -18,16 +18,18 @@ need_tools cmake ninja c++ clang++
 export LC_ALL=C.UTF-8
 export QT_QPA_PLATFORM=offscreen # a test that wants an X server brings it along
 
+processors=$(getconf _NPROCESSORS_ONLN)
+
 run() { # PRESET [CTEST_OPTION...]
     say "preset $1"
     build "$1"
-    ctest --preset "$1" --no-tests=error -j "$(getconf _NPROCESSORS_ONLN)" "${@:2}"
+    ctest --preset "$1" --no-tests=error -j "$processors" "${@:2}"
 }
 
 if (($# == 0)); then
     # The tests off the screen run under the sanitizers, and on X servers here, but for the largest schemes. Those over
-    # AT-SPI depend on the desktop's services for it, and run by name.
-    run dev -LE 'offscreen|access'
+    # AT-SPI depend on the desktop's services for it, and run by name. Half of their time those on X servers wait.
+    run dev -j $((2 * processors)) -LE 'offscreen|access'
     run asan
     run fuzz
 fi
