@@ -77,6 +77,8 @@ void NavTree::Fill(const clsNavSchemes& scheme) {
     open_.clear();
     model_.show(TreeSnapshot(scheme));
     expand(model_.index(0, 0));
+    verticalScrollBar()->setValue(0);
+    horizontalScrollBar()->setValue(0);
     const auto& shown = model_.snapshot();
     if (const auto last = shown.find(scheme.mLastN); last != TreeSnapshot::none) {
         const auto index = model_.indexOf(last);
@@ -126,7 +128,22 @@ void NavTree::click(const QModelIndex& index) {
 void NavTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
     std::size_t closed = 0;  // which the base class opens at one stroke
     for (auto above = index.parent(); above.isValid(); above = above.parent()) closed += isExpanded(above) ? 0U : 1U;
-    if (closed <= mostNestedLevels) QTreeView::scrollTo(index, hint);
+    if (!index.isValid() || closed > mostNestedLevels) return;
+    const int left = horizontalScrollBar()->value();
+    QTreeView::scrollTo(index, hint);
+    updateGeometries();  // the bar for a wide row that has come into view may cover the node
+    QTreeView::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(left);  // the base class goes to the left edge of a wide column
+    scrollSideways(index);
+}
+
+// Shows the node's text and its box; when there is no room for all of it, the beginning.
+void NavTree::scrollSideways(const QModelIndex& index) {
+    const int picture = visualRect(index).left();
+    const int begin = picture - indentation();
+    const int beyond = picture + sizeHintForIndex(index).width() - viewport()->width();
+    auto& bar = *horizontalScrollBar();
+    if (begin < 0 || beyond > 0) bar.setValue(bar.value() + std::min(begin, std::max(beyond, 0)));
 }
 
 // Does nothing in a tree that is too deep for one layout. The base class would note every node as open, those without

@@ -63,6 +63,7 @@ class NavTree final : public QTreeView, public NavTreeView {
     void openAllBelow(const QModelIndex& top);
     void forgetDeepBranches(const QModelIndex& branch);
     void selectInsteadOfHidden(const QModelIndex& closed);
+    void scrollSideways(const QModelIndex& index);
     void fitColumn();
 
     TreeModel model_;

@@ -40,6 +40,21 @@ class NavTreeFillTest : public testing::Test {
         const auto place = window.tree->visualRect(window.at(key));
         return !place.isEmpty() && place.top() >= 0 && place.bottom() < window.tree->viewport()->height();
     }
+    /// Whether the node's box, picture and text can be seen; of a text wider than the view its beginning.
+    [[nodiscard]] bool isReadable(std::string_view key) const {
+        const auto index = window.at(key);
+        const int picture = window.tree->visualRect(index).left();
+        const int left = picture - (index.parent().isValid() ? window.tree->indentation() : 0);
+        const int width = window.tree->viewport()->width();
+        return isInView(key) && left >= 0 && (picture + widthOf(key) <= width || left == 0);
+    }
+    /// Of picture and text.
+    [[nodiscard]] int widthOf(std::string_view key) const {
+        QStyleOptionViewItem option;
+        option.initFrom(window.tree);
+        option.decorationSize = window.tree->iconSize();
+        return window.tree->itemDelegate()->sizeHint(option, window.at(key)).width();
+    }
     /// Whether nothing at all is marked in the tree.
     [[nodiscard]] bool nothingIsMarked() const {
         return selected().empty() && !window.tree->currentIndex().isValid() &&
@@ -107,6 +122,68 @@ TEST_F(NavTreeFillTest, ScrollsToTheLastNode) {
     drawWith("N1");
     EXPECT_TRUE(isInView("N1"));
     EXPECT_EQ(window.tree->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(NavTreeFillTest, ScrollsSidewaysToTheLastNode) {
+    fillChain(window.navs, 30);
+    for (const auto* key : {"N30", "N20", "N2", "N15"}) {
+        drawWith(key);
+        QTest::qWait(20);
+        EXPECT_TRUE(isReadable(key)) << key;
+    }
+    window.navs.Item(15)->descriptionIs = std::string(200, 'M');
+    drawWith("N15");
+    QTest::qWait(20);
+    EXPECT_TRUE(isReadable("N15"));
+    EXPECT_EQ(window.tree->visualRect(window.at("N15")).left(), window.tree->indentation());
+}
+
+TEST_F(NavTreeFillTest, GoesSidewaysWithTheKeysNoFurtherThanItMust) {
+    fillChain(window.navs, 30);
+    drawWith("N30");
+    window.tree->setFocus();
+    const auto* bar = window.tree->horizontalScrollBar();
+    ASSERT_GT(bar->value(), 0);
+    for (int id = 29; id > 0; --id) {
+        const auto key = "N" + std::to_string(id);
+        const int before = bar->value();
+        const bool wasReadable = isReadable(key);
+        typeKey(&window, Qt::Key_Up);
+        ASSERT_EQ(selected(), key);
+        EXPECT_TRUE(isReadable(key)) << key;
+        EXPECT_EQ(bar->value() == before, wasReadable) << key;
+    }
+    EXPECT_EQ(bar->value(), 0);
+}
+
+// The bar takes the room of a row as soon as the long text is in view.
+TEST_F(NavTreeFillTest, TheSidewaysBarDoesNotCoverTheLastNode) {
+    for (int id = 100; id < 300; ++id) window.navs.Add(makeNode(id, 1, "N", "child"));
+    window.navs.Add(makeNode(1, 0, "F", "root"));
+    window.navs.Add(makeNode(300, 1, "N", std::string(200, 'M')));
+    const auto size = window.tree->size();
+    for (int more = 0; more < 24; more += 4) {
+        window.tree->resize(size.width(), size.height() + more);
+        drawWith("");
+        window.tree->verticalScrollBar()->setValue(0);
+        QTest::qWait(20);
+        drawWith("N300");
+        QTest::qWait(20);
+        EXPECT_TRUE(isReadable("N300")) << more;
+    }
+}
+
+TEST_F(NavTreeFillTest, GoesToTheTopWithEachFill) {
+    fillChain(window.navs, 30);
+    for (int id = 100; id < 600; ++id) window.navs.Add(makeNode(id, 1, "N", "child"));
+    drawWith("N30");
+    window.tree->scrollToBottom();
+    QTest::qWait(20);
+    ASSERT_GT(window.tree->verticalScrollBar()->value(), 0);
+    drawWith("");
+    QTest::qWait(20);
+    EXPECT_EQ(window.tree->verticalScrollBar()->value(), 0);
+    EXPECT_EQ(window.tree->horizontalScrollBar()->value(), 0);
 }
 
 TEST_F(NavTreeFillTest, ScrollsToTheLastNodeBeforeTheWindowIsShown) {
