@@ -5,7 +5,8 @@
 #include "shell/fMain.h"
 #include "views/Look.h"
 
-int main(int argc, char* argv[]) {
+int main(int, char* argv[]) {
+    int argc = 1;  // the program has no options, not the toolkit's either
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/wizard.svg")));

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The program from start to end, used by a script instead of a user: both schemes are opened from the folder that the
-// command line names, renumbered and saved there, one under a new name, one over the old file. It prints what it
-// found; "end" comes last, when the main window is about to be closed.
+// environment variable WIZARD_JOURNEY names, renumbered and saved there, one under a new name, one over the old file.
+// It prints what it found; "end" comes last, when the main window is about to be closed.
 
 #include <QStyle>
 #include <cstdlib>
@@ -82,7 +82,7 @@ void begin() {
         if (auto* window = visibleMainWindow()) {
             seek->stop();
             answers.reset();
-            use(*window, QApplication::arguments().at(1).toStdString());
+            use(*window, qEnvironmentVariable("WIZARD_JOURNEY").toStdString());
         }
     });
     seek->start(5);
