@@ -345,7 +345,8 @@ void EntryForm::refuseNumber(const char* name) {
     auto& field = line(name);
     field.setEnabled(true);  // the type may not use it, but the text in it has to be mended
     field.selectAll();
-    sendBack(field);
+    auto* focus = focusWidget();
+    sendBack(lacksNumber(focus) ? *focus : field);  // one at a time: that one could not have been left
 }
 
 // --- closing ---

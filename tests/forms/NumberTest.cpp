@@ -224,6 +224,40 @@ TEST_P(Number, IsNotAskedForWhenAnotherWindowTakesTheFocus) {
     }
 }
 
+TEST_P(Number, ALengthIsNotTakenWhenAnotherWindowTakesTheFocus) {
+    open();
+    enter("txtnn", "5");
+    enter("txtParm", "mine");
+    focus("txtnn");
+    EXPECT_EQ(shown("txtParm"), "mine");
+    {
+        QWidget other;
+        other.show();
+        activate(other);
+        settle();
+    }
+    activate(*form);
+    settle();
+    EXPECT_EQ(shown("txtParm"), "mine");
+    key(Qt::Key_Tab);
+    EXPECT_EQ(shown("txtParm"), "CKey05");
+}
+
+// The one with the focus comes first.
+TEST_P(Number, ASaveAsksForOneAfterTheOther) {
+    open();
+    enter("txtID", "y");
+    enter("txtnn", "x");
+    isRefused([&] { key(Qt::Key_F3); });
+    EXPECT_EQ(focusName(), "txtnn");
+    enter("txtnn", "6");
+    isRefused([&] { key(Qt::Key_F3); });
+    EXPECT_EQ(focusName(), "txtID");
+    enter("txtID", isNode() ? "7" : "5");
+    key(Qt::Key_F3);
+    EXPECT_NE(stored().find("CKey06"), std::string::npos) << stored();
+}
+
 TEST_P(Number, IsNotAskedForByAMenu) {
     open();
     enter("txtnn", "x");
