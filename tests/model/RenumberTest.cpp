@@ -126,6 +126,33 @@ TEST(Renumber, UnreachableNodesTakeTheirWorkFields) {
     EXPECT_EQ(linksOf(navs), "0<0 1<0 0<0 0<0 0<0 0<0 2<1");
 }
 
+// It has the parent 0 like the root, and comes first.
+TEST(Renumber, AnUnreachableNodeBeforeTheRootTakesItsPlace) {
+    Screen screen;
+    clsNavSchemes navs;
+    screen.show(navs);
+    addNodes(navs, {{5, 99}, {1, 0}, {9, 1}});
+    EXPECT_TRUE(navs.Renumber());
+    EXPECT_EQ(linksOf(navs), "0<0 1<0 2<1");
+    const auto saved = savedBytes(navs);
+    EXPECT_EQ(saved.substr(saved.find('\n') + 1),
+              "0,\"\",\"F\",0,\"\",\"\",\"\",\"\"\r\n"
+              "1,\"\",\"F\",0,\"\",\"\",\"\",\"\"\r\n"
+              "2,\"\",\"F\",1,\"\",\"\",\"\",\"\"\r\n");
+}
+
+TEST(Renumber, OrphansOfNewNodesTakeTheNodeOfTheLastRenumbering) {
+    clsNavSchemes navs;
+    addNodes(navs, {{1, 0}, {5, 1}});
+    addParagraphs(navs.oWebs, {{1, 5}});
+    EXPECT_TRUE(navs.Renumber());
+    ASSERT_EQ(nodesOf(navs.oWebs), "1>2C");
+    const TempFolder folder;
+    navs.LoadData(writeBytes(folder / "nodes.txt", "1,a,F,0\r\n"));
+    navs.DispOrphans();
+    EXPECT_EQ(nodesOf(navs.oWebs), "1>2O");
+}
+
 TEST(Renumber, UnreachableNodesThatWereNumberedBeforeKeepThatNumberAndParent) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}, {6, 1}, {5, 6}, {7, 5}});

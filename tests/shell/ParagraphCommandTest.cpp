@@ -111,6 +111,48 @@ TEST_F(ParagraphCommand, AnAddedParagraphBelongsToTheRowsNode) {
     EXPECT_EQ(shownParagraphs(), "12 15");
 }
 
+TEST_F(ParagraphCommand, TheFirstOneAfterNumbersBelowZeroIsOne) {
+    wizard.navs().oWebs.Add(makeParagraph(20, 6, -5, "before all"));
+    wizard.navs().oWebs.DispInGrid(6);
+    Answers answers;
+    answers.then("fWeb", [](QDialog& form) {
+        EXPECT_EQ(paragraphIn(form), "21|1|New|S - Show Table|||0|");
+        escape(form);
+    });
+    choose(20, 'A');
+}
+
+// What the last right click has stored counts, whatever was clicked or selected since.
+TEST_F(ParagraphCommand, CommandsActOnTheRowOfTheLastRightClick) {
+    clickParagraph(13);
+    rightClickParagraphs();
+    press(wizard.window, Qt::Key_Escape);
+    clickParagraph(12);
+    select("N6");
+    {
+        Answers answers;
+        answers.then("fWeb", [](QDialog& form) {
+            EXPECT_EQ(paragraphIn(form).substr(0, 3), "13|");
+            escape(form);
+        });
+        run("mnuEditP");
+    }
+    {
+        Answers answers;
+        answers.then("fWeb", [](QDialog& form) {
+            enter(form, "txtQuery", "spW_Mine");
+            press(form, Qt::Key_F3);
+            escape(form);
+        });
+        run("mnuAddP");
+    }
+    EXPECT_EQ(paragraph("15"), "15|5|8|New|spW_Mine||S|0||");
+    EXPECT_EQ(wizard.window.pPopKey, "5");
+    run("mnuDeleteP");
+    EXPECT_EQ(paragraph("13"), "none");
+    EXPECT_NE(paragraph("12"), "none");
+}
+
 TEST_F(ParagraphCommand, AddOnTheHeaderRowTakesTheSelectedNode) {
     Answers answers;
     answers.then("fWeb", [](QDialog& form) {

@@ -163,6 +163,27 @@ TEST(ReportCommand, NothingIsRedrawn) {
               Rows({"31|1|1|Photos|spW_31||T|0|", "40|0|1|Caf\xC3\xA9 list|spW_40||H|0|"}));
 }
 
+// The grid still shows the node that the orphan had.
+TEST(ReportCommand, ARightClickAfterTheWebAnalysisTakesWhatTheGridShows) {
+    WizardWithFindings wizard;
+    {
+        Answers answers;
+        answers.then("fOutput", escape);
+        choose(wizard.window, "WA");
+    }
+    activate(wizard.window);
+    auto& grid = wizard.paragraphGrid();
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, grid.visualRect(grid.model()->index(1, 0)).center());
+    QTest::mouseClick(grid.viewport(), Qt::RightButton, {}, grid.visualRect(grid.model()->index(0, 0)).center());
+    press(wizard.window, Qt::Key_Escape);
+    EXPECT_EQ(wizard.window.sPopKey + "|" + wizard.window.pPopKey, "40|9");
+    Answers answers;
+    answers.then("fWeb", escape);
+    find<QAction>(wizard.window, "mnuEditP").trigger();
+    answers.wait();
+    EXPECT_EQ(shownRows(grid), Rows()) << "node 9 has no paragraphs any more";
+}
+
 TEST(ReportCommand, TheCloseBoxClosesItToo) {
     WizardWithFindings wizard;
     for (const char* letters : {"WT", "NT"}) {

@@ -90,6 +90,27 @@ TEST_F(SaveDialog, EnterTakesTheProposedName) {
     EXPECT_EQ(ask(enter, "XST2.txt"), (folder / "XST2.txt").string());
 }
 
+TEST_F(SaveDialog, EnterAsksBeforeItTakesAProposedNameThatExists) {
+    for (const auto answer : {QMessageBox::No, QMessageBox::Yes}) {
+        Answers answers;
+        answers.then("GetSaveAsName", [](QDialog& dialog) { press(dialog, Qt::Key_Return); })
+            .then("", [answer](QDialog& question) { answerOverwrite(question, "old.txt", answer); });
+        if (answer == QMessageBox::No) answers.then("GetSaveAsName", escape);
+        const auto name = window.GetSaveAsName(text("old.txt"), text(folder.path().string()));
+        EXPECT_EQ(name.string(), answer == QMessageBox::Yes ? (folder / "old.txt").string() : "");
+    }
+}
+
+TEST_F(SaveDialog, AddsTxtWhenAllFilesAreShownToo) {
+    EXPECT_EQ(ask([](QDialog& dialog) {
+                  QTest::keyClick(&filters(dialog), Qt::Key_Up);
+                  ASSERT_EQ(filters(dialog).currentText(), text("All Files (*.*)"));
+                  find<QLineEdit>(dialog, "fileNameEdit").setFocus();
+                  enterName(dialog, "out");
+              }),
+              (folder / "out.txt").string());
+}
+
 TEST_F(SaveDialog, TypingReplacesTheProposedName) {
     EXPECT_EQ(ask([](QDialog& dialog) {
                   activate(dialog);

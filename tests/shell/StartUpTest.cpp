@@ -88,13 +88,31 @@ TEST(StartUp, KeepsTheSchemeForTheWholeRun) {
 TEST(StartUp, EveryCommandCanRunAtOnce) {
     const TempFolder folder;
     Wizard wizard;
-    wizard.choose("NN");
-    wizard.choose("NC");
-    wizard.choose("NR");
-    for (const char* command : {"mnuDisplayAll", "mnuOrphans", "mnuDeleteP"}) {
+    for (const char* command : {"mnuChild", "mnuEdit", "mnuDelete", "mnuDisplayAll", "mnuOrphans", "mnuDeleteP"}) {
         find<QAction>(wizard.window, command).trigger();
         EXPECT_EQ(shownRows(wizard.paragraphGrid()), Rows()) << command;
     }
+    {
+        Answers answers;
+        answers.then("message", reading("Cannot Add ....")).then("message", reading("Nothin to Edit ...."));
+        find<QAction>(wizard.window, "mnuAddP").trigger();
+        find<QAction>(wizard.window, "mnuEditP").trigger();
+    }
+    for (const char* report : {"NA", "NT", "WA", "WT"}) {
+        Answers answers;
+        answers.then("fOutput", escape);
+        choose(wizard.window, report);
+    }
+    {
+        Answers answers;
+        answers.then("GetSaveAsName", entering(folder / "no paragraphs.txt"))
+            .then("message", reading("Unable to save file.."));
+        choose(wizard.window, "WS");
+    }
+    EXPECT_FALSE(exists(folder / "no paragraphs.txt"));
+    wizard.choose("NN");
+    wizard.choose("NC");
+    wizard.choose("NR");
     EXPECT_EQ(rowsOf(wizard.navs()), Rows({"1|Data Browser|F|0|||leaf|"}));
     wizard.saveNodes(folder / "new.txt");
     EXPECT_EQ(bytesOf(folder / "new.txt"),

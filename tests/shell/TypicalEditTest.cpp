@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <QPlainTextEdit>
+
 #include "EditHelpers.h"
 
 // The way from a new node to the saved files, with nothing but the keyboard.
@@ -70,6 +72,15 @@ TEST(TypicalEdit, FromInsToTheSavedFiles) {
         bytesOf(folder / "XST2.txt"),
         "\"ID\",\"XST1\",\"seqNo\",\"titleIs\",\"queryIs\",\"parmIs\",\"typeIs\",\"formIs\",\"colsAre\",\"extra\"\r\n"
         "1,3,1,\"Orders: \",\"spW_Orders 1\",\"Lkey\",\"S\",0,\"2:3\",\"\"\r\n");
+
+    Answers answers;
+    answers.then("fOutput", [](QDialog& report) {
+        EXPECT_TRUE(find<QPlainTextEdit>(report, "Text1")
+                        .toPlainText()
+                        .contains(text("=> There are no Child Nodes for Generating-Type: [ID=2] Customers\n")));
+        press(report, Qt::Key_Escape);
+    });
+    choose(wizard.window, "NA");
 }
 
 TEST(TypicalEdit, ARefusalLosesNothing) {
@@ -83,11 +94,16 @@ TEST(TypicalEdit, ARefusalLosesNothing) {
                   press(form, Qt::Key_G);
                   press(form, Qt::Key_F3);
                   EXPECT_EQ(nodeIn(form), "2|list|G - Generating Branch|||leaf|") << "the entries stay";
+                  activate(form);
+                  EXPECT_EQ(QApplication::focusWidget()->objectName(), text("lstType"));
                   enter(form, "txtQuery", "spG_List");
                   press(form, Qt::Key_F3);
                   press(form, Qt::Key_Escape);
               })
-        .then("message", reading("No Generating Query or Stored procedure specified. Changes not saved"));
+        .then("message", [](QDialog& message) {
+            EXPECT_EQ(message.parentWidget()->objectName(), text("fNav")) << "it stands before the form";
+            reading("No Generating Query or Stored procedure specified. Changes not saved")(message);
+        });
     press(wizard.window, Qt::Key_Home);
     press(wizard.window, Qt::Key_Insert);
     answers.wait();

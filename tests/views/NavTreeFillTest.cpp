@@ -110,6 +110,26 @@ TEST_F(NavTreeFillTest, SelectsTheLastNodeAndOpensWhatIsAboveIt) {
     EXPECT_EQ(selected(), "N1");
 }
 
+TEST_F(NavTreeFillTest, KeepsTheKeyOfTheLastNodeThroughARenumbering) {
+    for (const auto& [id, parent] : {std::pair{1, 0}, {3, 1}, {2, 1}})
+        window.navs.Add(makeNode(id, parent, "F", "was " + std::to_string(id)));
+    window.navs.DispInTV();
+    window.click("N3");
+    EXPECT_TRUE(window.navs.Renumber());
+    EXPECT_EQ(window.navs.mLastN, "N3");
+    EXPECT_EQ(selected(), "N3");
+    EXPECT_EQ(window.tree->currentIndex().data().toString().toStdString(), "was 2") << "which has this number now";
+}
+
+TEST_F(NavTreeFillTest, SelectsNothingWhenARenumberingTakesTheNumberOfTheLastNode) {
+    for (const auto& [id, parent] : {std::pair{1, 0}, {9, 1}}) window.navs.Add(makeNode(id, parent, "F", "node"));
+    window.navs.DispInTV();
+    window.click("N9");
+    EXPECT_TRUE(window.navs.Renumber());
+    EXPECT_EQ(window.navs.mLastN, "N9");
+    EXPECT_TRUE(nothingIsMarked());
+}
+
 TEST_F(NavTreeFillTest, ScrollsToTheLastNode) {
     window.showSample();
     for (int id = 100; id < 600; ++id) window.navs.Add(makeNode(id, 3, "N", "child"));

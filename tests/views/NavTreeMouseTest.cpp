@@ -201,6 +201,15 @@ TEST_F(NavTreeMouseTest, ARightPressOnTheBoxDoesNotOpen) {
     EXPECT_EQ(window.openNodes(), "N1");
 }
 
+TEST_F(NavTreeMouseTest, ARightClickOnABoxIsForTheSelectedNode) {
+    window.click("N3");
+    window.events.clear();
+    click(window.boxOf("N2"), Qt::RightButton);
+    EXPECT_EQ(window.taken(), Rows{"right 3"});
+    EXPECT_EQ(selected(), "N3");
+    EXPECT_FALSE(window.isOpen("N2"));
+}
+
 TEST_F(NavTreeMouseTest, ARightDoubleClickIsTwoRightClicks) {
     window.click("N2");
     window.events.clear();

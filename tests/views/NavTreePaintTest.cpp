@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <QScrollBar>
+
 #include "Helpers.h"
 
 namespace {
@@ -142,6 +144,20 @@ TEST_F(NavTreePaintTest, LinesOfUpperLevelsRunPastDeeperNodes) {
     EXPECT_EQ(linesOf("N5", 1), "ud");
     EXPECT_EQ(linesOf("N6", 1), "") << "below the last child of the root";
     EXPECT_EQ(linesOf("N6", 2), "ur");
+}
+
+TEST_F(NavTreePaintTest, LinesAndBoxesGoAlongWhenTheTreeIsScrolledSideways) {
+    for (const auto& node : navs.NewEnum()) node->descriptionIs = std::string(60, 'E');
+    tree.Fill(navs);
+    for (const auto* key : {"N2", "N4", "N3"}) open(key);
+    QCoreApplication::processEvents();
+    tree.horizontalScrollBar()->setValue(40);
+    ASSERT_EQ(tree.visualRect(at("N4")).left(), 40) << "a level less";
+    EXPECT_EQ(linesOf("N4", 1), "udr");
+    EXPECT_EQ(linesOf("N7", 1), "ud");
+    EXPECT_EQ(linesOf("N7", 2), "ur");
+    EXPECT_EQ(linesOf("N6", 1), "ur");
+    EXPECT_EQ(frameOf("N4"), minusBox);
 }
 
 TEST_F(NavTreePaintTest, EachTextIsPaintedInItsColour) {
