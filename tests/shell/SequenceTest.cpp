@@ -165,6 +165,20 @@ TEST_F(Sequence, OrphansOfAnOldParagraphFileAreListedTwice) {
     EXPECT_EQ(wizard.navs().mLastN, "N3");
 }
 
+// "three" keeps its number; the node above it is found by its former one only.
+TEST_F(Sequence, RenumberThenF2BelowANodeThatHadAnotherNumber) {
+    wizard.openNodes(
+        writeBytes(folder / "nodes", "1,Top,F,0\r\n5,two,F,1\r\n3,three,N,5\r\n9,four,N,1\r\n"));
+    wizard.choose("NR");
+    click("two");
+    click("three");
+    EXPECT_EQ(wizard.navs().mLastN, "N3");
+    Answers nothing;
+    press(wizard.window, Qt::Key_F2);
+    QTest::qWait(100);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
 TEST_F(Sequence, RenumberThenDelete) {
     wizard.openNodes(sample("XST1.txt"));
     wizard.openParagraphs(sample("XST2.txt"));
