@@ -167,8 +167,7 @@ TEST_F(Sequence, OrphansOfAnOldParagraphFileAreListedTwice) {
 
 // "three" keeps its number; the node above it is found by its former one only.
 TEST_F(Sequence, RenumberThenF2BelowANodeThatHadAnotherNumber) {
-    wizard.openNodes(
-        writeBytes(folder / "nodes", "1,Top,F,0\r\n5,two,F,1\r\n3,three,N,5\r\n9,four,N,1\r\n"));
+    wizard.openNodes(writeBytes(folder / "nodes", "1,Top,F,0\r\n5,two,F,1\r\n3,three,N,5\r\n9,four,N,1\r\n"));
     wizard.choose("NR");
     click("two");
     click("three");
