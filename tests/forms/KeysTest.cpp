@@ -154,7 +154,6 @@ TEST_P(Keys, PaintTheHighlightOnAListToo) {
     EXPECT_EQ(entries.grab().toImage().pixelColor(entries.width() - 3, 3), white);
 }
 
-// Whether Enter has come to the length or not.
 TEST_P(Keys, AKindOfParameterTakesTheHighlightFromTheLength) {
     for (const auto& [kind, colour] : {std::pair{2, tipColour}, {1, white}}) {
         open();

@@ -46,14 +46,8 @@ class NavTreeFillTest : public testing::Test {
         const int picture = window.tree->visualRect(index).left();
         const int left = picture - (index.parent().isValid() ? window.tree->indentation() : 0);
         const int width = window.tree->viewport()->width();
-        return isInView(key) && left >= 0 && (picture + widthOf(key) <= width || left == 0);
-    }
-    /// Of picture and text.
-    [[nodiscard]] int widthOf(std::string_view key) const {
-        QStyleOptionViewItem option;
-        option.initFrom(window.tree);
-        option.decorationSize = window.tree->iconSize();
-        return window.tree->itemDelegate()->sizeHint(option, window.at(key)).width();
+        return isInView(key) && left >= 0 &&
+               (picture + window.tree->sizeHintForIndex(index).width() <= width || left == 0);
     }
     /// Whether nothing at all is marked in the tree.
     [[nodiscard]] bool nothingIsMarked() const {
