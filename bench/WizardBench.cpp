@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Times what a user waits for, in the real main window, and prints one "name milliseconds" line each.
 //   wizard_bench start                  the main window, painted
+//   wizard_bench introduction           the first window that a user sees, painted; the main window waits behind it
 //   wizard_bench load PREFIX            both files loaded and painted; peak memory
 //   wizard_bench use PREFIX             that, and clicks, analyses and edits
 //   wizard_bench all PREFIX FOLDER      that, and renumbering, saving into FOLDER, deleting a branch
@@ -10,6 +11,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QMouseEvent>
+#include <QProcess>
 #include <QScrollBar>
 #include <QTimer>
 #include <algorithm>
@@ -23,6 +25,7 @@
 
 #include "bench/FirstPaint.h"
 #include "model/NodeTree.h"
+#include "shell/fIntro.h"
 #include "shell/fMain.h"
 #include "views/Look.h"
 #include "views/NavTree.h"
@@ -234,6 +237,11 @@ int main(int argc, char* argv[]) {
     fMain window;
     window.StartScheme();
     if (what == "start") runUntilPainted(window);
+    if (what == "introduction") {
+        const HelpFile help(QCoreApplication::applicationDirPath());
+        fIntro introduction(help, nullptr);
+        runUntilPainted(introduction);
+    }
     window.show();
     QCoreApplication::processEvents();
 
@@ -259,6 +267,7 @@ int main(int argc, char* argv[]) {
 
     const std::filesystem::path folder = argv[3];
     bool saved = true;
+    QProcess::execute(QCoreApplication::applicationDirPath() + QStringLiteral("/touch_memory"), {});  // as before dd
     print("save both",
           timed([&] { saved = navs.SaveData(folder / "saved.xst1") && navs.oWebs.SaveData(folder / "saved.xst2"); }));
     if (!saved) fail("the files were not saved");

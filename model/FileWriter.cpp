@@ -17,7 +17,8 @@
 
 namespace {
 
-constexpr std::size_t largestPiece = std::size_t{4} << 20;
+// Still in the processor's cache when the system copies it.
+constexpr std::size_t largestPiece = std::size_t{256} << 10;
 
 QString nameOf(const std::filesystem::path& file) {
 #ifdef Q_OS_WIN

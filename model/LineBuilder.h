@@ -1,42 +1,53 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
-#include <string>
 #include <string_view>
+#include <vector>
 
 /// Builds one line of a scheme's text file: numbers bare, texts in double quotes and otherwise as they stand, commas
 /// between them, CR LF at the end.
 class LineBuilder {
   public:
     LineBuilder& start() {
-        line_.clear();
+        length_ = 0;
         return *this;
     }
     LineBuilder& number(std::int32_t value) {
-        separate();
-        char digits[11];
-        const auto written = std::to_chars(digits, digits + sizeof digits, value);
-        line_.append(digits, written.ptr);
-        return *this;
+        constexpr std::size_t most = 11;  // a sign and ten digits
+        char* const to = room(most + 1);
+        return finishField(std::to_chars(to, to + most, value).ptr);
     }
     LineBuilder& text(std::string_view value) {
-        separate();
-        line_ += '"';
-        line_ += value;
-        line_ += '"';
-        return *this;
+        char* to = room(value.size() + 3);
+        *to++ = '"';
+        to = std::copy(value.begin(), value.end(), to);
+        *to++ = '"';
+        return finishField(to);
     }
-    /// The finished line, valid until the next one is started.
+    /// The finished line of at least one field, valid until the next one is started.
     [[nodiscard]] std::string_view end() {
-        line_ += "\r\n";
-        return line_;
+        --length_;  // no comma after the last field
+        char* const to = room(2);
+        to[0] = '\r';
+        to[1] = '\n';
+        return {line_.data(), length_ + 2};
     }
 
   private:
-    void separate() {
-        if (!line_.empty()) line_ += ',';
+    // @return where the next bytes go, with room for so many
+    char* room(std::size_t bytes) {
+        if (line_.size() - length_ < bytes) line_.resize(length_ + bytes);
+        return line_.data() + length_;
     }
-    std::string line_;
+    LineBuilder& finishField(char* end) {
+        *end++ = ',';
+        length_ = static_cast<std::size_t>(end - line_.data());
+        return *this;
+    }
+
+    std::vector<char> line_;  // may be longer than what was built
+    std::size_t length_ = 0;
 };

@@ -24,7 +24,7 @@ TEST(FileWriter, LeavesNothingBehindWhenItIsGivenUp) {
     writeBytes(folder / "file.txt", "old");
     {
         FileWriter writer(folder / "file.txt");
-        writer.write(std::string(std::size_t{5} << 20, 'x'));
+        writer.write(std::string(std::size_t{1} << 20, 'x'));
         FileWriter untouched(folder / "new.txt");
         EXPECT_TRUE(untouched.isGood()) << "a way to ask whether a file can be written";
     }
@@ -47,7 +47,7 @@ TEST(FileWriter, KnowsFromTheStartWhatCannotBeWritten) {
 TEST(FileWriter, WritesLongTextsPieceByPiece) {
     const TempFolder folder;
     std::string bytes;
-    for (int i = 0; bytes.size() < std::size_t{13} << 20; ++i) bytes += std::to_string(i) + " ";
+    for (int i = 0; bytes.size() < std::size_t{1} << 20; ++i) bytes += std::to_string(i) + " ";
     FileWriter writer(folder / "file.txt");
     writer.write("start ");
     writer.write(bytes);

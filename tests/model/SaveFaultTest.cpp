@@ -239,7 +239,7 @@ TYPED_TEST(SaveFault, WithoutMemory) {
     TypeParam scheme;
     fill(scheme, std::size_t{50} << 20);
     writeBytes(this->file_, this->old_);
-    EXPECT_EQ(withLittleMemory(1 << 20, [&] { return scheme.SaveData(this->file_) ? 1 : 0; }), 0);
+    EXPECT_EQ(withLittleMemory(1 << 17, [&] { return scheme.SaveData(this->file_) ? 1 : 0; }), 0);
     this->expectOldFile("");
 }
 
@@ -347,9 +347,9 @@ TYPED_TEST(SaveFault, ThroughALinkToNothingMakesWhatItPointsTo) {
     EXPECT_EQ(this->folder_.names(), (Rows{"XST.txt", "loop", "target.txt"}));
 }
 
-// Lines are gathered into pieces of 4 MiB before they are written; none may get lost between two of them.
+// Lines are gathered into pieces of 256 KiB before they are written; none may get lost between two of them.
 TEST(LargeFile, IsSavedWhole) {
-    constexpr std::size_t piece = std::size_t{4} << 20;
+    constexpr std::size_t piece = std::size_t{256} << 10;
     const std::string header =
         lines({R"("ID","descriptionIs","typeIs","parentIs","queryIs","parmIs","iconIs","roleIs")"});
     const std::string around = lines({R"(1,"","F",0,"","","","")"});
@@ -366,7 +366,7 @@ TEST(LargeFile, IsSavedWhole) {
 
 TEST(LargeFile, OfManyLinesComesBackWhole) {
     clsWebSchemes webs;
-    fill(webs, std::size_t{10} << 20);
+    fill(webs, std::size_t{2} << 20);
     const auto rows = rowsOf(webs);
     clsWebSchemes loaded;
     loadBytes(loaded, savedBytes(webs));
