@@ -9,11 +9,12 @@
 namespace {
 
 #ifdef WIZARD_SANITIZED
-constexpr int most = 100'000;  // all that is checked at each step takes its time
+constexpr int most = 20'000;  // all that is checked at each step takes its time
+constexpr int many = 20'000;
 #else
 constexpr int most = 1'000'000;
-#endif
 constexpr int many = 100'000;
+#endif
 constexpr int nobody = 2'000'000'000;  // the ID of no node
 
 struct Shape {
