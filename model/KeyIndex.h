@@ -8,8 +8,8 @@
 /// Maps 32-bit numbers (keys, IDs) to places 0, 1, 2 … in a list.
 ///
 /// IDs are mostly small and close together, so those below four times the number of entries sit in a plain table,
-/// where finding one is one memory access; the others go to a hash table. Every operation is O(1) whatever the
-/// numbers are.
+/// where finding one is one memory access; the others go to a hash table. Every operation is O(1), unless the
+/// numbers were chosen to fall into the same cells of that.
 class KeyIndex {
   public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;  ///< the place of a number that is not here

@@ -13,9 +13,9 @@
 /// The collection behind both schemes: records in the order in which they were added, each filed under the ID that
 /// it had at that moment. A record whose ID changes later keeps its key.
 ///
-/// Adding, finding and removing by key take O(1). Records may be removed, and others added, in the middle of a
-/// for-each loop: nobody is skipped or met twice. (A removed record leaves an empty slot behind until the
-/// collection is empty; loops pass over it.)
+/// Adding, finding and removing by key take O(1). Records may be removed, and, while one stays, others added, in
+/// the middle of a for-each loop: nobody is skipped or met twice. (A removed record leaves an empty slot behind until
+/// the collection is empty; loops pass over it.)
 template <class Record>
 class KeyedCollection {
   public:

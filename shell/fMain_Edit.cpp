@@ -12,8 +12,9 @@
 #include "views/MessageBox.h"
 
 // What the events of the tree and the paragraph grid, and the commands of their popup menus, do to nodes and
-// paragraphs. Keys are IDs as text. A command on a record that is not filed under its ID does nothing: it is gone, or
-// a renumbering has given it another ID since it was added.
+// paragraphs. Keys are IDs as text. A command acts on the record that is filed under the ID; when there is none it
+// does nothing. After a renumbering the ID may be the key of another record, because records keep the keys that they
+// had.
 
 namespace {
 
