@@ -3,7 +3,6 @@
 
 #include <QToolTip>
 #include <QValidator>
-#include <algorithm>
 #include <limits>
 
 #include "views/CodePage.h"
@@ -24,6 +23,11 @@ QString withoutLineBreaks(QString text) {
     return text;
 }
 
+// The first character that cannot be stored, empty if there is none.
+QString lackingIn(const QString& text) {
+    return lackingInCodePage(withoutLineBreaks(text));
+}
+
 // Some characters cannot be seen, so their number is given too.
 QString describe(const QString& lacking) {
     const auto number = lacking.toUcs4().front();
@@ -36,12 +40,8 @@ class StorableText final : public QValidator {
   public:
     explicit StorableText(EntryLine& line) : QValidator(&line), line_(line) {}
 
-    State validate(QString& input, int& cursor) const override {
-        if (std::ranges::any_of(input, isLineBreak)) {
-            input = withoutLineBreaks(input);
-            cursor = std::min(cursor, static_cast<int>(input.size()));
-        }
-        const auto lacking = lackingInCodePage(input);
+    State validate(QString& input, int&) const override {
+        const auto lacking = lackingIn(input);
         if (lacking.isEmpty()) return Acceptable;
         const auto place = line_.mapToGlobal(QPoint(0, line_.height() / 2));
         QToolTip::showText(place, describe(lacking), &line_);
@@ -57,10 +57,17 @@ class StorableText final : public QValidator {
 EntryLine::EntryLine(QWidget* parent) : QLineEdit(parent) {
     setMaxLength(std::numeric_limits<int>::max());  // a text is never cut
     setValidator(new StorableText(*this));
+    // What a program sets, one that reads the screen and writes for its user, stands in spite of the validator.
+    connect(this, &QLineEdit::textChanged, this, [this](const QString& now) {
+        if (lackingIn(now).isEmpty())
+            storable_ = now;
+        else
+            setText(storable_);
+    });
 }
 
 std::string EntryLine::bytes() const {
-    return encode(text());
+    return encode(withoutLineBreaks(text()));
 }
 
 void EntryLine::setBytes(std::string_view bytes) {

@@ -27,6 +27,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     const auto row = static_cast<std::size_t>(index.row());
     switch (role) {
         case Qt::DisplayRole: return decodeForCell(rows_->cell(row, index.column()));
+        case Qt::EditRole: return decode(rows_->cell(row, index.column()));  // for who copies it
         case Qt::ForegroundRole: return QBrush(rows_->colour(row));
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(columns_[static_cast<std::size_t>(index.column())].alignment);

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 
+#include "views/CopyKey.h"
 #include "views/Picture.h"
 #include "views/PlaceBelow.h"
 #include "views/Twips.h"
@@ -235,6 +236,7 @@ void NavTree::drawBranches(QPainter* painter, const QRect& rect, const QModelInd
 
 void NavTree::keyPressEvent(QKeyEvent* event) {
     keys_.pressed(*event);
+    if (copiesCell(*event, currentIndex())) return;
     if (event->key() == Qt::Key_Asterisk)
         openAllBelow(currentIndex());
     else

@@ -6,6 +6,7 @@
 #include <QScrollBar>
 
 #include "model/Integer.h"
+#include "views/CopyKey.h"
 #include "views/PlaceBelow.h"
 #include "views/Twips.h"
 
@@ -60,6 +61,10 @@ void SchemeGrid::fitColumns() {
 
 QPoint SchemeGrid::placeOfCurrent() const {
     return placeBelow(*this, currentIndex());
+}
+
+void SchemeGrid::keyPressEvent(QKeyEvent* event) {
+    if (!copiesCell(*event, currentIndex())) QTableView::keyPressEvent(event);
 }
 
 // A right click acts on the current row: it must not make another row current.

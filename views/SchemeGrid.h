@@ -25,6 +25,7 @@ class SchemeGrid : public QTableView {
     /// A mouse button was let go on the grid, its header or the space below its rows.
     virtual void mouseUp(int /*button*/) {}
 
+    void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

@@ -55,6 +55,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     const auto* type = nodeType(row.picture);
     switch (role) {
         case Qt::DisplayRole: return decodeForCell(row.text.view());
+        case Qt::EditRole: return decode(row.text.view());  // for who copies it
         case Qt::DecorationRole: return images_.icon(static_cast<int>(row.picture));
         case Qt::ForegroundRole: return QBrush(QColor(type ? type->treeColour : qRgb(0, 0, 0)));
         case Qt::AccessibleTextRole:

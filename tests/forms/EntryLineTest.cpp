@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "forms/EntryLine.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QInputMethodEvent>
+#include <QRegularExpression>
 #include <QToolTip>
 
 #include "Helpers.h"
@@ -170,8 +172,46 @@ TEST_F(Line, MakesBlanksOfLineBreaks) {
         line.setBytes("");
         paste(text(pasted));
         EXPECT_EQ(line.bytes(), expected);
-        EXPECT_EQ(line.cursorPosition(), static_cast<int>(expected.size()));
+        EXPECT_EQ(line.displayText(),
+                  QString(text(pasted)).replace(QRegularExpression(text("[\r\n\u2028\u2029]")), text(" ")));
         EXPECT_EQ(tip(), QString());
+    }
+}
+
+TEST_F(Line, TypesOnBehindWhatWasPasted) {
+    for (const auto& [pasted, expected] : std::vector<std::pair<std::string, std::string>>{
+             {"\nSELECT a ", "SELECT a -FROM t"}, {"a\r\nb\r\nc", "a b c-FROM t"}, {"a\n", "a -FROM t"}}) {
+        line.setBytes("FROM t");
+        paste(text(pasted));
+        type(text("-"));
+        EXPECT_EQ(line.bytes(), expected);
+    }
+}
+
+TEST_F(Line, TakesBackWhatWasPastedWithLineBreaks) {
+    line.setBytes("old");
+    press(window, Qt::Key_A, Qt::ControlModifier);
+    paste(text("first\nsecond\n"));
+    EXPECT_EQ(line.bytes(), "first second");
+    press(window, Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(line.bytes(), "old");
+}
+
+// Programs that write for a user who cannot type do it past the keyboard.
+TEST_F(Line, TakesFromAssistiveProgramsOnlyWhatCanBeStored) {
+    line.setBytes("ab");
+    auto* field = QAccessible::queryAccessibleInterface(&line)->editableTextInterface();
+    ASSERT_NE(field, nullptr);
+    field->insertText(1, text("x\ny"));
+    EXPECT_EQ(line.bytes(), "ax yb");
+    for (const char* refused : {"\u03A9", "\u03A9\n"}) {
+        field->insertText(1, text(refused));
+        EXPECT_EQ(line.bytes(), "ax yb");
+        EXPECT_EQ(tip(),
+                  text("The character \u03A9 (U+03a9) cannot be stored: the code page of the files lacks it."));
+        type(text("\u03A9"));
+        EXPECT_EQ(line.bytes(), "ax yb") << "nor is anything let through afterwards";
+        EXPECT_NE(tip(), QString());
     }
 }
 

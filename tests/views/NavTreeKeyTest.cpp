@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <QClipboard>
 #include <QLineEdit>
 
 #include "Helpers.h"
@@ -46,6 +47,16 @@ TEST_F(NavTreeKeyTest, ANegativeIDKeepsItsSign) {
     window.navs.DispInTV();
     typeKey(&window, Qt::Key_F2);
     EXPECT_EQ(window.taken(), Rows{"edit -12"});
+}
+
+// The tree shows the beginning of a text alone.
+TEST_F(NavTreeKeyTest, CtrlCCopiesTheWholeText) {
+    const std::string longText(3000, 'd');
+    window.navs.Add(makeNode(900, 1, "F", longText));
+    window.navs.mLastN = "N900";
+    window.navs.DispInTV();
+    typeKey(&window, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().toStdString() == longText);
 }
 
 TEST_F(NavTreeKeyTest, TheKeysOfTheNumberBlockAreTheSame) {

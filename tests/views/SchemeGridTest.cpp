@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QScrollBar>
@@ -60,6 +61,28 @@ TEST_F(SchemeGridTest, ShowsTheHeaderRowAloneAtFirst) {
     for (const SchemeGrid* grid : {static_cast<SchemeGrid*>(&nodes), static_cast<SchemeGrid*>(&paragraphs)}) {
         EXPECT_FALSE(grid->horizontalHeader()->isHidden());
         EXPECT_TRUE(grid->verticalHeader()->isHidden());
+    }
+}
+
+// A cell shows the beginning of a text alone.
+TEST_F(SchemeGridTest, CopiesTheWholeTextOfTheCurrentCell) {
+    NEEDS_ACTIVE(&window);
+    const QString whole(3000, QLatin1Char('d'));
+    window.navs.Add(makeNode(900, 1, "F", whole.toStdString()));
+    window.navs.oWebs.Add(makeParagraph(900, 900, "H", whole.toStdString()));
+    fillBoth();
+    auto* clipboard = QGuiApplication::clipboard();
+    for (auto* grid : grids) {
+        clipboard->setText(QStringLiteral("before"));
+        grid->setFocus();
+        typeKey(&window, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(clipboard->text(), QStringLiteral("before")) << "the header row is current";
+        const auto ids = grid->model()->match(grid->model()->index(0, 0), Qt::DisplayRole, QStringLiteral("900"));
+        ASSERT_EQ(ids.size(), 1);
+        grid->setCurrentIndex(ids.front().siblingAtColumn(grid == window.navGrid ? 1 : 3));
+        EXPECT_EQ(grid->currentIndex().data().toString().size(), 1000);
+        typeKey(&window, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_TRUE(clipboard->text() == whole);
     }
 }
 
