@@ -83,37 +83,62 @@ class FileDialog final : public QFileDialog {
   private:
     void acceptName() {
         takeTypedName();
-        if (acceptMode() == AcceptSave) spellOutFolder();
-        chosen_ = selectedFiles().value(0);
-        if (acceptMode() == AcceptSave && !chosen_.isEmpty()) {
-            const QFileInfo file(chosen_);
-            const auto message = file.isDir() ? QString() : refusal(file);  // a folder is entered
-            if (!message.isEmpty()) {
-                showMessage(this, message + QStringLiteral("\n\nPlease choose another name or folder."));
-                return;
-            }
+        if (acceptMode() == AcceptOpen) {
+            chosen_ = selectedFiles().value(0);
+            QFileDialog::accept();
+            return;
         }
-        QFileDialog::accept();
+        const auto message = refusalOfTypedName();
+        if (message.isEmpty())
+            withWholeName([this] { QFileDialog::accept(); });
+        else
+            showMessage(this, message + QStringLiteral("\n\nPlease choose another name or folder."));
+    }
+
+    QString refusalOfTypedName() {
+        const auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (name && name->text().contains(QLatin1Char('"')) && !QFileInfo(directory(), name->text()).exists())
+            return QStringLiteral("No name with a quotation mark can be typed here:\n%1").arg(name->text());
+        withWholeName([this] { chosen_ = selectedFiles().value(0); });
+        const QFileInfo file(chosen_);
+        return chosen_.isEmpty() || file.isDir() ? QString() : refusal(file);  // a folder is entered
+    }
+
+    // Puts a name into the text box without being taken for the user, whose typing selects files.
+    static void write(QLineEdit& box, const QString& name) {
+        const QSignalBlocker unselected(box);
+        box.setText(name);
     }
 
     // Files selected in the list count more to Qt than the name in the text box, which differs from them when a path
-    // was typed and the list then came to know its files. What the user reads in the text box is what is meant.
+    // was typed and the list then came to know its files. What the user reads in the text box is what is meant. There
+    // Qt takes quotation marks for the ends of names; a file that has them in its own name can only be selected.
     void takeTypedName() {
         auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         auto* list = findChild<QListView*>(QStringLiteral("listView"));
-        if (!name || !list || name->text().isEmpty()) return;
+        const auto* files = findChild<QFileSystemModel*>();
+        if (!name || !list || !files || name->text().isEmpty()) return;
         const auto typed = name->text();
         list->selectionModel()->clearSelection();
-        const QSignalBlocker unselected(name);
-        name->setText(typed);
+        if (typed.contains(QLatin1Char('"'))) {
+            const QSignalBlocker unchanged(name);
+            list->selectionModel()->select(files->index(directory().absoluteFilePath(typed)),
+                                           QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        }
+        write(*name, typed);
     }
 
-    // To the name of a folder, too, Qt adds the suffix, unless it is given in full.
-    void spellOutFolder() {
+    // Qt adds no suffix to the name of a folder, but looks for that in the folder that the program was started in,
+    // unless the name is given in full. It knows itself what a tilde and quotation marks mean.
+    template <class Step>
+    void withWholeName(Step step) {
         auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        if (!name || name->text().isEmpty()) return;
-        const QFileInfo typed(directory(), name->text());
-        if (typed.isDir()) name->setText(typed.absoluteFilePath());
+        const auto typed = name ? name->text() : QString();
+        const auto whole = directory().absoluteFilePath(typed);
+        const bool isQts = typed.isEmpty() || typed.startsWith(QLatin1Char('~')) || whole.contains(QLatin1Char('"'));
+        if (name && !isQts) write(*name, whole);
+        step();
+        if (name && name->text() == whole) write(*name, typed);
     }
 
     // What was chosen when the choice was made: while Qt asks whether to overwrite a file, its list may still change.

@@ -161,7 +161,8 @@ TEST_F(OpenDialog, GivesTheFileInAnotherFolder) {
 
 // File names are bytes; they come through whatever they are.
 TEST_F(OpenDialog, GivesNamesOfAnyCharacters) {
-    for (const std::string name : {"caf\xC3\xA9 \xE2\x82\xAC.txt", "a b  c.txt", "\xE4\xB8\xAD.txt", "100%1.txt"}) {
+    for (const std::string name :
+         {"caf\xC3\xA9 \xE2\x82\xAC.txt", "a b  c.txt", "\xE4\xB8\xAD.txt", "100%1.txt", "my \"new\" nodes.txt"}) {
         writeBytes(folder / name, "1");
         EXPECT_EQ(ask([&](QDialog& dialog) {
                       activate(dialog);

@@ -180,6 +180,57 @@ TEST_F(SaveDialog, GivesNamesOfAnyCharacters) {
                   (folder / name).string());
 }
 
+// The folder that the program was started in is not that of the dialog.
+TEST_F(SaveDialog, AddsTxtThoughAFolderOfThatNameStandsElsewhere) {
+    const TempFolder elsewhere;
+    std::filesystem::create_directory(elsewhere / "reports");
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(elsewhere.path());
+    EXPECT_EQ(saved("reports"), (folder / "reports.txt").string());
+    std::filesystem::current_path(before);
+}
+
+TEST_F(SaveDialog, ShowsTheNameAsItWasTypedAfterARefusal) {
+    Answers answers;
+    answers.then("GetSaveAsName", entering("old"))
+        .then("", [](QDialog& question) { answerOverwrite(question, "old.txt", QMessageBox::No); })
+        .then("GetSaveAsName",
+              [](QDialog& dialog) {
+                  EXPECT_EQ(nameIn(dialog), "old");
+                  enterName(dialog, "missing/x");
+              })
+        .then("message", [](QDialog& refusal) { press(refusal, Qt::Key_Return); })
+        .then("GetSaveAsName", [](QDialog& dialog) {
+            EXPECT_EQ(nameIn(dialog), "missing/x");
+            cancel(dialog);
+        });
+    EXPECT_EQ(window.GetSaveAsName(text("XST1.txt"), text(folder.path().string())).string(), "");
+}
+
+TEST_F(SaveDialog, NeverTakesANameWithAQuotationMarkForAnother) {
+    const std::string quoted = "my \"new\" nodes.txt";
+    writeBytes(folder / quoted, "old");
+    {
+        Answers answers;
+        answers.then("GetSaveAsName", entering(quoted)).then("", [&](QDialog& question) {
+            answerOverwrite(question, quoted, QMessageBox::Yes);
+        });
+        EXPECT_EQ(window.GetSaveAsName(text("XST1.txt"), text(folder.path().string())).string(),
+                  (folder / quoted).string());
+    }
+    Answers answers;
+    answers.then("GetSaveAsName", entering("a\"b"))
+        .then("message",
+              [](QDialog& refusal) {
+                  EXPECT_EQ(dynamic_cast<QMessageBox&>(refusal).text(),
+                            text("No name with a quotation mark can be typed here:\na\"b\n\nPlease choose another "
+                                 "name or folder."));
+                  press(refusal, Qt::Key_Return);
+              })
+        .then("GetSaveAsName", cancel);
+    EXPECT_EQ(window.GetSaveAsName(text("XST1.txt"), text(folder.path().string())).string(), "");
+}
+
 TEST_F(SaveDialog, CancellingGivesNothing) {
     EXPECT_EQ(ask(escape), "");
     EXPECT_EQ(ask(cancel), "");
