@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <utility>
 
 namespace {
 
@@ -72,10 +71,13 @@ std::size_t KeyIndex::cellOf(std::int32_t number) const {
 }
 
 void KeyIndex::growCells() {
-    if (++cellsUsed_ * 2 <= cells_.size()) return;
-    const auto old = std::exchange(cells_, std::vector<Cell>(std::max(cells_.size() * 2, fewestCells)));
-    for (const auto& cell : old)
-        if (cell.place != none) cells_[cellOf(cell.number)] = cell;
+    if ((cellsUsed_ + 1) * 2 > cells_.size()) {
+        std::vector<Cell> larger(std::max(cells_.size() * 2, fewestCells));
+        cells_.swap(larger);
+        for (const auto& cell : larger)
+            if (cell.place != none) cells_[cellOf(cell.number)] = cell;
+    }
+    ++cellsUsed_;
 }
 
 void KeyIndex::erase(std::int32_t number) {

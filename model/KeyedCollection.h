@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -11,7 +12,7 @@
 #include "model/KeyIndex.h"
 
 /// The collection behind both schemes: records in the order in which they were added, each filed under the ID that
-/// it had at that moment. A record whose ID changes later keeps its key.
+/// it had at that moment. A record whose ID changes later keeps its key until `FileAnew`.
 ///
 /// Adding, finding and removing by key take O(1). Records may be removed, and, while one stays, others added, in
 /// the middle of a for-each loop: nobody is skipped or met twice. (A removed record leaves an empty slot behind until
@@ -22,14 +23,47 @@ class KeyedCollection {
     using Pointer = std::shared_ptr<Record>;
 
     /// Files `record` under its ID. @return false, changing nothing, when the key is taken
+    /// @throws std::bad_alloc, changing nothing
     bool Add(Pointer record) {
         const auto key = record->ID;
+        makeRoomForOne();
         if (!places_.insert(key, static_cast<std::uint32_t>(slots_.size()))) return false;
         slots_.push_back(std::move(record));
         keys_.push_back(key);
         ++count_;
         return true;
     }
+
+    /// Files every record under the ID that it has now; the order stays. Of the records that share an ID one is found
+    /// by it: the first of those that `preferred` names, else the first in collection order. The others stay without
+    /// a key.
+    /// @param preferred callable: () -> a list of slots; called only if records share an ID
+    /// @throws std::bad_alloc, and what `preferred` throws, changing nothing
+    template <class Preferred>
+    void FileAnew(Preferred preferred) {
+        KeyIndex places;
+        std::int32_t filed = 0;
+        const auto file = [&](std::uint32_t slot) { filed += places.insert(slots_[slot]->ID, slot) ? 1 : 0; };
+        const auto fileAll = [&] {
+            for (std::uint32_t slot = 0; slot < slots_.size(); ++slot)
+                if (slots_[slot]) file(slot);
+        };
+        places.reserve(slots_.size());
+        fileAll();
+        if (filed != count_) {
+            places.clear();
+            filed = 0;
+            for (const std::uint32_t slot : preferred()) file(slot);
+            fileAll();
+        }
+        // From here on nothing fails.
+        for (std::size_t slot = 0; slot < slots_.size(); ++slot)
+            if (slots_[slot]) keys_[slot] = slots_[slot]->ID;
+        places_ = std::move(places);
+        withoutKey_ = count_ - filed;
+    }
+    /// Whether records have no key, because they share their ID with another one.
+    [[nodiscard]] bool HasRecordsWithoutKey() const { return withoutKey_ != 0; }
 
     /// @return the record filed under `key`, null when there is none
     [[nodiscard]] Pointer Item(std::int32_t key) const {
@@ -41,13 +75,14 @@ class KeyedCollection {
         return number ? Item(*number) : nullptr;
     }
 
+    /// The slot of the record filed under `key`, `KeyIndex::none` when there is none.
+    [[nodiscard]] std::uint32_t SlotOf(std::int32_t key) const { return places_.find(key); }
+
     /// Removes the record filed under `key`. @return false when there is none
     bool Remove(std::int32_t key) {
         const auto place = places_.find(key);
         if (place == KeyIndex::none) return false;
-        places_.erase(key);
-        slots_[place] = nullptr;
-        if (--count_ == 0) Clear();
+        RemoveSlot(place);
         return true;
     }
     bool Remove(std::string_view key) {
@@ -59,8 +94,21 @@ class KeyedCollection {
     /// none
     bool RemoveAt(std::int32_t position) {
         for (std::size_t slot = 0; position > 0 && slot < slots_.size(); ++slot)
-            if (slots_[slot] && --position == 0) return Remove(keys_[slot]);
+            if (slots_[slot] && --position == 0) {
+                RemoveSlot(slot);
+                return true;
+            }
         return false;
+    }
+
+    /// Removes the record in `slot`, which must hold one. The slots go with the last record.
+    void RemoveSlot(std::size_t slot) {
+        if (places_.find(keys_[slot]) == slot)
+            places_.erase(keys_[slot]);
+        else
+            --withoutKey_;
+        slots_[slot] = nullptr;
+        if (--count_ == 0) Clear();
     }
 
     void Clear() {
@@ -68,6 +116,7 @@ class KeyedCollection {
         keys_ = std::vector<std::int32_t>();
         places_.clear();
         count_ = 0;
+        withoutKey_ = 0;
     }
 
     /// Expects `count` records in all.
@@ -106,10 +155,19 @@ class KeyedCollection {
     [[nodiscard]] std::nullptr_t end() const { return nullptr; }
 
   private:
+    // Lets the next record go into both lists without asking for memory.
+    void makeRoomForOne() {
+        if (slots_.size() < slots_.capacity() && keys_.size() < keys_.capacity()) return;
+        const auto room = std::max<std::size_t>(slots_.size() * 2, 8);
+        slots_.reserve(room);
+        keys_.reserve(room);
+    }
+
     std::vector<Pointer> slots_;
-    std::vector<std::int32_t> keys_;  // by slot
+    std::vector<std::int32_t> keys_;  // by slot; of a record without a key its ID
     KeyIndex places_;                 // key -> slot
     std::int32_t count_ = 0;
+    std::int32_t withoutKey_ = 0;
 };
 
 /// The records of a collection in order, for a for-each loop that only reads them. Each is handed out as a plain

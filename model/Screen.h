@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <new>
 #include <span>
 #include <string>
 #include <string_view>
@@ -26,7 +27,21 @@ inline constexpr int buttonRight = 2;
 
 // What the schemes know of the screen. The schemes say when something is shown, the implementations say what it
 // looks like. One call is one redraw; none of the calls raises an event. The schemes hold references: a view must
-// outlive the scheme that it was given to.
+// outlive the scheme that it was given to. A view without the memory for what it is to show throws std::bad_alloc and
+// shows nothing; the schemes pass that on as `NotDrawn`.
+
+/// A redraw lacked memory. The schemes are complete: what led to the redraw has been done.
+struct NotDrawn final : std::bad_alloc {
+    [[nodiscard]] const char* what() const noexcept override { return "no memory for a redraw"; }
+};
+
+/// Runs the step of a scheme that draws.
+template <class Step>
+void draw(Step step) try {
+    step();
+} catch (const std::bad_alloc&) {
+    throw NotDrawn();
+}
 
 /// The navigation tree. Its nodes have the keys "N" and the ID.
 class NavTreeView {

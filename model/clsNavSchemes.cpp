@@ -15,14 +15,15 @@ bool clsNavSchemes::Add(Pointer oNavScheme) {
 }
 
 void clsNavSchemes::NewScheme() {
-    nodes_.Clear();
     auto root = std::make_shared<clsNavScheme>();
     root->ID = 1;
     root->descriptionIs = "Data Browser";
     root->parentIs = 0;
     root->setTypeIs("F");
     root->iconIs = "leaf";
-    Add(std::move(root));
+    KeyedCollection<clsNavScheme> nodes;
+    nodes.Add(std::move(root));
+    nodes_ = std::move(nodes);
     DispInTV();
     oWebs.ClearAll();
     oWebs.DispInGrid(0);
@@ -39,24 +40,26 @@ struct Branch {
 
 }  // namespace
 
-// Removing works on keys, looking for children on IDs and parents. After a renumbering the two differ, so the order
-// matters: a branch is looked at when its turn comes, without the nodes that are already gone, and is itself removed
-// after everything below it.
+// Removing works on keys, looking for children on IDs and parents. Between a renumbering and `FileAnew` the two
+// differ, so the order matters: a branch is looked at when its turn comes, without the nodes that are already gone,
+// and goes itself after everything below it. The nodes are only marked on the way and removed at the end, when
+// nothing can fail.
 void clsNavSchemes::DelNode(std::string_view dKey) {
     const auto named = readKey(dKey);
     if (!named) {
         oWebs.DelTreeNode(dKey);
         return;
     }
+    const auto slots = nodes_.Slots();
     const NodeTree tree(nodes_);
+    std::vector<bool> gone(slots.size());
     KeyIndex met;  // the IDs of the branch: each is entered once, so loops end
     std::vector<Branch> open;
     const auto enter = [&](std::int32_t id) {
         if (!met.insert(id, 0)) return;
         Branch branch{id, {}};
         for (const auto slot : tree.childrenOf(id))
-            if (slot < nodes_.Slots().size() && nodes_.Slots()[slot])
-                branch.children.push_back(nodes_.Slots()[slot]->ID);
+            if (!gone[slot]) branch.children.push_back(slots[slot]->ID);
         open.push_back(std::move(branch));
     };
     enter(*named);
@@ -64,11 +67,14 @@ void clsNavSchemes::DelNode(std::string_view dKey) {
         if (auto& branch = open.back(); branch.next < branch.children.size()) {
             enter(branch.children[branch.next++]);
         } else {
-            nodes_.Remove(branch.id);
+            if (const auto slot = nodes_.SlotOf(branch.id); slot != KeyIndex::none) gone[slot] = true;
             open.pop_back();
         }
     }
+    for (std::size_t slot = 0; slot < gone.size(); ++slot)
+        if (gone[slot]) nodes_.RemoveSlot(slot);
     oWebs.DropParagraphsOf(met);
+    if (nodes_.HasRecordsWithoutKey()) FileAnew();
     oWebs.DispInGrid(*named);
 }
 
@@ -104,12 +110,16 @@ void clsNavSchemes::SetTreeview(NavWindow& vFrm) {
 }
 
 void clsNavSchemes::DispInTV() {
-    if (cTreeView) cTreeView->Fill(*this);
+    draw([this] {
+        if (cTreeView) cTreeView->Fill(*this);
+    });
     if (Count() != 0) DispInGrid();
 }
 
 void clsNavSchemes::DispInGrid() {
-    if (mGrid) mGrid->Fill(*this);
+    draw([this] {
+        if (mGrid) mGrid->Fill(*this);
+    });
 }
 
 void clsNavSchemes::cTreeView_NodeClick() {

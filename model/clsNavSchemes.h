@@ -7,14 +7,15 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "model/KeyedCollection.h"
 #include "model/Screen.h"
 #include "model/clsNavScheme.h"
 #include "model/clsWebSchemes.h"
 
-/// The navigational scheme: all nodes, keyed by the ID that they had when they were added, in the order in which
-/// they were added; and, in `oWebs`, the web display scheme that belongs to it.
+/// The navigational scheme: all nodes, keyed by the ID that they had when they were added or last filed, in the order
+/// in which they were added; and, in `oWebs`, the web display scheme that belongs to it.
 ///
 /// The scheme says when the tree and the grids are redrawn. Every view may be missing; all operations work without.
 /// Failures are silent but for the rule messages of `FuseNav` and `FuseWeb`, which go through `inform`.
@@ -60,7 +61,8 @@ class clsNavSchemes {
     /// Starts over with one node, the root "Data Browser", and no paragraphs, and redraws everything.
     void NewScheme();
     /// Deletes the node `dKey` with all nodes below it and their paragraphs, and shows the paragraphs of `dKey` (now
-    /// none) in the paragraph grid. The tree and the node grid are left to the caller.
+    /// none) in the paragraph grid. The tree and the node grid are left to the caller. Where `FileAnew` left nodes
+    /// without a key, because they shared their ID with a deleted one, the next of them is then found by it.
     void DelNode(std::string_view dKey);
     /// The largest ID as text; "0" when there is none above 0.
     [[nodiscard]] std::string MaxID() const;
@@ -85,9 +87,15 @@ class clsNavSchemes {
     // --- renumbering, cloning, fusing ---
 
     /// Numbers the reachable nodes 1, 2, 3 … in tree order and lets the paragraphs follow. The others take what their
-    /// work fields hold, 0 at first, so that one before the root takes its place. Keys stay until it is saved and
-    /// loaded again. Redraws the tree and shows all paragraphs. @return false when there is no node
+    /// work fields hold, 0 at first, so that one before the root takes its place. Keys stay until `FileAnew`, or
+    /// until the scheme is saved and loaded again. Redraws the tree and shows all paragraphs.
+    /// @return false when there is no node
+    /// @throws std::bad_alloc; the scheme is then as it was, unless only the redraw failed
     bool Renumber();
+    /// Files every node under the ID that it has now, in the same order. Of nodes that share an ID one is found by
+    /// it: the one that the tree shows, else the first. The others stay in the scheme, in its grid and its file.
+    /// @throws std::bad_alloc, changing nothing
+    void FileAnew();
     /// A copy of the node filed under `skey` that is not in the scheme; an empty one when there is none.
     [[nodiscard]] Pointer CloneNav(std::string_view skey) const;
     /// Stores a copy of a new or edited node if it obeys the rules; otherwise says why not. Draws nothing.
@@ -124,7 +132,11 @@ class clsNavSchemes {
     void cTreeView_KeyUp(int keyCode);
     void cTreeView_MouseUp(int button);
     void oWebs_oRightClick(std::string_view skey, std::string_view pKey);
-    void assignNewIDs();
+
+    struct NewNumbers {
+        std::int32_t id = 0, parent = 0;
+    };
+    [[nodiscard]] std::vector<NewNumbers> newNumbers() const;
 
     KeyedCollection<clsNavScheme> nodes_;
     NavGridView* mGrid = nullptr;

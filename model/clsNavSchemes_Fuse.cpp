@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
+#include <new>
+#include <utility>
 
 #include "model/clsNavSchemes.h"
 
@@ -34,10 +36,7 @@ std::string_view refusalOfQuery(std::string_view type, std::string_view query) {
     return "No Generating Query or Stored procedure specified. Changes not saved";
 }
 
-// After a renumbering a number may still be the key of another record, or the record be filed under its old number.
-constexpr std::string_view refusalOfKey =
-    "After Re-Number this record cannot be stored under its number. Changes not saved. Please save the scheme to "
-    "its text file and open that file again; then make this change.";
+constexpr std::string_view refusalOfMemory = "There is not enough memory. Changes not saved";
 
 // What each paragraph type makes of the form number and the columns.
 struct ParagraphRule {
@@ -79,7 +78,7 @@ clsNavSchemes::Pointer clsNavSchemes::CloneNav(std::string_view skey) const {
     return copy;
 }
 
-bool clsNavSchemes::FuseNav(const Pointer& oFuse) {
+bool clsNavSchemes::FuseNav(const Pointer& oFuse) try {
     const bool isNew =
         std::ranges::none_of(nodes_.Slots(), [&](const auto& slot) { return slot && slot->ID == oFuse->ID; });
     const auto parent = Item(oFuse->parentIs);
@@ -89,24 +88,28 @@ bool clsNavSchemes::FuseNav(const Pointer& oFuse) {
         if (!refusal.empty()) return refuse(inform, refusal);
 
     // A copy is stored: the caller may go on editing, and what it then is refused must not be in the scheme.
-    if (isNew) return Add(std::make_shared<clsNavScheme>(*oFuse)) || refuse(inform, refusalOfKey);
-    const auto stored = Item(oFuse->ID);
-    if (!stored) return refuse(inform, refusalOfKey);
-    stored->ID = oFuse->ID;
-    stored->descriptionIs = oFuse->descriptionIs;
-    stored->setTypeIs(oFuse->typeIs());  // before query and parameter, so that the new type's rule applies to them
-    stored->iconIs = oFuse->iconIs;
-    stored->parentIs = oFuse->parentIs;
-    stored->setParmIs(oFuse->parmIs());
-    stored->setQueryIs(oFuse->queryIs());
-    stored->roleIs = oFuse->roleIs;
+    const auto copy = std::make_shared<clsNavScheme>(*oFuse);
+    if (isNew) return Add(copy);
+    const auto stored = Item(copy->ID);
+    if (!stored) return false;  // between a renumbering and `FileAnew` it is filed under another number
+    stored->ID = copy->ID;
+    stored->descriptionIs = std::move(copy->descriptionIs);
+    stored->setTypeIs(copy->typeIs());  // before query and parameter, so that the new type's rule applies to them
+    stored->iconIs = std::move(copy->iconIs);
+    stored->parentIs = copy->parentIs;
+    stored->setParmIs(copy->parmIs());
+    stored->setQueryIs(copy->queryIs());
+    stored->roleIs = std::move(copy->roleIs);
     return true;
+} catch (const std::bad_alloc&) {
+    return refuse(inform, refusalOfMemory);
 }
 
-bool clsNavSchemes::FuseWeb(const clsWebSchemes::Pointer& oFuse) {
+bool clsNavSchemes::FuseWeb(const clsWebSchemes::Pointer& oFuse) try {
     const bool isNew = !oWebs.HasID(oFuse->ID);
     if (oFuse->queryIs.empty()) return refuse(inform, "Query field cannot be blank...");
     normalise(*oFuse);
-    const bool stored = isNew ? oWebs.Add(std::make_shared<clsWebScheme>(*oFuse)) : oWebs.Update(*oFuse);
-    return stored || refuse(inform, refusalOfKey);
+    return isNew ? oWebs.Add(std::make_shared<clsWebScheme>(*oFuse)) : oWebs.Update(*oFuse);
+} catch (const std::bad_alloc&) {
+    return refuse(inform, refusalOfMemory);
 }

@@ -1,30 +1,51 @@
 // SPDX-License-Identifier: MIT
-#include <utility>
 #include <vector>
 
 #include "model/NodeTree.h"
 #include "model/clsNavSchemes.h"
 
+namespace {
+
+// Whether a redraw of the tree shows the node, if it reaches it.
+bool isDrawn(const clsNavScheme& node) {
+    constexpr std::string_view types = "FGRN";
+    return node.parentIs == 0 || types.find(node.typeIs().letter()) != std::string_view::npos;
+}
+
+}  // namespace
+
+// What needs memory comes before the first change: without it the scheme stays as it is.
 bool clsNavSchemes::Renumber() {
     if (Count() == 0) return false;
-    assignNewIDs();
-    for (const auto& node : nodes_) {
-        node->ID = std::exchange(node->tID, node->ID);
-        node->parentIs = node->tParentIs;
+    const auto numbers = newNumbers();
+    const auto slots = nodes_.Slots();
+    NodeMoves moves(slots.size());
+    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+        if (!slots[slot]) continue;
+        const auto now = numbers[slot].id != 0 ? numbers[slot].id : slots[slot]->tID;
+        const auto former = slots[slot]->ID;
+        moves.add(former != 0 ? former : now, now);
     }
-    oWebs.Renumber(*this);
+
+    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+        if (!slots[slot]) continue;
+        auto& node = *slots[slot];
+        if (numbers[slot].id != 0) {
+            node.tID = numbers[slot].id;
+            node.tParentIs = numbers[slot].parent;
+        }
+        node.ID = node.tID;
+        node.parentIs = node.tParentIs;
+    }
+    oWebs.Follow(moves);
     DispInTV();
     oWebs.DispInGrid(0);
     return true;
 }
 
-// Gives the reachable nodes their new numbers in `tID` and `tParentIs`; `ID` and `parentIs` stay as they are.
-void clsNavSchemes::assignNewIDs() {
-    const auto slots = nodes_.Slots();
-    struct NewNumbers {
-        std::int32_t id = 0, parent = 0;
-    };
-    std::vector<NewNumbers> numbers(slots.size());  // 0 for a node that is not reached
+// The new numbers of the reachable nodes, by slot; 0 for the others.
+std::vector<clsNavSchemes::NewNumbers> clsNavSchemes::newNumbers() const {
+    std::vector<NewNumbers> numbers(nodes_.Slots().size());
     std::int32_t last = 0;
     std::vector<std::int32_t> path;  // the new IDs from the root down to the node last numbered
     NodeTree(nodes_).walk([&](std::uint32_t slot, std::size_t depth) {
@@ -33,9 +54,19 @@ void clsNavSchemes::assignNewIDs() {
         path.push_back(last);
         return true;
     });
-    for (std::size_t slot = 0; slot < slots.size(); ++slot) {
-        if (numbers[slot].id == 0) continue;
-        slots[slot]->tID = numbers[slot].id;
-        slots[slot]->tParentIs = numbers[slot].parent;
-    }
+    return numbers;
+}
+
+void clsNavSchemes::FileAnew() {
+    nodes_.FileAnew([this] {
+        std::vector<std::uint32_t> drawn;
+        KeyIndex met;
+        NodeTree(nodes_).walk([&](std::uint32_t slot, std::size_t) {
+            const auto& node = *nodes_.Slots()[slot];
+            if (!isDrawn(node) || !met.insert(node.ID, slot)) return false;
+            drawn.push_back(slot);
+            return true;
+        });
+        return drawn;
+    });
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 #include "model/clsNavSchemes.h"
 
@@ -80,16 +81,17 @@ clsWebSchemes::Pointer clsWebSchemes::CloneWeb(std::string_view skey) const {
 bool clsWebSchemes::Update(const clsWebScheme& from) {
     const auto stored = paragraphs_.Item(from.ID);
     if (!stored) return false;
+    auto copy = from;  // needs memory; what follows does not
     byNode_.reset();
-    stored->ID = from.ID;
-    stored->XST1 = from.XST1;
-    stored->seqNo = from.seqNo;
-    stored->titleIs = from.titleIs;
-    stored->queryIs = from.queryIs;
-    stored->parmIs = from.parmIs;
-    stored->typeIs = from.typeIs;
-    stored->formIs = from.formIs;
-    stored->colsAre = from.colsAre;
+    stored->ID = copy.ID;
+    stored->XST1 = copy.XST1;
+    stored->seqNo = copy.seqNo;
+    stored->titleIs = std::move(copy.titleIs);
+    stored->queryIs = std::move(copy.queryIs);
+    stored->parmIs = std::move(copy.parmIs);
+    stored->typeIs = std::move(copy.typeIs);
+    stored->formIs = copy.formIs;
+    stored->colsAre = std::move(copy.colsAre);
     return true;
 }
 
@@ -102,23 +104,26 @@ bool clsWebSchemes::HasID(std::int32_t id) const {
 }
 
 void clsWebSchemes::Renumber(clsNavSchemes& oNC) {
-    KeyIndex nodeOf;  // a node's former ID -> its place in newIDs
-    std::vector<std::int32_t> newIDs;
-    nodeOf.reserve(static_cast<std::size_t>(oNC.Count()));
-    newIDs.reserve(static_cast<std::size_t>(oNC.Count()));
-    for (const auto& node : oNC.NewEnum()) {
-        nodeOf.set(node->tID != 0 ? node->tID : node->ID, static_cast<std::uint32_t>(newIDs.size()));
-        newIDs.push_back(node->ID);
-        node->tID = node->ID;
-    }
+    renumber(oNC, movesOf(oNC));
+}
 
-    const Text connected("C");
-    const Text orphan("O");
+NodeMoves clsWebSchemes::movesOf(const clsNavSchemes& oNC) {
+    NodeMoves moves(static_cast<std::size_t>(oNC.Count()));
+    for (const auto& node : oNC.NewEnum()) moves.add(node->tID != 0 ? node->tID : node->ID, node->ID);
+    return moves;
+}
+
+void clsWebSchemes::renumber(clsNavSchemes& oNC, const NodeMoves& moves) {
+    for (const auto& node : oNC.NewEnum()) node->tID = node->ID;
+    Follow(moves);
+}
+
+void clsWebSchemes::Follow(const NodeMoves& moves) {
     byNode_.reset();
     for (const auto& paragraph : paragraphs_) {
-        const auto place = nodeOf.find(paragraph->XST1);
-        paragraph->status = place == KeyIndex::none ? orphan : connected;
-        if (place != KeyIndex::none) paragraph->tXST1 = newIDs[place];
+        const auto now = moves.find(paragraph->XST1);
+        paragraph->status = now ? connected_ : orphan_;
+        if (now) paragraph->tXST1 = *now;
         paragraph->XST1 = paragraph->tXST1;
     }
 }
@@ -140,23 +145,27 @@ const GroupIndex& clsWebSchemes::paragraphsByNode() {
 
 void clsWebSchemes::DispInGrid(std::int32_t pXST1) {
     if (!mGrid) return;
-    const auto slots = paragraphs_.Slots();
-    if (pXST1 == 0) {
-        mGrid->Fill(slots);
-        return;
-    }
-    std::vector<Pointer> shown;
-    for (const auto slot : paragraphsByNode()[pXST1]) shown.push_back(slots[slot]);
-    mGrid->Fill(shown);
+    draw([&] {
+        const auto slots = paragraphs_.Slots();
+        if (pXST1 == 0) {
+            mGrid->Fill(slots);
+            return;
+        }
+        std::vector<Pointer> shown;
+        for (const auto slot : paragraphsByNode()[pXST1]) shown.push_back(slots[slot]);
+        mGrid->Fill(shown);
+    });
 }
 
 void clsWebSchemes::DispOrphans(clsNavSchemes& oNC) {
-    Renumber(oNC);
-    if (!mGrid) return;
+    const auto moves = movesOf(oNC);
     std::vector<Pointer> orphans;
     for (const auto& paragraph : paragraphs_)
-        if (paragraph->status == "O") orphans.push_back(paragraph);
-    mGrid->Fill(orphans);
+        if (!moves.find(paragraph->XST1)) orphans.push_back(paragraph);
+    renumber(oNC, moves);
+    draw([&] {
+        if (mGrid) mGrid->Fill(orphans);
+    });
 }
 
 void clsWebSchemes::mGrid_MouseUp(int button) {

@@ -11,6 +11,7 @@
 
 #include "model/GroupIndex.h"
 #include "model/KeyedCollection.h"
+#include "model/NodeMoves.h"
 #include "model/Screen.h"
 #include "model/clsWebScheme.h"
 
@@ -76,7 +77,10 @@ class clsWebSchemes {
     /// Lets every paragraph follow its node from the node's former ID (`tID`, or the ID if that is 0) to the ID that
     /// it has now, marks it "C" (connected) or "O" (orphan), and makes the current ID each node's `tID`. Of nodes
     /// with the same former ID the last one counts. An orphan's `XST1` becomes what an earlier call gave it, or 0.
+    /// @throws std::bad_alloc, changing nothing
     void Renumber(clsNavSchemes& oNC);
+    /// The second half of it: lets every paragraph follow its node. Needs no memory.
+    void Follow(const NodeMoves& moves);
 
     // --- reports, in analysis/ ---
 
@@ -103,8 +107,12 @@ class clsWebSchemes {
   private:
     void mGrid_MouseUp(int button);
     const GroupIndex& paragraphsByNode();
+    static NodeMoves movesOf(const clsNavSchemes& oNC);  // since the last renumbering
+    void renumber(clsNavSchemes& oNC, const NodeMoves& moves);
 
     KeyedCollection<clsWebScheme> paragraphs_;
     std::optional<GroupIndex> byNode_;  // made when a node is shown, dropped by every change
     WebGridView* mGrid = nullptr;
+    const Text connected_{"C"};  // the values of `status`, made before there is no memory for them
+    const Text orphan_{"O"};
 };

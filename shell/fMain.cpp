@@ -264,9 +264,11 @@ void fMain::mnuCollapse_Click() {
     oNavs->DispInTV();
 }
 
+// Commands find a node by the number that the tree shows for it, so the nodes are filed anew.
 void fMain::mnuNavRenum_Click() {
     const BusyCursor busy;
     oNavs->Renumber();
+    oNavs->FileAnew();
 }
 
 void fMain::mnuCheckNav_Click() {

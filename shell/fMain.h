@@ -85,6 +85,7 @@ class fMain final : public QMainWindow, private NavWindow {
     void popUpForParagraph(std::string skey, std::string pKey, QPoint place);
     void popUpAtFocus();
     void chooseFirst(const char* menu);
+    void remember(const std::string& skey);
     void oNavs_oInsert(const std::string& skey);
     void oNavs_oEdit(const std::string& skey);
     void oNavs_oDelete(const std::string& skey);

@@ -13,8 +13,7 @@
 
 // What the events of the tree and the paragraph grid, and the commands of their popup menus, do to nodes and
 // paragraphs. Keys are IDs as text. A command acts on the record that is filed under the ID; when there is none it
-// does nothing. After a renumbering the ID may be the key of another record, because records keep the keys that they
-// had.
+// does nothing.
 
 namespace {
 
@@ -105,7 +104,14 @@ void fMain::chooseFirst(const char* menu) {
 
 // --- nodes ---
 
+// A redraw selects the node that is remembered. Each command remembers its own, also when the arrow keys led there: the
+// next command must not fall on the node that was clicked before.
+void fMain::remember(const std::string& skey) {
+    oNavs->mLastN = treeKey(skey);
+}
+
 void fMain::oNavs_oInsert(const std::string& skey) {
+    remember(skey);
     const auto parent = oNavs->Item(skey);
     if (!parent) return;
     if (const auto refusal = refusalBelow(parent->typeIs(), myTree_->childCount(treeKey(skey))); !refusal.isEmpty()) {
@@ -115,7 +121,7 @@ void fMain::oNavs_oInsert(const std::string& skey) {
     const auto number = numberAfter(oNavs->MaxID());
     if (!number) {
         showMessage(this, QStringLiteral("No ID is left above the largest one, 2147483647.\r\n"
-                                         "Please choose Re-Number, save the scheme and open it again."));
+                                         "Please choose Re-Number."));
         return;
     }
     const auto node = std::make_shared<clsNavScheme>();
@@ -128,6 +134,7 @@ void fMain::oNavs_oInsert(const std::string& skey) {
 }
 
 void fMain::oNavs_oEdit(const std::string& skey) {
+    remember(skey);
     const auto node = oNavs->Item(skey);
     if (!node) return;
     if (node->parentIs == 0) {
@@ -147,6 +154,7 @@ void fMain::editNode(const clsNavSchemes::Pointer& parent, const clsNavSchemes::
 }
 
 void fMain::oNavs_oDelete(const std::string& skey) {
+    remember(skey);
     const auto node = oNavs->Item(skey);
     if (!node) return;
     if (node->parentIs == 0) {

@@ -13,10 +13,6 @@ constexpr const char* refusedForG =
     "This Node is having more than one Child Nodes. Only One Child Node Allowed for Generating Node. Changes "
     "not saved";
 constexpr const char* refusedWithoutQuery = "No Generating Query or Stored procedure specified. Changes not saved";
-constexpr const char* refusedForKey =
-    "After Re-Number this record cannot be stored under its number. Changes not saved. Please save the "
-    "scheme to "
-    "its text file and open that file again; then make this change.";
 
 // A scheme that writes down its messages.
 //   1 F ─ 2 G ─ 6 F
@@ -228,20 +224,28 @@ TEST_F(FuseRenumbered, LooksForTheParentUnderItsNumber) {
     EXPECT_TRUE(navs.FuseNav(makeNode(50, 3, "N")));
 }
 
-TEST_F(FuseRenumbered, RefusesANewNodeWhoseKeyIsTaken) {
+TEST_F(FuseRenumbered, DoesNotStoreANewNodeWhoseKeyIsTaken) {
     const auto before = rowsOf(navs);
     const auto node = makeNode(30, 1, "N", "new");
     EXPECT_FALSE(navs.FuseNav(node));
-    EXPECT_EQ(messages, std::vector<std::string>{refusedForKey});
+    EXPECT_EQ(messages, std::vector<std::string>());
     EXPECT_EQ(rowsOf(navs), before);
     EXPECT_EQ(rowOf(*node), "30|new|N|1||||") << "what was entered is not lost";
 }
 
-TEST_F(FuseRenumbered, RefusesAnExistingNodeThatNothingIsFiledUnder) {
+TEST_F(FuseRenumbered, DoesNotStoreAnExistingNodeThatIsFiledUnderAnotherNumber) {
     const auto before = rowsOf(navs);
     EXPECT_FALSE(navs.FuseNav(makeNode(4, 1, "F", "changed")));
-    EXPECT_EQ(messages, std::vector<std::string>{refusedForKey});
+    EXPECT_EQ(messages, std::vector<std::string>());
     EXPECT_EQ(rowsOf(navs), before);
+}
+
+TEST_F(FuseRenumbered, StoresBothOnceTheNodesAreFiledAnew) {
+    navs.FileAnew();
+    EXPECT_TRUE(navs.FuseNav(makeNode(30, 1, "N", "new")));
+    EXPECT_TRUE(navs.FuseNav(makeNode(4, 1, "F", "changed")));
+    EXPECT_EQ(rowsOf(navs),
+              (Rows{"1|ten|F|0||||", "2|thirty|G|1|spG|||", "3|two|N|1||||", "4|changed|F|1||||", "30|new|N|1||||"}));
 }
 
 TEST_F(FuseRenumbered, TheOtherRulesComeBeforeThat) {

@@ -121,6 +121,85 @@ TEST(KeyedCollection, KeepsTheKeyWhenTheIDChanges) {
     EXPECT_EQ(idsIn(collection), IDs{8});
 }
 
+// --- filing anew ---
+
+namespace {
+
+// Files anew, with these slots preferred.
+void fileAnew(Collection& collection, std::vector<std::uint32_t> preferred = {}) {
+    collection.FileAnew([&] { return preferred; });
+}
+
+}  // namespace
+
+TEST(KeyedCollection, FilesEveryRecordUnderTheIDThatItHasNow) {
+    auto collection = collectionOf({7, 8, 9});
+    collection.Item(7)->ID = 8;
+    collection.Item(8)->ID = 100;
+    fileAnew(collection);
+    EXPECT_EQ(idsIn(collection), (IDs{8, 100, 9})) << "the order stays";
+    for (const int id : {8, 100, 9}) EXPECT_EQ(collection.Item(id)->ID, id);
+    EXPECT_EQ(collection.Item(7), nullptr);
+    EXPECT_FALSE(collection.HasRecordsWithoutKey());
+    EXPECT_TRUE(collection.Add(record(7)));
+    EXPECT_FALSE(collection.Add(record(100)));
+    EXPECT_TRUE(collection.Remove(8));
+    EXPECT_EQ(idsIn(collection), (IDs{100, 9, 7}));
+}
+
+TEST(KeyedCollection, OfRecordsThatShareAnIDTheFirstIsFound) {
+    Collection collection;
+    for (const int mark : {1, 2, 3}) collection.Add(record(mark, mark));
+    for (const auto& each : collection) each->ID = 5;
+    fileAnew(collection);
+    EXPECT_EQ(collection.Count(), 3);
+    EXPECT_EQ(idsIn(collection), (IDs{5, 5, 5}));
+    EXPECT_EQ(collection.Item(5)->mark, 1);
+    EXPECT_TRUE(collection.HasRecordsWithoutKey());
+    EXPECT_FALSE(collection.Add(record(5)));
+
+    EXPECT_TRUE(collection.RemoveAt(2)) << "one without a key";
+    EXPECT_EQ(collection.Count(), 2);
+    EXPECT_EQ(collection.Item(5)->mark, 1);
+    EXPECT_TRUE(collection.Remove(5));
+    EXPECT_EQ(collection.Item(5), nullptr);
+    EXPECT_EQ(idsIn(collection), IDs{5});
+    fileAnew(collection);
+    EXPECT_EQ(collection.Item(5)->mark, 3);
+    EXPECT_FALSE(collection.HasRecordsWithoutKey());
+}
+
+TEST(KeyedCollection, OfRecordsThatShareAnIDThePreferredOneIsFound) {
+    Collection collection;
+    for (const int mark : {1, 2, 3, 4}) collection.Add(record(mark, mark));
+    for (const int mark : {1, 2, 3}) collection.Item(mark)->ID = 5;
+    fileAnew(collection, {3, 2, 1});
+    EXPECT_EQ(collection.Item(5)->mark, 3);
+    EXPECT_EQ(collection.Item(4)->mark, 4);
+    fileAnew(collection, {1});
+    EXPECT_EQ(collection.Item(5)->mark, 2);
+}
+
+TEST(KeyedCollection, AsksForThePreferredOnesOnlyWhereRecordsShareAnID) {
+    auto collection = collectionOf({1, 2, 3});
+    collection.Remove(2);
+    collection.FileAnew([]() -> std::vector<std::uint32_t> { throw std::runtime_error("asked in vain"); });
+    EXPECT_EQ(collection.Item(3)->ID, 3);
+    collection.Item(3)->ID = 1;
+    EXPECT_THROW(collection.FileAnew([]() -> std::vector<std::uint32_t> { throw std::bad_alloc(); }), std::bad_alloc);
+    EXPECT_EQ(collection.Item(3)->ID, 1) << "nothing has changed";
+    EXPECT_FALSE(collection.HasRecordsWithoutKey());
+}
+
+TEST(KeyedCollection, ForgetsRecordsWithoutAKeyWithTheOthers) {
+    auto collection = collectionOf({1, 2});
+    collection.Item(2)->ID = 1;
+    fileAnew(collection);
+    EXPECT_TRUE(collection.HasRecordsWithoutKey());
+    collection.Clear();
+    EXPECT_FALSE(collection.HasRecordsWithoutKey());
+}
+
 TEST(KeyedCollection, ClearEmptiesItForGood) {
     auto collection = collectionOf({7, 8});
     collection.Clear();

@@ -209,6 +209,63 @@ TEST(Renumber, SavingAndLoadingFilesTheNodesAnew) {
     EXPECT_EQ(navs.Item(10), nullptr);
 }
 
+TEST(FileAnew, FindsEveryNodeByTheNumberThatItHasNow) {
+    clsNavSchemes navs;
+    addNodes(navs, {{10, 0}, {30, 10}, {2, 30}});
+    EXPECT_TRUE(navs.Renumber());
+    navs.FileAnew();
+    EXPECT_EQ(linksOf(navs), "1<0 2<1 3<2");
+    for (const int id : {1, 2, 3}) EXPECT_EQ(navs.Item(id)->ID, id);
+    EXPECT_EQ(navs.Item(10), nullptr);
+    EXPECT_EQ(navs.Item("30"), nullptr);
+}
+
+TEST(FileAnew, DrawsNothing) {
+    Screen screen;
+    clsNavSchemes navs;
+    screen.show(navs);
+    addNodes(navs, {{5, 0}, {7, 5}});
+    navs.FileAnew();
+    EXPECT_EQ(screen.taken(), Calls());
+}
+
+TEST(FileAnew, KeepsNodesThatShareANumber) {
+    clsNavSchemes navs;
+    addNodes(navs, {{5, 0}, {7, 5}, {8, 99}, {9, 99}});
+    EXPECT_TRUE(navs.Renumber());
+    navs.FileAnew();
+    EXPECT_EQ(linksOf(navs), "1<0 2<1 0<0 0<0");
+    EXPECT_EQ(navs.Item(0), navs.NewEnum().Slots()[2]) << "the first of them";
+    EXPECT_EQ(navs.Count(), 4);
+    EXPECT_EQ(navs.GetChildren(*navs.Item(1)), 1);
+    navs.DelNode("2");
+    EXPECT_EQ(linksOf(navs), "1<0 0<0 0<0");
+}
+
+// "second" is drawn, since what is above "first" is not.
+TEST(FileAnew, OfNodesThatShareANumberTheOneInTheTreeIsFound) {
+    clsNavSchemes navs;
+    navs.Add(makeNode(1, 0));
+    navs.Add(makeNode(2, 99, "F", "first"));
+    navs.Add(makeNode(3, 1, "F", "second"));
+    navs.Item(2)->ID = 3;
+    navs.FileAnew();
+    EXPECT_EQ(navs.Item(3)->descriptionIs, "second");
+    navs.DelNode("3");
+    EXPECT_EQ(navs.Item(3)->descriptionIs, "first") << "found now that the other one is gone";
+    EXPECT_EQ(navs.Item(2), nullptr);
+}
+
+TEST(FileAnew, ANodeOfUnknownTypeIsNotInTheTree) {
+    clsNavSchemes navs;
+    navs.Add(makeNode(1, 0, "?"));
+    navs.Add(makeNode(2, 1, "?", "unknown"));
+    navs.Add(makeNode(3, 1, "N", "known"));
+    navs.Item(2)->ID = 3;
+    navs.FileAnew();
+    EXPECT_EQ(navs.Item(3)->descriptionIs, "known");
+}
+
 TEST(Renumber, SavesNumbersFromTopToBottom) {
     clsNavSchemes navs;
     addNodes(navs, {{8, 4}, {20, 7}, {7, 0}, {4, 7}});

@@ -3,6 +3,7 @@
 #include <QScrollBar>
 
 #include "EditHelpers.h"
+#include "views/NavTree.h"
 
 // Adding, editing and deleting nodes from the tree.
 
@@ -425,74 +426,150 @@ TEST(NodeCommandInsert, ATypeWithoutARuleTakesAnyNumberOfNodes) {
 
 // --- after a renumbering ---
 
-namespace {
-
-// The form of node 3 comes, cannot store what is entered, loses none of it, and is left.
-void expectRefusalOfNumber3(Answers& answers) {
-    answers
-        .then("fNav",
-              [](QDialog& form) {
-                  EXPECT_EQ(valueOf(form, "txtID"), "3");
-                  enter(form, "txtDescription", "mine");
-                  press(form, Qt::Key_F3);
-                  EXPECT_EQ(valueOf(form, "txtDescription"), "mine");
-                  press(form, Qt::Key_Escape);
-              })
-        .then("message", reading("After Re-Number this record cannot be stored under its number. Changes not saved. "
-                                 "Please save the scheme to its text file and open that file again; then make this "
-                                 "change."))
-        .then("question", [](QDialog& question) { press(question, Qt::Key_N); });
-}
-
-}  // namespace
-
-TEST(NodeCommandAfterRenumbering, CommandsActOnTheNodeFiledUnderTheNumber) {
+TEST(NodeCommandAfterRenumbering, CommandsActOnTheNodeOnTheScreen) {
     Wizard wizard;
     wizard.navs().Add(makeNode(3, 1, "N", "three"));
     wizard.navs().Add(makeNode(2, 1, "N", "two"));
-    wizard.choose("NR");  // three is now number 2, two is number 3
+    wizard.choose("NR");  // "three" is now number 2, "two" is number 3
     wizard.click("three");
     Answers answers;
     answers.then("fNav", [](QDialog& form) {
-        EXPECT_EQ(valueOf(form, "txtDescription"), "two") << "filed under 2";
-        EXPECT_EQ(valueOf(form, "txtID"), "3");
+        EXPECT_EQ(nodeIn(form), "2|three|N - Non-Generating Branch||||");
+        enter(form, "txtDescription", "mine");
+        press(form, Qt::Key_F3);
         escape(form);
     });
     press(wizard.window, Qt::Key_F2);
-}
-
-TEST(NodeCommandAfterRenumbering, ANumberUnderWhichNothingIsFiledDoesNothing) {
-    Wizard wizard;
-    wizard.navs().Add(makeNode(30, 1, "N", "thirty"));
-    wizard.choose("NR");  // now number 2
-    wizard.click("thirty");
-    EXPECT_EQ(wizard.navs().mLastN, "N2");
-    Answers none;
-    for (const auto key : {Qt::Key_Insert, Qt::Key_F2, Qt::Key_Delete}) press(wizard.window, key);
-    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1");
-}
-
-TEST(NodeCommandAfterRenumbering, AnExistingNodeThatNothingIsFiledUnderIsRefused) {
-    Wizard wizard;
-    wizard.navs().Add(makeNode(5, 1, "N", "five"));
-    wizard.navs().Add(makeNode(2, 1, "N", "two"));
-    wizard.choose("NR");  // five is now number 2, two is number 3, and nothing is filed under 3
-    wizard.click("five");
-    Answers answers;
-    expectRefusalOfNumber3(answers);
-    press(wizard.window, Qt::Key_F2);
     answers.wait();
-    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1 3<1");
+    EXPECT_EQ(rowsOf(wizard.navs()), Rows({"1|Data Browser|F|0|||leaf|", "2|mine|N|1||||", "3|two|N|1||||"}));
+    press(wizard.window, Qt::Key_Delete);
+    EXPECT_EQ(rowsOf(wizard.navs()), Rows({"1|Data Browser|F|0|||leaf|", "3|two|N|1||||"}));
 }
 
-TEST(NodeCommandAfterRenumbering, ANewNodeWhoseKeyIsTakenIsRefusedAndNothingIsLost) {
+TEST(NodeCommandAfterRenumbering, ANewNodeTakesTheNextNumber) {
     Wizard wizard;
     wizard.navs().Add(makeNode(3, 1, "N", "three"));
-    wizard.choose("NR");  // numbers 1 and 2, filed under 1 and 3: the next number is 3
+    wizard.choose("NR");
     Answers answers;
-    expectRefusalOfNumber3(answers);
+    answers.then("fNav", [](QDialog& form) {
+        EXPECT_EQ(valueOf(form, "txtID"), "3");
+        press(form, Qt::Key_F3);
+        escape(form);
+    });
     press(wizard.window, Qt::Key_Home);
     press(wizard.window, Qt::Key_Insert);
     answers.wait();
+    EXPECT_EQ(rowsOf(wizard.navs()), Rows({"1|Data Browser|F|0|||leaf|", "2|three|N|1||||", "3|New|N|1|||leaf|"}));
+}
+
+// A new node took a number, and a change of another node then went to it.
+TEST(NodeCommandAfterRenumbering, AChangeDoesNotReplaceAnotherNode) {
+    const TempFolder folder;
+    Wizard wizard;
+    wizard.openNodes(sample("XST1.txt"));
+    activate(wizard.window);
+    wizard.click("Hire desk");
+    {
+        Answers answers;
+        answers.then("fNav", [](QDialog& form) {
+            press(form, Qt::Key_F3);
+            escape(form);
+        });
+        press(wizard.window, Qt::Key_Insert);
+    }
+    wizard.choose("NR");
+    activate(wizard.window);
+    wizard.click("Workshop");
+    wizard.click("Open repair jobs");
+    const auto before = rowsOf(wizard.navs());
+    const auto number = wizard.navs().mLastN.substr(1);
+    {
+        Answers answers;
+        answers.then("fNav", [](QDialog& form) {
+            EXPECT_EQ(valueOf(form, "txtDescription"), "Open repair jobs");
+            enter(form, "txtDescription", "mine");
+            press(form, Qt::Key_F3);
+            escape(form);
+        });
+        press(wizard.window, Qt::Key_F2);
+    }
+    auto expected = before;
+    for (auto& row : expected)
+        if (row.starts_with(number + "|")) row.replace(row.find("Open repair jobs"), 16, "mine");
+    EXPECT_NE(expected, before);
+    EXPECT_EQ(rowsOf(wizard.navs()), expected);
+    wizard.saveNodes(folder / "saved");
+    wizard.openNodes(folder / "saved.txt");
+    EXPECT_EQ(wizard.navs().Count(), 71);
+}
+
+// --- the node that the keyboard is on ---
+
+namespace {
+
+// "two" is clicked, and the arrow key leads to "inner" below it.
+struct BelowTheClickedNode : testing::Test {
+    BelowTheClickedNode() {
+        wizard.navs().Add(makeNode(2, 1, "F", "two"));
+        wizard.navs().Add(makeNode(3, 2, "F", "inner"));
+        wizard.navs().DispInTV();
+        activate(wizard.window);
+        wizard.click("two");
+        press(wizard.window, Qt::Key_Down);
+        EXPECT_EQ(selected(), "N3");
+        EXPECT_EQ(wizard.navs().mLastN, "N2") << "an arrow key is no click";
+    }
+    [[nodiscard]] std::string selected() { return dynamic_cast<NavTree&>(wizard.tree()).SelectedKey(); }
+    void leaveForm(Qt::Key key) {
+        Answers answers;
+        answers.then("fNav", escape);
+        press(wizard.window, key);
+        answers.wait();
+    }
+    Wizard wizard;
+};
+
+}  // namespace
+
+TEST_F(BelowTheClickedNode, StaysSelectedWhenItsFormIsClosed) {
+    leaveForm(Qt::Key_F2);
+    EXPECT_EQ(wizard.navs().mLastN, "N3");
+    EXPECT_EQ(selected(), "N3");
+    press(wizard.window, Qt::Key_Delete);
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1") << "the child is deleted, and not the branch";
+    EXPECT_EQ(selected(), "");
+    press(wizard.window, Qt::Key_Delete);
     EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1");
+}
+
+TEST_F(BelowTheClickedNode, StaysSelectedWhenANodeIsAddedBelowIt) {
+    leaveForm(Qt::Key_Insert);
+    EXPECT_EQ(selected(), "N3");
+}
+
+TEST_F(BelowTheClickedNode, StaysSelectedAfterTheCommandsOfThePopup) {
+    for (const char letter : {'A', 'E'}) {
+        wizard.navs().mLastN = "N2";
+        press(wizard.window, Qt::Key_Menu);
+        Answers answers;
+        answers.then("fNav", escape);
+        chooseInPopup(wizard.window, letter);
+        answers.wait();
+        EXPECT_EQ(selected(), "N3") << letter;
+    }
+    wizard.navs().mLastN = "N2";
+    press(wizard.window, Qt::Key_Menu);
+    chooseInPopup(wizard.window, 'D');
+    EXPECT_EQ(linksOf(wizard.navs()), "1<0 2<1");
+    EXPECT_EQ(wizard.navs().mLastN, "N3");
+    EXPECT_EQ(selected(), "");
+}
+
+TEST_F(BelowTheClickedNode, IsRememberedWhenTheCommandIsRefused) {
+    wizard.navs().Item(3)->setTypeIs("N");
+    Answers answers;
+    answers.then("message", escape);
+    press(wizard.window, Qt::Key_Insert);
+    answers.wait();
+    EXPECT_EQ(wizard.navs().mLastN, "N3");
 }
