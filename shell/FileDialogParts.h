@@ -10,18 +10,24 @@ class QToolButton;
 class QTreeView;
 class QWidget;
 
-/// What stands inside Qt's own file dialog. Qt names these objects but gives no access to them, so another release may
-/// name them otherwise: each pointer may be null, and the dialog then works as plain Qt does.
+/// What stands inside Qt's own file dialog. Qt names these objects but gives no access to them, so another release
+/// may name them otherwise: each pointer may be null, and the dialog then works as plain Qt does.
 struct FileDialogParts {
+    FileDialogParts() = default;
     explicit FileDialogParts(const QFileDialog& dialog);
 
-    QFileSystemModel* files;
-    QLineEdit* name;     ///< the text box for the file name
-    QTreeView* details;  ///< the list of files with their details
-    QListView* list;     ///< the other list, which shares its selection
-    QListView* places;   ///< at the side
-    QToolButton* newFolder;
-    QWidget *lookInLabel, *lookIn;      ///< the list of folders above, with its label
-    QWidget *fileTypeLabel, *fileType;  ///< the list of filters, with its label
-    QAction *renameAction, *deleteAction, *newFolderAction;  ///< of the lists' context menu
+    QFileSystemModel* files = nullptr;
+    QLineEdit* name = nullptr;     ///< the text box for the file name
+    QTreeView* details = nullptr;  ///< the list of files with their details
+    QListView* list = nullptr;     ///< the other list, which shares its selection
+    QListView* places = nullptr;   ///< at the side
+    QToolButton* newFolder = nullptr;
+    QWidget* lookInLabel = nullptr;
+    QWidget* lookIn = nullptr;  ///< the list of folders above
+    QWidget* fileTypeLabel = nullptr;
+    QWidget* fileType = nullptr;  ///< the list of filters
+    // Of the lists' context menu:
+    QAction* renameAction = nullptr;
+    QAction* deleteAction = nullptr;
+    QAction* newFolderAction = nullptr;
 };

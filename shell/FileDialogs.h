@@ -6,6 +6,9 @@
 
 class QWidget;
 
+// Both dialogs name a file and leave all files alone: they open none, and neither delete, rename nor move any. In the
+// second one the user may make a folder. A folder that is selected in the list is entered by the button.
+
 /// Asks for an existing file. @return its full path, empty when the user cancelled
 [[nodiscard]] std::filesystem::path askOpenName(QWidget* owner, const QString& initialDir);
 

@@ -104,7 +104,7 @@ TEST_F(NodeCommand, TheTreeIsRedrawnAfterTheForm) {
     pressOn("N6", Qt::Key_Insert);
     answers.wait();
     EXPECT_EQ(shownRows(wizard.tree()),
-              Rows({"- Data Browser", "  + full list", "    empty list", "    end", "  + branch"}));
+              Rows({"- Data Browser", "  + full list", "    empty list", "    end", "  + branch *"}));
     EXPECT_EQ(shownRows(wizard.nodeGrid()).back(), "8|added|N|6|||leaf|");
 }
 
@@ -113,7 +113,7 @@ TEST_F(NodeCommand, NoNumberIsLeftAboveTheLargest) {
     wizard.navs().DispInTV();
     Answers answers;
     answers.then("message", reading("No ID is left above the largest one, 2147483647.\n"
-                                    "Please choose Re-Number, save the scheme and open it again."));
+                                    "Please choose Re-Number."));
     pressOn("N1", Qt::Key_Insert);
 }
 
@@ -156,7 +156,7 @@ TEST_F(NodeCommand, F2AndF3StoreTheChange) {
     pressOn("N2", Qt::Key_F2);
     answers.wait();
     EXPECT_EQ(shownRows(wizard.nodeGrid())[1], "2|changed|G|1|spG_Full|Lkey|book|3");
-    EXPECT_EQ(shownRows(wizard.tree())[1], "  + changed");
+    EXPECT_EQ(shownRows(wizard.tree())[1], "  + changed *");
 }
 
 TEST_F(NodeCommand, TheTreeIsRedrawnAfterACancelledEdit) {
@@ -167,7 +167,7 @@ TEST_F(NodeCommand, TheTreeIsRedrawnAfterACancelledEdit) {
     answers.then("fNav", escape);
     pressOn("N7", Qt::Key_F2);
     answers.wait();
-    EXPECT_EQ(shownRows(wizard.tree()).back(), "  + branch") << "closed again";
+    EXPECT_EQ(shownRows(wizard.tree()).back(), "      new name *") << "the edited node is in view";
     EXPECT_EQ(shownRows(wizard.nodeGrid()).back(), "7|new name|N|6||||");
 }
 

@@ -203,6 +203,24 @@ TEST_F(Program, WritesTheTwoNamedFilesAndNothingElse) {
     EXPECT_EQ(runtime.names(), Rows());
 }
 
+// To find out what kind of file it is, Qt would open each one whose name does not tell, and wait for a pipe for ever.
+TEST_F(Program, OpensNoFileButThoseThatTheUserNames) {
+    if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
+    for (const char* name : {"noext", "b.dat", ".hid"}) writeBytes(files / name, "bytes");
+    std::filesystem::create_symlink("noext", files / "link");
+    ASSERT_EQ(mkfifo((files / "pipe").c_str(), 0600), 0);
+    trace();
+    Rows opened;
+    for (const auto& call : calls)
+        for (const auto& path : call.paths)
+            if (call.name.starts_with("open") && path.starts_with(files.path().string() + "/")) {
+                EXPECT_TRUE(path == files / "XST1.txt" || belongsToASave(path)) << call.line;
+                opened.push_back(path);
+            }
+    for (const char* name : {"XST1.txt", "XST2.txt"})
+        EXPECT_GT(std::ranges::count(opened, (files / name).string()), 0) << "the log does not show what is opened";
+}
+
 TEST_F(Program, ReadsNoSettings) {
     if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
     const TempFolder home;

@@ -18,9 +18,14 @@ void print(const std::string& what, const std::string& value) {
     std::cout << what << ": " << value << std::endl;
 }
 
+// Lets the dialog list the folder first.
 void enter(fMain& window, const std::string& letters, const std::string& dialog, const std::filesystem::path& name) {
     Answers answers;
-    answers.then(dialog, entering(name));
+    answers.then(dialog, [&](QDialog& asks) {
+        static_cast<QFileDialog&>(asks).setDirectory(text(name.parent_path().string()));
+        QTest::qWait(200);
+        enterName(asks, name);
+    });
     choose(window, letters);
 }
 
