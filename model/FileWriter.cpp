@@ -3,6 +3,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
+#include <csignal>
 
 #ifdef Q_OS_LINUX
 #include <fcntl.h>
@@ -48,13 +49,30 @@ bool leavesRoomForALongerName(const std::filesystem::path& file) {
 
 #ifdef Q_OS_LINUX
 
-// @return whether the disk has the bytes; true also where nobody can tell
+// Some file systems tell only when a file is closed that they could not write it.
+// @return whether closing it would succeed; it stays open
+bool canBeClosed(int file) {
+    const int another = fcntl(file, F_DUPFD_CLOEXEC, 0);
+    return another >= 0 && close(another) == 0;
+}
+
+// @return whether the disk has the bytes; where it cannot be asked, whether closing the file reports no error
 bool isOnDisk(int file) {
     while (fsync(file) != 0) {
         if (errno == EINTR) continue;
-        return errno == EINVAL || errno == EROFS || errno == ENOSYS || errno == EOPNOTSUPP;
+        const bool nobodyKnows = errno == EINVAL || errno == EROFS || errno == ENOSYS || errno == EOPNOTSUPP;
+        return nobodyKnows && canBeClosed(file);
     }
     return true;
+}
+
+// Gives the new file the group and the mode of the one that it is to replace, as far as the user may.
+void takeOver(int newFile, const std::filesystem::path& file) {
+    struct stat old {};
+    if (stat(file.c_str(), &old) != 0) return;
+    // Setting the group may clear bits of the mode, so it comes first. What is not allowed is left as it is.
+    if (fchown(newFile, static_cast<uid_t>(-1), old.st_gid) != 0) errno = 0;
+    if (fchmod(newFile, old.st_mode & 07777) != 0) errno = 0;
 }
 
 // Puts a file that has no name yet in the place of an old one. Linux has no single step for that: the new file has a
@@ -86,6 +104,9 @@ bool isOnDisk(int) {
     return true;
 }
 
+void takeOver(int, const std::filesystem::path&) {
+}
+
 bool replaceFromAnotherProcess(int, const std::filesystem::path&) {
     return false;
 }
@@ -94,8 +115,26 @@ bool replaceFromAnotherProcess(int, const std::filesystem::path&) {
 
 }  // namespace
 
+// While it exists, a file that grows beyond the limit for files is a failed write, and not the end of the program.
+class FileWriter::SizeLimitIsAnError {
+#ifdef SIGXFSZ
+  public:
+    SizeLimitIsAnError() : before_(std::signal(SIGXFSZ, SIG_IGN)) {
+    }
+    ~SizeLimitIsAnError() {
+        std::signal(SIGXFSZ, before_);
+    }
+    SizeLimitIsAnError(const SizeLimitIsAnError&) = delete;
+    SizeLimitIsAnError& operator=(const SizeLimitIsAnError&) = delete;
+
+  private:
+    void (*before_)(int);
+#endif
+};
+
 struct FileWriter::File {
     explicit File(const QString& name) : file(name) {}
+    SizeLimitIsAnError limit;
     QSaveFile file;
 };
 
@@ -136,5 +175,6 @@ bool FileWriter::commit() {
     writePiece();
     good_ = good_ && file_->file.flush() && isOnDisk(file_->file.handle());
     if (!good_) return false;
+    takeOver(file_->file.handle(), pathOf(file_->file.fileName()));
     return replaceFromAnotherProcess(file_->file.handle(), pathOf(file_->file.fileName())) || file_->file.commit();
 }

@@ -7,7 +7,8 @@
 #include <string_view>
 
 /// Writes a file so that the file that was there before is either replaced by all that was written or left
-/// untouched: a full disk, a missing permission or a crash half-way loses nothing.
+/// untouched: a full disk, a missing permission or a crash half-way loses nothing. The new file has the group and the
+/// mode of the old one where the user may set them; its owner, hard links and extended attributes are not kept.
 class FileWriter {
   public:
     /// Starts writing. Only a regular file is ever replaced, never a folder, a pipe or a device.
@@ -25,6 +26,7 @@ class FileWriter {
   private:
     void writePiece();
 
+    class SizeLimitIsAnError;
     struct File;
     std::unique_ptr<File> file_;
     std::string piece_;  // what is not handed to the system yet

@@ -50,6 +50,37 @@ TEST(RefusedSave, NobodyCanTellWhetherTheDiskHasTheBytesSaves) {
     }
 }
 
+namespace {
+
+// Saves over an old file where every file that is closed reports an error.
+int saveWithFailingClose() {
+    const TempFolder folder;
+    const auto file = writeBytes(folder / "XST.txt", "old");
+    clsNavSchemes scheme;
+    scheme.Add(makeNode(1, 0));
+    if (!refuseCall(SYS_close, EIO)) return cannotRefuse;
+    const bool saved = scheme.SaveData(file);
+    const auto now = bytesOf(file);
+    if (saved != (now.find("\n1,") != std::string::npos)) return lied;
+    if (!saved && now != "old") return lost;
+    return saved ? savedAlone : keptAlone;
+}
+
+}  // namespace
+
+// Where the disk cannot be asked, closing the file is what tells.
+TEST(RefusedSave, AFailedCloseAfterNobodyCouldTellKeepsTheOldFile) {
+    const auto answer = withoutCalls({SYS_fsync, SYS_fdatasync}, EINVAL, saveWithFailingClose);
+    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    EXPECT_EQ(answer, keptAlone) << meaning;
+}
+
+TEST(RefusedSave, AFailedCloseAfterTheDiskTookTheBytesSaves) {
+    const auto answer = withoutCalls({}, 0, saveWithFailingClose);
+    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    EXPECT_EQ(answer, savedAlone) << meaning;
+}
+
 TEST(RefusedSave, NoMoreProcessesSaves) {
     const auto answer = withoutCalls(newProcesses, EAGAIN, save);
     if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";

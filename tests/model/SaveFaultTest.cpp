@@ -187,6 +187,63 @@ TYPED_TEST(SaveFault, WhereLargeFilesMayNotGrow) {
     for (const std::size_t mib : {3U, 4U, 9U}) this->expectFailureBelowItsSize(mib * 1024 * 1024);
 }
 
+// Without more ado the operating system ends a program whose file outgrows the limit.
+TYPED_TEST(SaveFault, BeyondTheSizeLimitIsNotTheEndOfTheProgram) {
+    writeBytes(this->file_, this->old_);
+    const auto child = fork();
+    if (child == 0) {
+        std::signal(SIGXFSZ, SIG_DFL);
+        TypeParam scheme;
+        fill(scheme, std::size_t{1} << 20);
+        const rlimit limit{4096, 4096};
+        if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(2);
+        const bool saved = scheme.SaveData(this->file_);
+        const bool isDefaultAgain = std::signal(SIGXFSZ, SIG_DFL) == SIG_DFL;
+        if (__gcov_exit) __gcov_exit();
+        _exit(saved ? 1 : isDefaultAgain ? 0 : 3);
+    }
+    int status = -1;
+    waitpid(child, &status, 0);
+    ASSERT_TRUE(WIFEXITED(status)) << "ended by signal " << WTERMSIG(status);
+    EXPECT_EQ(WEXITSTATUS(status), 0) << "1: claimed success, 2: no limit, 3: the signal stays switched off";
+    this->expectOldFile("");
+}
+
+TYPED_TEST(SaveFault, KeepsGroupAndModeOfTheFile) {
+    TypeParam scheme;
+    fill(scheme, 1000);
+    const bool canGiveAway = geteuid() == 0;
+    constexpr gid_t another = 1234;
+    for (const mode_t mode : {0600U, 0640U, 0664U, 0604U, 0755U, 02664U}) {
+        writeBytes(this->file_, this->old_);
+        if (canGiveAway) {
+            ASSERT_EQ(chown(this->file_.c_str(), geteuid(), another), 0);
+        }
+        ASSERT_EQ(chmod(this->file_.c_str(), mode), 0);
+        EXPECT_TRUE(scheme.SaveData(this->file_));
+        EXPECT_EQ(bytesOf(this->file_), savedBytes(scheme));
+        struct stat now {};
+        ASSERT_EQ(stat(this->file_.c_str(), &now), 0);
+        EXPECT_EQ(now.st_mode & 07777U, mode) << std::oct << (now.st_mode & 07777U) << " for " << mode;
+        EXPECT_EQ(now.st_gid, canGiveAway ? another : getegid());
+        std::filesystem::remove(this->file_);
+    }
+}
+
+// A user can only give a file to groups that he belongs to.
+TYPED_TEST(SaveFault, SavesWhereTheGroupCannotBeKept) {
+    if (geteuid() != 0) GTEST_SKIP() << "no way to make a file of another group";
+    TypeParam scheme;
+    fill(scheme, 1000);
+    writeBytes(this->file_, this->old_);
+    ASSERT_EQ(chmod(this->folder_.path().c_str(), 0777), 0);
+    ASSERT_EQ(chmod(this->file_.c_str(), 0666), 0);
+    const OrdinaryUser user;
+    if (!user.bound()) GTEST_SKIP() << "no way to become an ordinary user here";
+    EXPECT_TRUE(scheme.SaveData(this->file_));
+    EXPECT_EQ(bytesOf(this->file_), savedBytes(scheme));
+}
+
 TYPED_TEST(SaveFault, OntoAFullDisk) {
     const auto answer = onSmallDisk(this->folder_.path(), "size=64k", [this] {
         constexpr std::size_t kib = 1024;
