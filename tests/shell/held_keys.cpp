@@ -150,10 +150,7 @@ Display* server() {
 // Takes the steps, from a timer that ticks in the event loops of all windows.
 class User final : public QObject, private QAbstractNativeEventFilter {
   public:
-    explicit User(QObject* parent) : QObject(parent) {
-        qApp->installNativeEventFilter(this);
-        startTimer(5);
-    }
+    explicit User(QObject* parent) : QObject(parent) { qApp->installNativeEventFilter(this); }
 
   protected:
     void timerEvent(QTimerEvent*) override {
@@ -166,7 +163,7 @@ class User final : public QObject, private QAbstractNativeEventFilter {
             case State::Down: watch(); break;
             case State::After: finish(); break;
         }
-        if (inState_.elapsed() > patience) fail("waited");
+        if (inState_.elapsed() > patience) fail("waited in vain, after " + std::to_string(presses_) + " presses");
     }
 
     bool nativeEventFilter(const QByteArray&, void* message, qintptr*) override {
@@ -208,9 +205,7 @@ class User final : public QObject, private QAbstractNativeEventFilter {
     void watch() {
         hasActed_ = hasActed_ || shown_ == step().whileDown;
         if (hasActed_ && shown_ != step().whileDown) fail("acted while the key was down");
-        if (inState_.elapsed() < held) return;
-        if (!hasActed_) fail("did not act when the key went down");
-        if (presses_ < fewestPresses) fail("the server does not repeat the key");
+        if (inState_.elapsed() < held || presses_ < fewestPresses || !hasActed_) return;
         xdotool("keyup");
         ++holds_;
         enter(State::After);
@@ -219,9 +214,14 @@ class User final : public QObject, private QAbstractNativeEventFilter {
     void finish() {
         if (!isCalm(step().after)) return;
         enter(State::Before);
-        if (++number_ < steps_.size()) return;
+        if (number_ + 1 < steps_.size()) {
+            ++number_;
+            return;
+        }
         if (holds_ < fewestHolds) fail("too few keys were held");
-        end(0, "held " + std::to_string(holds_) + " keys");
+        std::cout << "held " << holds_ << " keys" << std::endl;
+        killTimer(timer_);
+        QApplication::exit(0);
     }
 
     void enter(State state) {
@@ -242,6 +242,7 @@ class User final : public QObject, private QAbstractNativeEventFilter {
                    "\"");
     }
 
+    const int timer_ = startTimer(5);
     const std::vector<Step> steps_ = allSteps();
     std::size_t number_ = 0;
     State state_ = State::Before;
