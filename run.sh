@@ -22,11 +22,11 @@ esac
 
 if command -v apt-get >/dev/null; then
     if [[ -n $virtual_screen ]]; then
-        install_packages packages/run.txt packages/screen.txt
+        install_packages packages/run.txt packages/viewer.txt packages/screen.txt
     elif [[ -z ${DISPLAY:-} && -n ${WAYLAND_DISPLAY:-} ]]; then
-        install_packages packages/run.txt packages/wayland.txt
+        install_packages packages/run.txt packages/viewer.txt packages/wayland.txt
     else
-        install_packages packages/run.txt
+        install_packages packages/run.txt packages/viewer.txt
     fi
 elif [[ ! -x build/release/bin/pelmo-wizard ]]; then
     say "the wizard needs Qt 6.4 or later with Svg, CMake 3.25, Ninja, a C++20 compiler, and Arial or a font of its metrics."

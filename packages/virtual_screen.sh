@@ -36,9 +36,10 @@ trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-# start COMMAND... - starts a program in the background that is stopped with this script.
+# start COMMAND... - starts a program in the background that is stopped with this script, and by it alone: a Ctrl+C would
+# also reach the X server, and the others would complain about losing it.
 start() {
-    if command -v setpriv >/dev/null; then setpriv --pdeathsig TERM -- "$@" & else "$@" & fi
+    if command -v setpriv >/dev/null; then setpriv --pdeathsig TERM -- setsid -- "$@" & else "$@" & fi
     last=$!
     started[${#started[@]}]=$last
 }

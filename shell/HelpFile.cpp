@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/HelpFile.h"
 
+#include <QDeadlineTimer>
 #include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
@@ -14,13 +15,16 @@
 namespace {
 
 void reportNoViewer(QWidget* window, const QString& path) {
-    showMessage(window,
-                QStringLiteral("No program could show the help file:\n%1").arg(QDir::toNativeSeparators(path)));
+    showMessage(window, QStringLiteral("No program could show the help file:\n%1\n"
+                                       "Please install a viewer of CHM files, for example xchm.")
+                            .arg(QDir::toNativeSeparators(path)));
 }
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
-// QDesktopServices would not learn that the desktop knows no viewer; the opener's exit code tells.
-void open(const QString& path, QWidget* window) {
+// QDesktopServices would not learn that the desktop knows no viewer; the opener's exit code tells. Where no desktop
+// runs, the opener waits for the viewer and passes on its exit code: an error after a while is that of a viewer that
+// was there to be read.
+void open(const QString& path, QWidget* window, std::chrono::milliseconds patience) {
     auto* opener = new QProcess;  // without an owner: the viewer may go on when the wizard ends
     opener->setStandardOutputFile(QProcess::nullDevice());
     opener->setStandardErrorFile(QProcess::nullDevice());
@@ -32,8 +36,9 @@ void open(const QString& path, QWidget* window) {
     QObject::connect(opener, &QProcess::errorOccurred, opener, [fail](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart) fail();
     });
-    QObject::connect(opener, &QProcess::finished, opener, [fail, opener](int exitCode, QProcess::ExitStatus status) {
-        if (status == QProcess::NormalExit && exitCode != 0)
+    const QDeadlineTimer shown(patience);
+    QObject::connect(opener, &QProcess::finished, opener, [=](int exitCode, QProcess::ExitStatus status) {
+        if (status == QProcess::NormalExit && exitCode != 0 && !shown.hasExpired())
             fail();
         else
             opener->deleteLater();
@@ -41,7 +46,7 @@ void open(const QString& path, QWidget* window) {
     opener->start(QStringLiteral("xdg-open"), {path});
 }
 #else
-void open(const QString& path, QWidget* window) {
+void open(const QString& path, QWidget* window, std::chrono::milliseconds /*patience*/) {
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(path))) reportNoViewer(window, path);
 }
 #endif
@@ -50,7 +55,7 @@ void open(const QString& path, QWidget* window) {
 
 void HelpFile::show(QWidget* window) const {
     if (QFileInfo(path_).isFile())
-        open(path_, window);
+        open(path_, window, patience_);
     else
         showMessage(window, QStringLiteral("The help file was not found:\n%1").arg(QDir::toNativeSeparators(path_)));
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <chrono>
 
 class QWidget;
 
@@ -9,7 +10,9 @@ class QWidget;
 class HelpFile {
   public:
     /// @param folder the program's folder, without a separator at its end
-    explicit HelpFile(const QString& folder) : path_(folder + QStringLiteral("/Pelmo.chm")) {}
+    /// @param patience an error of the desktop's opener later than this means that the help was shown
+    explicit HelpFile(const QString& folder, std::chrono::milliseconds patience = std::chrono::seconds(10))
+        : path_(folder + QStringLiteral("/Pelmo.chm")), patience_(patience) {}
 
     [[nodiscard]] const QString& path() const { return path_; }
     /// Opens the help file. If there is none, or nothing that shows it, says so; that may be a moment later.
@@ -17,4 +20,5 @@ class HelpFile {
 
   private:
     QString path_;
+    std::chrono::milliseconds patience_;
 };

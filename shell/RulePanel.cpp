@@ -3,6 +3,7 @@
 
 #include <QFrame>
 #include <QLabel>
+#include <QPainter>
 
 #include "views/Look.h"
 #include "views/Picture.h"
@@ -16,14 +17,21 @@ constexpr QRgb blue = qRgb(0, 0, 255);
 constexpr QRgb green = qRgb(0, 128, 0);
 constexpr QRgb darkRed = qRgb(128, 0, 0);
 
+constexpr double fontPoints = 8.25;
+constexpr double hintPoints = 7.5;  // the size at which the key hint fits its line
+
+constexpr double captionLeft = 120;  // twips
+constexpr int gap = 4;               // pixels between the caption and the line on either side of it
+constexpr int lineShade = 118;       // percent of the background's darkness
+
 // A label of the panel; places and sizes in twips.
 struct Legend {
     const char* text;
     double left, top, width, height;
     QRgb colour;
+    double points = fontPoints;
 };
 
-constexpr double fontPoints = 8.25;  // the size at which the key hint fits its two lines
 constexpr double oneLine = 255;
 constexpr double twoLines = 480;
 constexpr double letterWidth = 180;
@@ -64,8 +72,8 @@ constexpr Legend legends[] = {
      4320, 1380, explanationWidth, twoLines, blue},
     {"(R), Recurring Node and (N)-Non-Generating Node cannot have any child nodes.", 4320, 2040, explanationWidth,
      twoLines, textColour},
-    {"When in Treeview: (Ins) Adds a Child Node,   (F2) Edits a Node,  (Del) Deletes a Node.", 120, 3000, 6135, 400,
-     textColour},
+    {"When in Treeview: (Ins) Adds a Child Node,   (F2) Edits a Node,  (Del) Deletes a Node.", 120, 3000, 6135,
+     oneLine, textColour, hintPoints},
 };
 
 struct LegendPicture {
@@ -93,9 +101,9 @@ RulePanel::RulePanel(QWidget* parent) : QGroupBox(QStringLiteral("Rules for Navi
     setObjectName(QStringLiteral("frRule"));
     const int dpi = logicalDpiX();
     QFont small = captionFont();
-    small.setPointSizeF(fontPoints);
     int number = 0;
     for (const auto& legend : legends) {
+        small.setPointSizeF(legend.points);
         auto* label = new QLabel(QString::fromLatin1(legend.text), this);
         label->setObjectName(QStringLiteral("Label%1").arg(++number));
         label->setFont(small);
@@ -120,4 +128,16 @@ RulePanel::RulePanel(QWidget* parent) : QGroupBox(QStringLiteral("Rules for Navi
         auto place = toPixels(QRectF(separator.left, separator.top, separator.width, separator.height), dpi);
         line->setGeometry(place.adjusted(0, 0, separator.height > 0 ? 2 : 0, separator.height > 0 ? 0 : 2));
     }
+}
+
+void RulePanel::paintEvent(QPaintEvent* /*event*/) {
+    const auto metrics = fontMetrics();
+    const QRect caption(toPixels(captionLeft, logicalDpiX()), 0, metrics.horizontalAdvance(title()),
+                        metrics.height());
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(caption, Qt::AlignLeft | Qt::TextDontClip, title());
+    painter.setClipRegion(QRegion(rect()) - caption.adjusted(-gap, 0, gap, 0));
+    painter.setPen(palette().color(QPalette::Window).darker(lineShade));
+    painter.drawRect(rect().adjusted(0, caption.center().y(), -1, -1));
 }

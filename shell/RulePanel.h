@@ -8,4 +8,8 @@
 class RulePanel final : public QGroupBox {
   public:
     explicit RulePanel(QWidget* parent);
+
+  protected:
+    /// Draws the caption on the line of the frame: below it, the line would run through the texts at the top.
+    void paintEvent(QPaintEvent* event) override;
 };

@@ -2,12 +2,14 @@
 #include <QApplication>
 #include <QIcon>
 
+#include "shell/DetectableAutoRepeat.h"
 #include "shell/fMain.h"
 #include "views/Look.h"
 
 int main(int, char* argv[]) {
-    int argc = 1;  // the program has no options, not the toolkit's either
+    int argc = 1;  // the program has no options, not Qt's either
     QApplication application(argc, argv);
+    detectAutoRepeat(application);
     QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/wizard.svg")));
     applyLook(application);

@@ -3,6 +3,7 @@
 
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 
 #include "model/Integer.h"
@@ -67,6 +68,23 @@ void SchemeGrid::keyPressEvent(QKeyEvent* event) {
     if (!copiesCell(*event, currentIndex())) QTableView::keyPressEvent(event);
 }
 
+// Typing searches in the current column, and Ctrl+C copies the current cell. Its frame has the colour of a selected
+// text.
+void SchemeGrid::paintEvent(QPaintEvent* event) {
+    QTableView::paintEvent(event);
+    if (!currentIndex().isValid()) return;
+    // In pixels of the screen, for lines of one width at every scale.
+    const auto scale = devicePixelRatioF();
+    const auto cell = visualRect(currentIndex());
+    const int line = static_cast<int>(scale);
+    const auto frame =
+        QRectF(cell.topLeft() * scale, cell.size() * scale).toRect().adjusted(line, line, -line, -line);
+    QPainter painter(viewport());
+    painter.scale(1 / scale, 1 / scale);
+    painter.setClipRegion(QRegion(frame) - frame.adjusted(line, line, -line, -line), Qt::IntersectClip);
+    painter.fillRect(frame, palette().color(QPalette::HighlightedText));
+}
+
 // A right click acts on the current row: it must not make another row current.
 void SchemeGrid::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) QTableView::mousePressEvent(event);
@@ -102,6 +120,10 @@ NavGrid::NavGrid(QWidget* parent) : SchemeGrid(NavGridRows::format, std::make_un
 
 void NavGrid::Fill(const clsNavSchemes& scheme) {
     show(std::make_unique<NavGridRows>(scheme));
+    const auto nodes = scheme.NewEnum();
+    const auto origin = nodes.begin() == nodes.end() ? Origin() : Origin(*nodes.begin());
+    if (origin.owner_before(origin_) || origin_.owner_before(origin)) horizontalScrollBar()->setValue(0);
+    origin_ = origin;
 }
 
 void NavGrid::showAtTop(std::string_view key) {

@@ -10,7 +10,7 @@
 #include "views/GridModel.h"
 
 /// A grid for viewing: a header row from a column format string, and rows below it. The header row is the current
-/// row until the user makes another one current by a left click or the arrow keys.
+/// row until the user makes another one current by a left click or the arrow keys. The current cell has a frame.
 class SchemeGrid : public QTableView {
   public:
     SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> noRows, QWidget* parent);
@@ -25,6 +25,7 @@ class SchemeGrid : public QTableView {
     /// A mouse button was let go on the grid, its header or the space below its rows.
     virtual void mouseUp(int /*button*/) {}
 
+    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -43,9 +44,14 @@ class SchemeGrid : public QTableView {
 class NavGrid final : public SchemeGrid, public NavGridView {
   public:
     explicit NavGrid(QWidget* parent);
+    /// Also goes to the first column where the nodes come from another file, or are those of a new scheme.
     void Fill(const clsNavSchemes& scheme) override;
     /// Scrolls so far that the first row with this ID is the top one, if there is such a row. Nothing else changes.
     void showAtTop(std::string_view key);
+
+  private:
+    using Origin = std::weak_ptr<const clsNavScheme>;  // the nodes of a file have one owner
+    Origin origin_;
 };
 
 /// The grid of paragraphs.

@@ -127,6 +127,21 @@ TEST_F(FuseNav, AcceptsEveryOtherParent) {
     expectStored(makeNode(16, 15, "N"));
 }
 
+TEST_F(FuseNav, TakesALowerCaseLetterOfTheParentForNoType) {
+    for (const char* type : {"n", "r", "g", "f"}) {
+        navs.Item(4)->setTypeIs(type);
+        expectStored(makeNode(9, 4, "N", "new"));
+        expectStored(makeNode(9, 4, "F", "existing"));
+        navs.Remove("9");
+    }
+}
+
+TEST_F(FuseNav, StoresAFixedNodeBelowAGeneratingOne) {
+    expectStored(makeNode(6, 2, "F", "changed"));
+    expectStored(makeNode(9, 2, "F", "new"));
+    expectStored(makeNode(7, 2, "F", "moved"));
+}
+
 TEST_F(FuseNav, RefusesAnRNodeWithChildren) {
     expectRefused(makeNode(2, 1, "R", "one child", "sp"), refusedForR);
     expectRefused(makeNode(5, 1, "R", "two children", "sp"), refusedForR);

@@ -35,7 +35,8 @@ class Help : public testing::Test {
 
     // What is shown when the desktop has nothing for the file.
     [[nodiscard]] std::string noProgram() const {
-        return "No program could show the help file:\n" + helpFile.string();
+        return "No program could show the help file:\n" + helpFile.string() +
+               "\nPlease install a viewer of CHM files, for example xchm.";
     }
 
     const TempFolder folder;
@@ -118,6 +119,25 @@ TEST_F(Help, DoesNotWaitForTheViewer) {
     Answers answers;
     answers.then("message", reading(noProgram()));
     writeBytes(go, "");
+}
+
+// xdg-open waits for the viewer where no desktop runs, and ends with an error when that was killed.
+TEST_F(Help, AViewerThatEndsWithAnErrorAfterAWhileWasThere) {
+    writeBytes(helpFile, "help");
+    const auto done = folder / "done";
+    makeOpener("/bin/sleep 0.6; echo > '" + done.string() + "'; exit 4");
+    Answers nothing;
+    HelpFile(text(folder.path().string()), std::chrono::milliseconds(300)).show(nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(done); }, patience));
+    QTest::qWait(200);  // no message follows
+}
+
+TEST_F(Help, AnOpenerMayTakeSecondsToGiveUp) {
+    writeBytes(helpFile, "help");
+    makeOpener("/bin/sleep 3; exit 3");
+    Answers answers;
+    answers.then("message", reading(noProgram()));
+    help.show(nullptr);
 }
 
 TEST_F(Help, TheWindowMayBeGoneWhenTheDesktopGivesUp) {

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <QFrame>
 #include <QGroupBox>
-#include <QStyleOptionGroupBox>
+#include <algorithm>
+#include <array>
 
 #include "Helpers.h"
 #include "shell/RulePanel.h"
@@ -75,6 +76,26 @@ class Legend : public testing::Test {
             if (label->pos() == place) return *label;
         throw std::runtime_error("there is no label at " + std::to_string(expected.left) + ", " +
                                  std::to_string(expected.top));
+    }
+
+    // Where the caption is.
+    [[nodiscard]] QRect caption() const {
+        EXPECT_EQ(panel.title(), text("Rules for Navigational Hierarchy"));
+        const auto metrics = panel.fontMetrics();
+        return {pixels(120, panel), 0, metrics.horizontalAdvance(panel.title()), metrics.height()};
+    }
+
+    // The panel as it is painted, in the pixels of the screen.
+    [[nodiscard]] QImage paintWithout(QWidget::RenderFlags flags) const {
+        const auto scale = panel.devicePixelRatio();
+        QImage image((QSizeF(panel.size()) * scale).toSize(), QImage::Format_RGB32);
+        image.setDevicePixelRatio(scale);
+        panel.render(&image, {}, {}, (QWidget::DrawWindowBackground | QWidget::DrawChildren) & ~flags);
+        return image;
+    }
+    static QRect inPixelsOf(const QImage& image, const QRect& place) {
+        const auto scale = image.devicePixelRatio();
+        return QRectF(place.x() * scale, place.y() * scale, place.width() * scale, place.height() * scale).toRect();
     }
 
     void expectLabel(const Label& expected) const {
@@ -158,12 +179,57 @@ TEST_F(Legend, NoTextIsClipped) {
     }
 }
 
+TEST_F(Legend, TheKeyHintKeepsItsLastWordInItsLine) {
+    const auto& hint = labelAt(keyHint);
+    EXPECT_FALSE(hint.wordWrap());
+    EXPECT_LE(hint.fontMetrics().horizontalAdvance(hint.text()), hint.width());
+    EXPECT_DOUBLE_EQ(hint.font().pointSizeF(), 7.5);
+    EXPECT_DOUBLE_EQ(labelAt(typeLabels[0]).font().pointSizeF(), 8.25);
+}
+
+// It ran through the letters of the table and through "Rules Explained:".
+TEST_F(Legend, TheLineOfTheFrameRunsThroughNoText) {
+    const auto frame = paintWithout(QWidget::DrawChildren);
+    const auto background = frame.pixelColor(frame.width() / 2, frame.height() / 2);
+    EXPECT_EQ(background, QColor(239, 239, 239));
+    for (const auto* label : labels()) {
+        const auto place = inPixelsOf(frame, label->geometry());
+        for (int y = place.top(); y <= place.bottom(); ++y)
+            for (int x = place.left(); x <= place.right(); ++x)
+                ASSERT_EQ(frame.pixelColor(x, y), background) << label->text().toStdString() << ": " << x << " " << y;
+    }
+}
+
+TEST_F(Legend, TheCaptionStandsOnTheLineOfTheFrame) {
+    const auto frame = paintWithout(QWidget::DrawChildren);
+    const auto background = frame.pixelColor(frame.width() / 2, frame.height() / 2);
+    const auto text = inPixelsOf(frame, caption());
+    const int line = inPixelsOf(frame, QRect(0, caption().center().y(), 1, 1)).center().y();
+
+    int dark = 0;
+    for (int y = text.top(); y <= text.bottom(); ++y)
+        for (int x = text.left(); x <= text.right(); ++x) dark += frame.pixelColor(x, y).value() < 60 ? 1 : 0;
+    EXPECT_GT(dark, 200) << "the caption is there, in black";
+
+    const auto hasLine = [&](int x) {
+        for (int y = line - 1; y <= line + 1; ++y)
+            if (frame.pixelColor(x, y) != background) return true;
+        return false;
+    };
+    EXPECT_TRUE(hasLine(1)) << "left of the caption";
+    EXPECT_TRUE(hasLine(text.right() + 12)) << "right of it";
+    EXPECT_TRUE(hasLine(frame.width() - 3));
+    EXPECT_FALSE(hasLine(text.left() - 2)) << "not up to its first letter";
+    EXPECT_FALSE(hasLine(text.right() + 3)) << "nor to its last";
+    EXPECT_NE(frame.pixelColor(0, frame.height() / 2), background) << "the left side";
+    const auto rightSide = frame.copy(frame.width() - 3, frame.height() / 2, 3, 1);
+    EXPECT_TRUE(
+        std::ranges::any_of(std::array{0, 1, 2}, [&](int x) { return rightSide.pixelColor(x, 0) != background; }));
+    EXPECT_EQ(frame.pixelColor(frame.width() / 2, 0), background) << "nothing above the line";
+}
+
 TEST_F(Legend, NothingCoversAnything) {
-    QStyleOptionGroupBox option;
-    option.initFrom(&panel);
-    option.text = panel.title();
-    option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
-    const auto title = panel.style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxLabel, &panel);
+    const auto title = caption();
     EXPECT_GT(title.width(), 100);
 
     const auto widgets = panel.findChildren<QWidget*>();
@@ -220,7 +286,7 @@ TEST_F(Legend, HasOneSeparatorBelowTheLettersAndOneBesideTheRules) {
     EXPECT_FALSE(below.isHidden() || beside.isHidden());
 }
 
-// The panel ends at the lower edge of the window; the last line of the hint must still be readable.
+// The panel ends at the lower edge of the window; the hint must still be readable.
 TEST(LegendOnTheScreen, KeyHintCanBeRead) {
     Wizard wizard;
     const auto& panel = find(wizard.window, "frRule");
@@ -230,8 +296,7 @@ TEST(LegendOnTheScreen, KeyHintCanBeRead) {
     for (const auto* label : panel.findChildren<QLabel*>()) {
         if (!label->text().startsWith(text("When in Treeview"))) continue;
         const auto metrics = label->fontMetrics();
-        const int baseline = panel.y() + label->y() + metrics.lineSpacing() + metrics.ascent();
-        EXPECT_LE(baseline, wizard.window.centralWidget()->height());
+        EXPECT_LE(panel.y() + label->y() + metrics.height(), wizard.window.centralWidget()->height());
         return;
     }
     FAIL() << "there is no hint";

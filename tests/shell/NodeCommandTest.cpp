@@ -408,20 +408,23 @@ TEST_F(NodeCommand, TheMenuKeyDoesNothingWithoutASelectedNodeAndInTheNodeGrid) {
 TEST(NodeCommandInsert, ATypeWithoutARuleTakesAnyNumberOfNodes) {
     const TempFolder folder;
     Wizard wizard;
-    wizard.openNodes(writeBytes(folder / "nodes.txt", "1,Top,X,0\r\n2,below,N,1\r\n"));
-    Answers answers;
-    answers
-        .then("fNav",
-              [](QDialog& form) {
-                  EXPECT_EQ(valueOf(form, "txtID"), "3");
-                  escape(form);
-              })
-        .then("question", [](QDialog& question) { press(question, Qt::Key_N); });  // no type of the list is chosen
-    activate(wizard.window);
-    wizard.tree().setFocus();
-    press(wizard.window, Qt::Key_Home);
-    press(wizard.window, Qt::Key_Insert);
-    answers.wait();
+    for (const std::string type : {"X", "n", "r", "g"}) {
+        wizard.openNodes(writeBytes(folder / "nodes.txt", "1,Top," + type + ",0\r\n2,below,N,1\r\n"));
+        Answers answers;
+        answers
+            .then("fNav",
+                  [](QDialog& form) {
+                      EXPECT_EQ(valueOf(form, "txtID"), "3");
+                      escape(form);
+                  })
+            .then("question",
+                  [](QDialog& question) { press(question, Qt::Key_N); });  // no type of the list is chosen
+        activate(wizard.window);
+        wizard.tree().setFocus();
+        press(wizard.window, Qt::Key_Home);
+        press(wizard.window, Qt::Key_Insert);
+        answers.wait();
+    }
 }
 
 // --- after a renumbering ---

@@ -321,6 +321,83 @@ TEST_F(SchemeGridTest, GoesToTheTopWithEachFill) {
     for (auto* grid : grids) EXPECT_EQ(grid->verticalScrollBar()->value(), 0);
 }
 
+TEST_F(SchemeGridTest, GoesToTheFirstColumnWhenAnotherFileIsOpened) {
+    const std::string file = "1,Top,F,0\r\n2,Below,N,1\r\n";
+    auto& columns = *window.navGrid->horizontalScrollBar();
+    const auto scrollAway = [&] {
+        columns.setValue(columns.maximum());
+        ASSERT_GT(columns.value(), 0);
+    };
+    scrollAway();
+    loadBytes(window.navs, file);
+    EXPECT_EQ(columns.value(), 0);
+    scrollAway();
+    loadBytes(window.navs, file);
+    EXPECT_EQ(columns.value(), 0) << "the same file again";
+    scrollAway();
+    window.navs.NewScheme();
+    EXPECT_EQ(columns.value(), 0);
+}
+
+TEST_F(SchemeGridTest, LeavesTheColumnsWhereTheyAreWhenItIsRedrawn) {
+    loadBytes(window.navs, "1,Top,F,0\r\n2,Below,N,1\r\n3,Below,N,1\r\n");
+    for (auto* grid : grids) grid->horizontalScrollBar()->setValue(grid->horizontalScrollBar()->maximum());
+    const auto expectUnmoved = [&](const char* after) {
+        fillBoth();
+        for (const auto* grid : grids) {
+            ASSERT_GT(grid->horizontalScrollBar()->maximum(), 0);
+            EXPECT_EQ(grid->horizontalScrollBar()->value(), grid->horizontalScrollBar()->maximum()) << after;
+        }
+    };
+    expectUnmoved("nothing");
+    ASSERT_TRUE(window.navs.FuseNav(makeNode(2, 1, "F", "changed")));
+    expectUnmoved("an edit");
+    ASSERT_TRUE(window.navs.FuseNav(makeNode(4, 1, "F", "new")));
+    expectUnmoved("a new node");
+    window.navs.DelNode("3");
+    expectUnmoved("a deletion");
+    window.navs.Renumber();
+    expectUnmoved("a renumbering");
+    loadBytes(window.navs.oWebs, "1,1,1,of the top\r\n");
+    expectUnmoved("another file of paragraphs");
+}
+
+// Typing searches in it.
+TEST_F(SchemeGridTest, FramesTheCurrentCell) {
+    NEEDS_ACTIVE(&window);
+    const QColor white(255, 255, 255);
+    const QColor blue(48, 108, 178);
+    for (auto* grid : grids) {
+        // The colours from the edge of a cell to its middle, at half its height; short of its text.
+        const auto edge = [&](int row, int column, int distance) {
+            const auto index = grid->model()->index(row, column);
+            grid->scrollTo(index);
+            const auto image = grid->viewport()->grab(grid->visualRect(index)).toImage();
+            return image.pixelColor(distance * static_cast<int>(image.devicePixelRatio()), image.height() / 2);
+        };
+        const auto expectFrame = [&](int row, int column) {
+            for (int other = 0; other < 3; ++other) {
+                EXPECT_NE(edge(row, other, 0), white) << other;
+                EXPECT_EQ(edge(row, other, 1), other == column ? white : blue) << other;
+            }
+        };
+        fillBoth();
+        for (int column = 0; column < 3; ++column) EXPECT_EQ(edge(1, column, 1), white) << "no row is current";
+        clickAt(grid->viewport(), cell(*grid, 1, 1));
+        expectFrame(1, 1);
+        typeKey(&window, Qt::Key_Right);
+        expectFrame(1, 2);
+        typeKey(&window, Qt::Key_Down);
+        expectFrame(2, 2);
+        EXPECT_EQ(edge(1, 2, 1), white) << "the row before is plain again";
+        EXPECT_EQ(edge(1, 2, 0), white);
+        typeKey(&window, Qt::Key_Home);
+        expectFrame(2, 0);
+        window.tree->setFocus();
+        expectFrame(2, 0);
+    }
+}
+
 TEST_F(SchemeGridTest, PaintsARowInItsColour) {
     for (const auto& node : window.navs.NewEnum()) node->descriptionIs = "EFHIL ___ EFHIL";  // straight strokes
     fillBoth();
