@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "forms/KeyLength.h"
 #include "forms/ParameterChoices.h"
 #include "model/Integer.h"
 #include "views/CodePage.h"
@@ -52,14 +53,6 @@ QLabel* makeLabel(const char* name, const char* text, QWidget* parent) {
     label->setObjectName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
     return label;
-}
-
-// A number in two digits at least: "05", "12", "123".
-std::string twoDigits(std::int32_t number) {
-    auto digits = keyText(number);
-    const std::size_t sign = number < 0 ? 1U : 0U;
-    if (digits.size() < sign + 2) digits.insert(sign, 1, '0');
-    return digits;
 }
 
 }  // namespace
@@ -255,7 +248,7 @@ void EntryForm::kindChosen() {
 
 // Without a number in txtnn, txtParm stays as it is.
 void EntryForm::composeKey() {
-    if (const auto length = readInteger(line("txtnn").bytes())) line("txtParm").setBytes("CKey" + twoDigits(*length));
+    if (const auto length = keyLengthIn(line("txtnn").bytes())) line("txtParm").setBytes("CKey" + *length);
 }
 
 void EntryForm::setUsable(const char* name, bool usable) {
@@ -298,8 +291,9 @@ const EntryField* EntryForm::fieldOf(const QObject* input) const {
 
 bool EntryForm::lacksNumber(const QObject* input) const {
     const auto* field = fieldOf(input);
-    return field && (field->kind == EntryField::KeyLength || field->kind == EntryField::CheckedNumber) &&
-           !readInteger(valueOf(field->name));
+    if (!field) return false;
+    if (field->kind == EntryField::KeyLength) return !keyLengthIn(valueOf(field->name));
+    return field->kind == EntryField::CheckedNumber && !readInteger(valueOf(field->name));
 }
 
 bool EntryForm::focusNextPrevChild(bool next) {
