@@ -162,9 +162,9 @@ QSize EntryForm::sizeOfHelp() const {
     return {width, height};
 }
 
-QLabel& EntryForm::addHeading(const char* name) {
-    auto* heading = makeLabel(name, "", this);
-    heading->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text must not widen the form
+ElidedLabel& EntryForm::addHeading(const char* name) {
+    auto* heading = new ElidedLabel(this);
+    heading->setObjectName(QString::fromLatin1(name));
     rows_->insertWidget(0, heading);
     return *heading;
 }

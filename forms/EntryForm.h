@@ -10,6 +10,7 @@
 
 #include "forms/ChoiceList.h"
 #include "forms/EntryLine.h"
+#include "forms/ElidedLabel.h"
 #include "forms/clsEventHandler.h"
 
 class QGridLayout;
@@ -85,7 +86,7 @@ class EntryForm : public QDialog {
     void refuseNumber(const char* name);
 
     /// A line of text above the fields.
-    QLabel& addHeading(const char* name);
+    ElidedLabel& addHeading(const char* name);
     /// A line of text below the key hint.
     void addFootnote(const char* name, const char* text, const QFont& font);
 

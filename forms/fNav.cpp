@@ -101,8 +101,8 @@ void fNav::setNavObject(Pointer node) {
     setRecord(std::move(node));
     const bool belowFixed = PObject_ && PObject_->typeIs() == "F";
     if (PObject_)
-        lblParent_.setText(QStringLiteral("Parent Node: [%1]  ").arg(PObject_->ID) +
-                           decode(PObject_->descriptionIs.view()));
+        lblParent_.setWholeText(QStringLiteral("Parent Node: [%1]  ").arg(PObject_->ID) +
+                                decode(PObject_->descriptionIs.view()));
     fillLists(belowFixed ? "" : "F");
     if (!NavObject()) return;
     fillFields();

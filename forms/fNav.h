@@ -21,5 +21,5 @@ class fNav final : public RecordForm<clsNavScheme> {
     [[nodiscard]] int indexOfType(std::string_view type) const;
 
     std::shared_ptr<const clsNavScheme> PObject_;
-    QLabel& lblParent_;
+    ElidedLabel& lblParent_;
 };
