@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "forms/FieldNotes.h"
 #include "forms/KeyLength.h"
 #include "forms/ParameterChoices.h"
 #include "model/Integer.h"
@@ -137,6 +138,7 @@ QWidget* EntryForm::makeInput(const EntryField& field) {
             text->setFixedWidth(toPixels(keyLengthWidth, logicalDpiX()));
             connect(text, &QLineEdit::textChanged, this, &EntryForm::composeKey);
         }
+        connect(text, &QLineEdit::textChanged, this, &EntryForm::updateNotes);
         input = text;
     }
     input->setObjectName(QString::fromLatin1(field.name));
@@ -231,6 +233,7 @@ void EntryForm::typeChosen() {
             if (name) setUsable(name, true);
         showHelp(type.help);
     }
+    updateNotes();
 }
 
 void EntryForm::kindChosen() {
@@ -244,6 +247,7 @@ void EntryForm::kindChosen() {
         line("txtParm").setBytes(kind.stored);
     }
     showHelp(kind.help);
+    updateNotes();
 }
 
 // Without a number in txtnn, txtParm stays as it is.
@@ -261,11 +265,34 @@ void EntryForm::showHelp(const char* help) {
     lblDesc_->setText(QString::fromLatin1(help));
 }
 
+// --- notes ---
+
+void EntryForm::updateNotes() {
+    for (const auto& field : fields_)
+        if (auto* input = inputs_.at(field.name); input != types_ && input != kinds_)
+            line(field.name).setNote(isStored(field) ? noteOn(field) : QString());
+}
+
+QString EntryForm::noteOn(const EntryField& field) const {
+    const auto& text = line(field.name);
+    if (std::string_view(field.name) == "txtID")
+        if (const auto id = readWholeNumber(text.bytes())) return noteOnID(*id);
+    return noteOnCommas(text.text(), field.comma);
+}
+
+// Records drop what their type does not use.
+bool EntryForm::isStored(const EntryField& field) const {
+    return (field.kind == EntryField::Parameter ? kinds_ : inputs_.at(field.name))->isEnabled();
+}
+
 // --- keys ---
 
 void EntryForm::answer(clsEventHandler::Event event, QWidget* vControl) {
     using Event = clsEventHandler::Event;
-    if (event == Event::eSave) static_cast<void>(fuse());
+    if (event == Event::eSave) {
+        static_cast<void>(fuse());
+        updateNotes();  // the record may have another ID now
+    }
     if (event == Event::eCloseForm) close();
     if (event == Event::eEnter) moveOn(vControl);
 }
