@@ -11,9 +11,8 @@ ChoiceList::ChoiceList(QWidget* parent) : QListWidget(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::StrongFocus);
     setUniformItemSizes(true);
-    // At a scale such as 1.25 the entries reach into the pixels beside them, so they keep off the line of the frame.
     setFrameShape(Box);
-    setLineWidth(2);
+    setLineWidth(2);  // as wide as the frame of a text box that has the focus
     auto colours = palette();
     colours.setColor(QPalette::Disabled, QPalette::Highlight, QColor(217, 217, 217));
     colours.setColor(QPalette::Disabled, QPalette::HighlightedText, QColor(110, 110, 110));

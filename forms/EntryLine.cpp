@@ -87,7 +87,8 @@ void EntryLine::setNote(const QString& note) {
     noted_ = text();
     const bool isGone = note.isEmpty() && !toolTip().isEmpty();
     setToolTip(note);
-    setAccessibleDescription(note.isEmpty() ? whatsThis() : note + QLatin1Char(' ') + whatsThis());
+    const bool hasBoth = !note.isEmpty() && !whatsThis().isEmpty();
+    setAccessibleDescription(note + (hasBoth ? QStringLiteral(" ") : QString()) + whatsThis());
     if (hasFocus() && isGone) QToolTip::hideText();
     showNote();
 }

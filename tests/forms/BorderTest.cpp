@@ -84,15 +84,16 @@ TEST_P(FieldBorders, AreWholeWithTheFocusToo) {
     }
 }
 
-// The colours of the list's frame in the middle of its left edge, from the window to the entries.
+// The colours of the frame across its left edge, from the window to the text.
 TEST_P(FieldBorders, TellWhichListHasTheKeyboard) {
     open();
     const auto edge = [&](const std::string& field) {
         const auto image = picture();
         const auto place = this->place(field);
         Rows colours;
-        for (int x = place.left(); x < place.left() + 2; ++x)
-            colours.push_back(QColor(image.pixel(x, place.center().y())).name().toStdString());
+        const int width = static_cast<int>(std::ceil(2 * form->devicePixelRatioF()));
+        for (int x = place.left(); x < place.left() + width; ++x)
+            colours.push_back(QColor(image.pixel(x, place.top() + corner)).name().toStdString());
         return colours;
     };
     focus("txtID");
