@@ -2,6 +2,8 @@
 #include "forms/ChoiceList.h"
 
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionFrame>
 
 ChoiceList::ChoiceList(QWidget* parent) : QListWidget(parent) {
     setEditTriggers(NoEditTriggers);
@@ -9,6 +11,12 @@ ChoiceList::ChoiceList(QWidget* parent) : QListWidget(parent) {
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFocusPolicy(Qt::StrongFocus);
     setUniformItemSizes(true);
+    setFrameShape(Box);
+    setLineWidth(2);  // as wide as the frame of a text box that has the focus
+    auto colours = palette();
+    colours.setColor(QPalette::Disabled, QPalette::Highlight, QColor(217, 217, 217));
+    colours.setColor(QPalette::Disabled, QPalette::HighlightedText, QColor(110, 110, 110));
+    setPalette(colours);
 }
 
 int ChoiceList::ListIndex() const {
@@ -36,6 +44,17 @@ void ChoiceList::fit(int rows) {
     const int frame = 2 * frameWidth();
     setFixedHeight(rows * sizeHintForRow(0) + frame);
     setMinimumWidth(sizeHintForColumn(0) + frame);
+}
+
+bool ChoiceList::event(QEvent* event) {
+    if (event->type() != QEvent::Paint) return QListWidget::event(event);
+    QStyleOptionFrame frame;
+    frame.initFrom(this);
+    frame.lineWidth = 1;
+    frame.state |= QStyle::State_Sunken;
+    QPainter painter(this);
+    style()->drawPrimitive(QStyle::PE_PanelLineEdit, &frame, &painter, this);
+    return true;
 }
 
 void ChoiceList::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

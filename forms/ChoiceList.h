@@ -5,7 +5,8 @@
 #include <functional>
 
 /// A list box with one or no entry chosen. Choosing an entry, with the mouse, the keyboard or by `setListIndex`, is a
-/// click on it; so is a click on the one that is chosen already. The focus alone chooses nothing.
+/// click on it; so is a click on the one that is chosen already. The focus alone chooses nothing. Its frame is that
+/// of a text box, with the focus too.
 class ChoiceList final : public QListWidget {
   public:
     explicit ChoiceList(QWidget* parent);
@@ -23,6 +24,7 @@ class ChoiceList final : public QListWidget {
     void fit(int rows);
 
   protected:
+    bool event(QEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void mousePressEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;

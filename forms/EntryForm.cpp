@@ -8,6 +8,8 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "forms/FieldNotes.h"
+#include "forms/KeyLength.h"
 #include "forms/ParameterChoices.h"
 #include "model/Integer.h"
 #include "views/CodePage.h"
@@ -52,14 +54,6 @@ QLabel* makeLabel(const char* name, const char* text, QWidget* parent) {
     label->setObjectName(QString::fromLatin1(name));
     label->setTextFormat(Qt::PlainText);
     return label;
-}
-
-// A number in two digits at least: "05", "12", "123".
-std::string twoDigits(std::int32_t number) {
-    auto digits = keyText(number);
-    const std::size_t sign = number < 0 ? 1U : 0U;
-    if (digits.size() < sign + 2) digits.insert(sign, 1, '0');
-    return digits;
 }
 
 }  // namespace
@@ -144,6 +138,7 @@ QWidget* EntryForm::makeInput(const EntryField& field) {
             text->setFixedWidth(toPixels(keyLengthWidth, logicalDpiX()));
             connect(text, &QLineEdit::textChanged, this, &EntryForm::composeKey);
         }
+        connect(text, &QLineEdit::textChanged, this, &EntryForm::updateNotes);
         input = text;
     }
     input->setObjectName(QString::fromLatin1(field.name));
@@ -169,9 +164,9 @@ QSize EntryForm::sizeOfHelp() const {
     return {width, height};
 }
 
-QLabel& EntryForm::addHeading(const char* name) {
-    auto* heading = makeLabel(name, "", this);
-    heading->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);  // a long text must not widen the form
+ElidedLabel& EntryForm::addHeading(const char* name) {
+    auto* heading = new ElidedLabel(this);
+    heading->setObjectName(QString::fromLatin1(name));
     rows_->insertWidget(0, heading);
     return *heading;
 }
@@ -238,6 +233,7 @@ void EntryForm::typeChosen() {
             if (name) setUsable(name, true);
         showHelp(type.help);
     }
+    updateNotes();
 }
 
 void EntryForm::kindChosen() {
@@ -251,11 +247,12 @@ void EntryForm::kindChosen() {
         line("txtParm").setBytes(kind.stored);
     }
     showHelp(kind.help);
+    updateNotes();
 }
 
 // Without a number in txtnn, txtParm stays as it is.
 void EntryForm::composeKey() {
-    if (const auto length = readInteger(line("txtnn").bytes())) line("txtParm").setBytes("CKey" + twoDigits(*length));
+    if (const auto length = keyLengthIn(line("txtnn").bytes())) line("txtParm").setBytes("CKey" + *length);
 }
 
 void EntryForm::setUsable(const char* name, bool usable) {
@@ -268,11 +265,34 @@ void EntryForm::showHelp(const char* help) {
     lblDesc_->setText(QString::fromLatin1(help));
 }
 
+// --- notes ---
+
+void EntryForm::updateNotes() {
+    for (const auto& field : fields_)
+        if (auto* input = inputs_.at(field.name); input != types_ && input != kinds_)
+            line(field.name).setNote(isStored(field) ? noteOn(field) : QString());
+}
+
+QString EntryForm::noteOn(const EntryField& field) const {
+    const auto& text = line(field.name);
+    if (std::string_view(field.name) == "txtID")
+        if (const auto id = readWholeNumber(text.bytes())) return noteOnID(*id);
+    return noteOnCommas(text.text(), field.comma);
+}
+
+// Records drop what their type does not use.
+bool EntryForm::isStored(const EntryField& field) const {
+    return (field.kind == EntryField::Parameter ? kinds_ : inputs_.at(field.name))->isEnabled();
+}
+
 // --- keys ---
 
 void EntryForm::answer(clsEventHandler::Event event, QWidget* vControl) {
     using Event = clsEventHandler::Event;
-    if (event == Event::eSave) static_cast<void>(fuse());
+    if (event == Event::eSave) {
+        static_cast<void>(fuse());
+        updateNotes();  // the record may have another ID now
+    }
     if (event == Event::eCloseForm) close();
     if (event == Event::eEnter) moveOn(vControl);
 }
@@ -298,8 +318,9 @@ const EntryField* EntryForm::fieldOf(const QObject* input) const {
 
 bool EntryForm::lacksNumber(const QObject* input) const {
     const auto* field = fieldOf(input);
-    return field && (field->kind == EntryField::KeyLength || field->kind == EntryField::CheckedNumber) &&
-           !readInteger(valueOf(field->name));
+    if (!field) return false;
+    if (field->kind == EntryField::KeyLength) return !keyLengthIn(valueOf(field->name));
+    return field->kind == EntryField::CheckedNumber && !readInteger(valueOf(field->name));
 }
 
 bool EntryForm::focusNextPrevChild(bool next) {

@@ -3,12 +3,14 @@
 
 #include <QDialog>
 #include <array>
+#include <cstdint>
 #include <map>
 #include <span>
 #include <string>
 #include <string_view>
 
 #include "forms/ChoiceList.h"
+#include "forms/ElidedLabel.h"
 #include "forms/EntryLine.h"
 #include "forms/clsEventHandler.h"
 
@@ -31,6 +33,8 @@ struct EntryField {
     const char* caption;  ///< text of the label; without a label what a screen reader says
     const char* name;
     const char* help;  ///< empty where the help stays as it was
+    /// What a comma in the text does when the file is opened again; empty where a number is needed.
+    const char* comma = "";
 };
 
 /// A type of node or paragraph as its form offers it. The letter of the type is the first one of the entry.
@@ -65,6 +69,8 @@ class EntryForm : public QDialog {
     [[nodiscard]] virtual bool isChanged() const = 0;
     /// Stores what the fields say. Says why when it cannot. @return whether it was stored
     virtual bool fuse() = 0;
+    /// What a save loses when `typed` is the ID of another record; empty when it is not.
+    [[nodiscard]] virtual QString noteOnID(std::int32_t typed) const = 0;
 
     [[nodiscard]] EntryLine& line(const char* name) const;
     [[nodiscard]] ChoiceList& listOfTypes() const { return *types_; }
@@ -85,7 +91,7 @@ class EntryForm : public QDialog {
     void refuseNumber(const char* name);
 
     /// A line of text above the fields.
-    QLabel& addHeading(const char* name);
+    ElidedLabel& addHeading(const char* name);
     /// A line of text below the key hint.
     void addFootnote(const char* name, const char* text, const QFont& font);
 
@@ -101,6 +107,9 @@ class EntryForm : public QDialog {
     void typeChosen();
     void kindChosen();
     void composeKey();
+    void updateNotes();
+    [[nodiscard]] QString noteOn(const EntryField& field) const;
+    [[nodiscard]] bool isStored(const EntryField& field) const;
     void setUsable(const char* name, bool usable);
     void showHelp(const char* help);
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "forms/EntryLine.h"
 
+#include <QHelpEvent>
 #include <QToolTip>
 #include <QValidator>
 #include <limits>
 
 #include "views/CodePage.h"
+#include "views/ToolTip.h"
 
 namespace {
 
@@ -36,6 +38,11 @@ QString describe(const QString& lacking) {
         .arg(number, 4, 16, QLatin1Char('0'));
 }
 
+// So that the text in the box can be read.
+QPoint placeOfNotes(const EntryLine& line) {
+    return line.mapToGlobal(QPoint(0, line.height() / 2));
+}
+
 class StorableText final : public QValidator {
   public:
     explicit StorableText(EntryLine& line) : QValidator(&line), line_(line) {}
@@ -43,8 +50,7 @@ class StorableText final : public QValidator {
     State validate(QString& input, int&) const override {
         const auto lacking = lackingIn(input);
         if (lacking.isEmpty()) return Acceptable;
-        const auto place = line_.mapToGlobal(QPoint(0, line_.height() / 2));
-        QToolTip::showText(place, describe(lacking), &line_);
+        QToolTip::showText(placeOfNotes(line_), describe(lacking), &line_);
         return Invalid;
     }
 
@@ -73,4 +79,38 @@ std::string EntryLine::bytes() const {
 void EntryLine::setBytes(std::string_view bytes) {
     setText(decode(bytes));
     setCursorPosition(0);
+}
+
+void EntryLine::setNote(const QString& note) {
+    // What was refused has a tip of its own, and leaves the text as it was.
+    if (note == toolTip() && text() == noted_) return;
+    noted_ = text();
+    const bool isGone = note.isEmpty() && !toolTip().isEmpty();
+    setToolTip(note);
+    const bool hasBoth = !note.isEmpty() && !whatsThis().isEmpty();
+    setAccessibleDescription(note + (hasBoth ? QStringLiteral(" ") : QString()) + whatsThis());
+    if (hasFocus() && isGone) QToolTip::hideText();
+    showNote();
+}
+
+void EntryLine::showNote() {
+    if (hasFocus() && !toolTip().isEmpty()) showToolTip(placeOfNotes(*this), toolTip(), *this);
+}
+
+bool EntryLine::event(QEvent* event) {
+    if (event->type() != QEvent::ToolTip || toolTip().isEmpty()) return QLineEdit::event(event);
+    showToolTip(static_cast<QHelpEvent*>(event)->globalPos(), toolTip(), *this);
+    return true;
+}
+
+void EntryLine::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    // Afterwards: the style hears of the focus too, and that hides any tip.
+    QMetaObject::invokeMethod(this, &EntryLine::showNote, Qt::QueuedConnection);
+}
+
+// The press took the note away that came with the focus.
+void EntryLine::mouseReleaseEvent(QMouseEvent* event) {
+    QLineEdit::mouseReleaseEvent(event);
+    if (event->button() == Qt::LeftButton) showNote();
 }

@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "forms/FieldNotes.h"
 #include "views/CodePage.h"
 
 namespace {
@@ -13,7 +14,10 @@ constexpr EntryField fields[] = {
     {EntryField::Line, "Label1", "ID:", "txtID", ""},
     {EntryField::Line, "Label2", "Description:", "txtDescription",
      "Description of the Node as it should appear in Treeview Control. If Type is 'G' or 'R', then this fields "
-     "can be left blank or it can be any '<dummy>' text."},
+     "can be left blank or it can be any '<dummy>' text.",
+     "When the file is opened again, the description ends at the comma. What follows it in the line is read as the "
+     "type and the parent. So this node, with everything below it, will be missing from the tree, and the next save "
+     "drops them from the file."},
     {EntryField::TypeList, "Label4", "Node Type:", "lstType",
      "Select the type of this Node. The types are (F)-Fixed, (G)-Generating Type, (R)-Recurring Type, and "
      "(N)-Non-Generating Type."},
@@ -26,17 +30,24 @@ constexpr EntryField fields[] = {
      "then 'A' becomes the constant parameter and it should be specified as (spG_Customers \"A\") -- without the "
      "brackets! As a matter of Conventions, this query should be prefixed with 'spG_', which means that it is "
      "a Generating Query (for (R) or (G)-Type Nodes). 'spW_' can be used for all those queries whose results "
-     "are to displayed in Web-Page. "},
+     "are to displayed in Web-Page. ",
+     "When the file is opened again, the query ends at the comma. What follows it in the line is read as the "
+     "parameter, the icon name and the user role, in this order; what is left over is lost."},
     {EntryField::KindList, "Label9", "Parameter Type:", "lstParm",
      "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'."},
     {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn", "Please enter numeric value"},
-    {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", ""},
+    {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", "",
+     "When the file is opened again, the parameter ends at the comma. What follows it in the line is read as the "
+     "icon name and the user role, in this order; what is left over is lost."},
     {EntryField::Line, "Label11", "Icon Name:", "txtIcon",
      "Name of the Icon which is to be associated with this node. The Icon should be present in ImageList "
-     "Control."},
+     "Control.",
+     "When the file is opened again, the icon name ends at the comma. What follows it is read as the user role; what "
+     "is left over is lost."},
     {EntryField::Line, "Label13", "User Role No:", "txtRole",
      "Pelmo implements the Role-Based Security. Specify the Role Number of the Users who are allowed to access "
-     "this Node."},
+     "this Node.",
+     "When the file is opened again, the user role ends at the comma; the rest of it is lost."},
 };
 
 constexpr TypeChoice types[] = {
@@ -81,6 +92,16 @@ constexpr EntryMember<Node> members[] = {
     textMember<Node, &Node::roleIs>("txtRole"),
 };
 
+// Whether a node is the one with this ID, or below it. The file may have made a loop of parents.
+bool standsAtOrBelow(const clsNavSchemes& oNavs, std::int32_t node, std::int32_t id) {
+    auto above = oNavs.Item(node);
+    for (auto left = oNavs.Count(); above && left > 0; --left) {
+        if (above->ID == id) return true;
+        above = oNavs.Item(above->parentIs);
+    }
+    return false;
+}
+
 }  // namespace
 
 fNav::fNav(clsNavSchemes& oNavs, QWidget* parent)
@@ -88,6 +109,7 @@ fNav::fNav(clsNavSchemes& oNavs, QWidget* parent)
           {"fNav", "Form to Add / Update a Navigational Node.", "Do you want to Update the Node?", fields, types,
            formFont()},
           members, [&oNavs](const Pointer& node) { return oNavs.FuseNav(node); }, parent),
+      oNavs_(oNavs),
       lblParent_(addHeading("lblParent")) {
     addFootnote("Label15", "Please Refer the Tutorials for Detailed Explanations of each field !!", footnoteFont());
     load();
@@ -101,8 +123,8 @@ void fNav::setNavObject(Pointer node) {
     setRecord(std::move(node));
     const bool belowFixed = PObject_ && PObject_->typeIs() == "F";
     if (PObject_)
-        lblParent_.setText(QStringLiteral("Parent Node: [%1]  ").arg(PObject_->ID) +
-                           decode(PObject_->descriptionIs.view()));
+        lblParent_.setWholeText(QStringLiteral("Parent Node: [%1]  ").arg(PObject_->ID) +
+                                decode(PObject_->descriptionIs.view()));
     fillLists(belowFixed ? "" : "F");
     if (!NavObject()) return;
     fillFields();
@@ -115,4 +137,27 @@ void fNav::setNavObject(Pointer node) {
 int fNav::indexOfType(std::string_view type) const {
     const bool belowGenerating = PObject_ && PObject_->typeIs() == "G";
     return std::max(-1, placeOfType(type) - (belowGenerating ? 1 : 0));
+}
+
+// The other node gets the parent of this one, which makes a loop when that stands below it.
+QString fNav::noteOnID(std::int32_t typed) const {
+    const auto other = oNavs_.Item(typed);
+    if (!NavObject() || !other || typed == NavObject()->ID) return {};
+    const bool isRoot = other->parentIs == 0;
+    const bool isAbove = standsAtOrBelow(oNavs_, NavObject()->parentIs, typed);
+    const auto* owner = !isAbove ? "another node" : isRoot ? "the root" : "a node above this one";
+    const auto note = noteOnOwner(typed, owner, other->descriptionIs.view());
+    if (isAbove)
+        return note + (isRoot
+                           ? QStringLiteral(" Saving replaces the root and puts it below itself: all nodes will be "
+                                            "missing from the tree, and the next save drops them from the file. "
+                                            "Only the branch of another node with the parent 0 would be left.")
+                           : QStringLiteral(" Saving replaces that node and puts it below itself: it will be "
+                                            "missing from the tree with everything below it, and the next save "
+                                            "drops them from the file."));
+    return note +
+           QStringLiteral(
+               " Saving replaces it: it gets all fields of this form and comes below this parent, with what "
+               "stands below it.") +
+           noteOnOpened(oNavs_.Item(NavObject()->ID) != nullptr, "node", NavObject()->ID);
 }

@@ -19,7 +19,9 @@ class fNav final : public RecordForm<clsNavScheme> {
 
   private:
     [[nodiscard]] int indexOfType(std::string_view type) const;
+    [[nodiscard]] QString noteOnID(std::int32_t typed) const override;
 
+    const clsNavSchemes& oNavs_;
     std::shared_ptr<const clsNavScheme> PObject_;
-    QLabel& lblParent_;
+    ElidedLabel& lblParent_;
 };

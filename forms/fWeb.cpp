@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "forms/fWeb.h"
 
+#include "forms/FieldNotes.h"
+
 namespace {
 
 constexpr EntryField fields[] = {
@@ -9,7 +11,10 @@ constexpr EntryField fields[] = {
      "Please Enter the Title of the Paragraph. If Suffixed by (colon :), then whatever is the Text of "
      "currently selected Node in Treeview will be suffixed to this Title.  For Example, if the title is 'Order "
      "Pattern for : ', and the Text of the Node in Treeview is 'Customers', then the paragraph will be titled "
-     "as 'Order Pattern for : Customers'"},
+     "as 'Order Pattern for : Customers'",
+     "When the file is opened again, the title ends at the comma. What follows it in the line is read as the query, "
+     "the parameter, the type, the form number, the columns and the field extra, in this order; what is left over is "
+     "lost."},
     {EntryField::TypeList, "Label4", "Paragraph Type:", "lstType",
      "<<CHEMIST -- An Aid to Remembering.>> Select the type of Paragraph. The types are: (C)-Displays a "
      "pure-HTML bar chart, (H)-Header, (E)-Execute Action Query, (M)-Displays a Multi-Chapter (Shaped) "
@@ -20,12 +25,17 @@ constexpr EntryField fields[] = {
      "example, if 'spW_Employees' lists all employees below a boss (Parameter=Integer=Boss's ID), then "
      "specifying 'spW_Employees 0' will display the CHIEF (the person who has no Boss and he is the ultimate "
      "Boss!). As a matter of Conventions, this query should be prefixed with 'spW_', which means that it is a "
-     "Web-Page Query. "},
+     "Web-Page Query. ",
+     "When the file is opened again, the query ends at the comma. What follows it in the line is read as the "
+     "parameter, the type, the form number, the columns and the field extra, in this order; what is left over is "
+     "lost."},
     {EntryField::KindList, "Label9", "Parameter Type:", "lstParm",
      "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'."},
     {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn",
      "Please enter numeric value -- The length of Character Key."},
-    {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", ""},
+    {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", "",
+     "When the file is opened again, the parameter ends at the comma. What follows it in the line is read as the "
+     "type, the form number, the columns and the field extra, in this order; what is left over is lost."},
     {EntryField::Line, "Label11", "Form No.:", "txtForm",
      "Enter a Form Number (1, 2, 3 ..). Specifying this will place a hyperlink on the Web-Page Report, which "
      "when clicked will fire an event, which can be coded to open a Data Entry Form. This number will specify "
@@ -40,7 +50,9 @@ constexpr EntryField fields[] = {
      "1st columns. i.e. '1:2', '1:3', '1:4', etc.  For Type-T, this field should be used to specify the "
      "Thumbnail parameters as XML fragment.  For example: '<height>150</height> <width>150</width> "
      "<columns>3</columns> <textposition>bottom</textposition>'. <textposition> can be 'botton' or 'right' "
-     "only!"},
+     "only!",
+     "When the file is opened again, the columns end at the comma. What follows it is read as the field extra; what "
+     "is left over is lost."},
     {EntryField::CheckedNumber, "Label18", "Sequence No:", "txtSeqNo",
      "Please give the Sequence No. for this Paragraph to be displayed in the Web-Report."},
 };
@@ -104,7 +116,8 @@ fWeb::fWeb(clsNavSchemes& oNavs, QWidget* parent)
     : RecordForm(
           {"fWeb", "Form to Add / Update a Web-Page Paragraph.", "Do you want to Update the Paragraph?", fields,
            types, hintFont()},
-          members, [&oNavs](const Pointer& paragraph) { return oNavs.FuseWeb(paragraph); }, parent) {
+          members, [&oNavs](const Pointer& paragraph) { return oNavs.FuseWeb(paragraph); }, parent),
+      oNavs_(oNavs) {
     load();
 }
 
@@ -120,4 +133,13 @@ void fWeb::setWebObject(Pointer paragraph) {
 void fWeb::chooseType(std::string_view type) {
     const int place = placeOfType(type);
     if (type.empty() || place != -1) listOfTypes().setListIndex(place);
+}
+
+QString fWeb::noteOnID(std::int32_t typed) const {
+    const auto& paragraphs = oNavs_.oWebs;
+    const auto isStored = [&](std::int32_t id) { return paragraphs.HasKey(keyText(id)); };
+    if (!WebObject() || typed == WebObject()->ID || !isStored(typed)) return {};
+    return noteOnOwner(typed, "another paragraph", paragraphs.Item(typed)->titleIs.view()) +
+           QStringLiteral(" Saving replaces it: it gets all fields of this form and comes to this page.") +
+           noteOnOpened(isStored(WebObject()->ID), "paragraph", WebObject()->ID);
 }

@@ -17,4 +17,7 @@ class fWeb final : public RecordForm<clsWebScheme> {
 
   private:
     void chooseType(std::string_view type);
+    [[nodiscard]] QString noteOnID(std::int32_t typed) const override;
+
+    const clsNavSchemes& oNavs_;
 };

@@ -5,6 +5,8 @@
 #include <QFrame>
 #include <QScreen>
 #include <QStyle>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 
 #include "Helpers.h"
 
@@ -230,7 +232,12 @@ TEST_P(FormLayout, SpeaksTheHelpOfEachField) {
 
 namespace {
 
-class NodeLayout : public testing::Test, public Stage {};
+class NodeLayout : public testing::Test, public Stage {
+  protected:
+    [[nodiscard]] QString spoken(const std::string& field, QAccessible::Text what) const {
+        return QAccessible::queryAccessibleInterface(&find(*form, field))->text(what);
+    }
+};
 
 }  // namespace
 
@@ -242,6 +249,44 @@ TEST_F(NodeLayout, IsNotWidenedByALongParent) {
     settle();
     EXPECT_EQ(form->size(), size);
     EXPECT_EQ(label("lblParent"), "Parent Node: [2]  " + std::string(5000, 'W'));
+}
+
+// What the label paints, compared with labels that have nothing to leave out.
+TEST_F(NodeLayout, EndsALongParentInAnEllipsis) {
+    const auto painted = [&](const std::string& words) {
+        const auto& label = find<QLabel>(*form, "lblParent");
+        QLabel plain(text(words), form.get());
+        plain.setTextFormat(Qt::PlainText);
+        plain.setGeometry(label.geometry());
+        return std::pair(find<QLabel>(*form, "lblParent").grab().toImage(), plain.grab().toImage());
+    };
+    open(makeNode(7, 2, "N"), makeNode(2, 1, "F", "Customers & <b>"));
+    settle();
+    const auto [shortOne, whole] = painted("Parent Node: [2]  Customers & <b>");
+    EXPECT_EQ(shortOne, whole);
+    EXPECT_EQ(find(*form, "lblParent").toolTip(), QString()) << "there is nothing more to say";
+
+    open(makeNode(7, 2, "N"), makeNode(2, 1, "F", std::string(300, '-')));
+    settle();
+    const auto all = "Parent Node: [2]  " + std::string(300, '-');
+    auto& label = find<QLabel>(*form, "lblParent");
+    std::string most = "Parent Node: [2]  ";
+    while (label.fontMetrics().horizontalAdvance(text(most + "-\u2026")) <= label.width()) most += "-";
+    const auto [longOne, elided] = painted(most + "\u2026");
+    EXPECT_EQ(longOne, elided);
+    EXPECT_EQ(label.text(), text(all));
+    EXPECT_EQ(label.toolTip(), text(all));
+    EXPECT_EQ(spoken("lblParent", QAccessible::Name), text(all));
+
+    QTest::mouseMove(form->windowHandle(), QPoint(1, 1));
+    QTest::mouseMove(form->windowHandle(), label.mapTo(form.get(), label.rect().center()));
+    EXPECT_TRUE(QTest::qWaitFor([] { return QToolTip::isVisible(); }, patience));
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(), text(all));
+    QToolTip::hideText();
+
+    form->resize(form->width() + label.fontMetrics().horizontalAdvance(text(all)), form->height());
+    settle();
+    EXPECT_EQ(label.toolTip(), QString()) << "a wider form shows it all";
 }
 
 TEST_F(NodeLayout, KeepsRoomForAllTypesBelowParentsThatOfferFewer) {

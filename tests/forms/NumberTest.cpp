@@ -37,23 +37,9 @@ class Number : public BothForms {
     [[nodiscard]] Rows choices() const { return {chosen("lstType"), chosen("lstParm"), Stage::shown("txtParm")}; }
 };
 
-const Rows noNumbers = {"",
-                        " ",
-                        "x",
-                        "5x",
-                        "x5",
-                        "1 2",
-                        "--5",
-                        "+",
-                        "-",
-                        ".",
-                        "1,5",
-                        "1e3",
-                        "0x1F",
-                        "5 m",
-                        "2147483648",
-                        "-2147483649",
-                        "99999999999999999999"};
+const Rows noNumbers = {"", " ", "x", "5x", "x5", "1 2", "--5", "+", "-", ".", "1,5", "1e3", "0x1F", "5 m"};
+// Numbers for a length, which may be of any size, but not for what is stored in 32 bits.
+const Rows tooLarge = {"2147483648", "-2147483649", "99999999999999999999"};
 
 }  // namespace
 
@@ -77,7 +63,9 @@ TEST_P(Number, IsNeededToLeaveTheField) {
 TEST_P(Number, IsNoneOfThese) {
     for (const auto& field : checked()) {
         open();
-        for (const auto& typed : noNumbers) {
+        auto refused = noNumbers;
+        if (field != "txtnn") refused.insert(refused.end(), tooLarge.begin(), tooLarge.end());
+        for (const auto& typed : refused) {
             SCOPED_TRACE(field + ": " + typed);
             enter(field, typed);
             isRefused([&] { key(Qt::Key_Tab); });
@@ -104,6 +92,28 @@ TEST_P(Number, LetsTheFieldBeLeft) {
             choose("lstType", isNode() ? 2 : 1);
             EXPECT_EQ(focusName(), "lstType");
         }
+    }
+}
+
+TEST_P(Number, OfALengthMayBeOfAnySize) {
+    for (const auto& [typed, parameter] :
+         std::vector<std::pair<std::string, std::string>>{{"2147483648", "CKey2147483648"},
+                                                          {"-2147483649", "CKey-2147483649"},
+                                                          {" +0099999999999999999999 ", "CKey99999999999999999999"},
+                                                          {"4294967296.5", "CKey4294967296"},
+                                                          {"4294967297.5", "CKey4294967298"},
+                                                          {"99999999999999999999.9", "CKey100000000000000000000"}}) {
+        SCOPED_TRACE(typed);
+        open();
+        enter("txtnn", typed);
+        EXPECT_EQ(Stage::shown("txtParm"), parameter);
+        key(Qt::Key_Tab);
+        EXPECT_EQ(focusName(), "txtParm");
+        key(Qt::Key_F3);
+        EXPECT_NE(stored().find("|" + parameter + "|"), std::string::npos) << stored();
+        // Only the last two characters are read back.
+        open();
+        EXPECT_EQ(Stage::shown("txtnn"), parameter.substr(parameter.size() - 2));
     }
 }
 
@@ -322,6 +332,7 @@ TEST_P(Number, IsNotNeededInOtherFields) {
 
 TEST_P(Number, WholeIsNeededToStore) {
     auto numbers = noNumbers;
+    numbers.insert(numbers.end(), tooLarge.begin(), tooLarge.end());
     for (const char* fraction : {"2.5", "3.", ".5", "5.0"}) numbers.push_back(fraction);
     open();
     const auto before = stored();

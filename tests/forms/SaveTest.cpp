@@ -254,9 +254,7 @@ TEST_P(Save, QuestionHasNoForAClick) {
     open();
     enter(titleField(), "Changed");
     Answers answers;
-    answers.then("question", [&](QDialog& box) {
-        clickOn(static_cast<QMessageBox&>(box).button(QMessageBox::No));
-    });
+    answers.then("question", [&](QDialog& box) { clickOn(static_cast<QMessageBox&>(box).button(QMessageBox::No)); });
     form->windowHandle()->close();
     answers.wait();
     EXPECT_FALSE(isOpen());
