@@ -5,12 +5,24 @@
 #include <QMimeData>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <algorithm>
+#include <new>
 
 ReportBox::ReportBox(QWidget* parent) : QPlainTextEdit(parent) {
     setLineWrapMode(NoWrap);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setUndoRedoEnabled(false);
+}
+
+bool ReportBox::hasRoomFor(std::string_view report) {
+    // Measured with reports of 3 to 100 megabytes in lines of 1 to 10,000,000 bytes: it was never more.
+    constexpr std::size_t forAByte = 12;
+    constexpr std::size_t forALine = 1000;
+    const auto lines = static_cast<std::size_t>(std::ranges::count(report, '\n'));
+    void* room = ::operator new(forAByte* report.size() + forALine * lines, std::nothrow);
+    ::operator delete(room);
+    return room != nullptr;
 }
 
 void ReportBox::setReport(QString report) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QPlainTextEdit>
+#include <string_view>
 
 /// The text box of a report: plain text in lines that are not broken, which scrolls both ways. It can be typed into.
 ///
@@ -12,7 +13,11 @@ class ReportBox final : public QPlainTextEdit {
   public:
     explicit ReportBox(QWidget* parent);
 
-    /// Shows a report, lines that end with CR LF.
+    /// Whether there is memory to show a report of these bytes.
+    [[nodiscard]] static bool hasRoomFor(std::string_view report);
+
+    /// Shows a report, lines that end with CR LF. Qt's text boxes do not survive a lack of memory half-way: ask
+    /// first.
     void setReport(QString report);
 
   protected:

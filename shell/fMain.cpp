@@ -137,7 +137,8 @@ void fMain::makeMenus() {
         if (item.command) {
             auto* action = find<QMenu>(item.menu).addAction(caption);
             action->setObjectName(name);
-            connect(action, &QAction::triggered, this, item.command);
+            const auto command = item.command;
+            connect(action, &QAction::triggered, this, [this, command] { attempt([&] { (this->*command)(); }); });
         } else {
             auto* menu = !item.menu   ? new QMenu(caption, this)
                          : *item.menu ? find<QMenu>(item.menu).addMenu(caption)
@@ -156,7 +157,42 @@ void fMain::StartScheme() {
     connectScheme();
     oNavs->SetGrid(*flexNav_);
     oNavs->SetTreeview(*this);
+    // Clicks and keys on the tree are commands, as those of the menus are.
+    myTree_->NodeClick = [this, click = std::move(myTree_->NodeClick)] { attempt(click); };
+    myTree_->KeyUp = [this, keyUp = std::move(myTree_->KeyUp)](int code) { attempt([&] { keyUp(code); }); };
     oNavs->NewScheme();
+}
+
+// The one place for commands that lack memory. What a command does to the schemes it does as a whole or not at all;
+// where that was done and could not be drawn, it is drawn now that there is more.
+void fMain::attempt(const std::function<void()>& command) {
+    try {
+        command();
+    } catch (const NotDrawn&) {
+        const MemoryReserve::Spent more(reserve_);
+        if (!redraw())
+            showMessage(this, QStringLiteral("There is not enough memory to show the whole scheme. Nothing of it is "
+                                             "lost, and it can be saved."));
+    } catch (const std::bad_alloc&) {
+        const MemoryReserve::Spent more(reserve_);
+        showMessage(this, QStringLiteral("There is not enough memory for this command. The scheme is as it was."));
+    }
+}
+
+// @return whether all of it could be drawn; of what could not, nothing is shown
+bool fMain::redraw() {
+    bool isComplete = true;
+    const auto draw = [&isComplete](auto step) {
+        try {
+            step();
+        } catch (const NotDrawn&) {
+            isComplete = false;
+        }
+    };
+    draw([this] { oNavs->DispInTV(); });
+    if (!isComplete) draw([this] { oNavs->DispInGrid(); });
+    draw([this] { oNavs->DisplayFullWeb(); });
+    return isComplete;
 }
 
 void fMain::Form_Load() {
@@ -213,6 +249,7 @@ void fMain::placePanels(QSize inner, clsWebSchemes& webs) {
 }
 
 std::filesystem::path fMain::GetOpenName(const QString& sInitialDir) {
+    const MemoryReserve::Spent more(reserve_);  // the dialog has a thread, which nobody can help without memory
     return askOpenName(this, sInitialDir);
 }
 
@@ -253,6 +290,7 @@ void fMain::mnuNavNew_Click() {
 
 // A failed save of the nodes is not reported here; the save dialog has refused what cannot be written.
 void fMain::mnuNavSave_Click() {
+    const MemoryReserve::Spent more(reserve_);
     const auto name = GetSaveAsName(QStringLiteral("XST1.txt"), programFolder());
     if (name.empty()) return;
     const BusyCursor busy;
@@ -267,8 +305,17 @@ void fMain::mnuCollapse_Click() {
 // Commands find a node by the number that the tree shows for it, so the nodes are filed anew.
 void fMain::mnuNavRenum_Click() {
     const BusyCursor busy;
-    oNavs->Renumber();
-    oNavs->FileAnew();
+    const auto fileAnew = [this] {
+        const MemoryReserve::Spent more(reserve_);
+        oNavs->FileAnew();
+    };
+    try {
+        oNavs->Renumber();
+    } catch (const NotDrawn&) {
+        fileAnew();
+        throw;
+    }
+    fileAnew();
 }
 
 void fMain::mnuCheckNav_Click() {
@@ -280,6 +327,7 @@ void fMain::mnuNavToDo_Click() {
 }
 
 void fMain::mnuDisSave_Click() {
+    const MemoryReserve::Spent more(reserve_);
     const auto name = GetSaveAsName(QStringLiteral("XST2.txt"), programFolder());
     if (name.empty()) return;
     bool saved = false;

@@ -3,11 +3,13 @@
 
 #include <QMainWindow>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "model/clsNavSchemes.h"
 #include "shell/HelpFile.h"
+#include "shell/MemoryReserve.h"
 #include "views/ImageList.h"
 #include "views/NavTree.h"
 #include "views/ReleasedKeys.h"
@@ -72,6 +74,8 @@ class fMain final : public QMainWindow, private NavWindow {
 
   private:
     void makeMenus();
+    void attempt(const std::function<void()>& command);
+    bool redraw();
     void showReport(std::string report);
     void placePanels(QSize inner, clsWebSchemes& webs);
     template <class Widget>
@@ -107,6 +111,7 @@ class fMain final : public QMainWindow, private NavWindow {
     NavTree* myTree_ = nullptr;
     fOutput* fOutput_ = nullptr;  // made with the first report
     HelpFile help_;
+    MemoryReserve reserve_;
     ReleasedKeys keys_;
     bool isShiftF10_ = false;
     bool laidOutMaximized_ = false;

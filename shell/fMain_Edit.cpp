@@ -104,8 +104,8 @@ void fMain::chooseFirst(const char* menu) {
 
 // --- nodes ---
 
-// A redraw selects the node that is remembered. Each command remembers its own, also when the arrow keys led there: the
-// next command must not fall on the node that was clicked before.
+// A redraw selects the node that is remembered. Each command remembers its own, also when the arrow keys led there:
+// the next command must not fall on the node that was clicked before.
 void fMain::remember(const std::string& skey) {
     oNavs->mLastN = treeKey(skey);
 }

@@ -77,7 +77,9 @@ void fOutput::layOut() {
     text_->setGeometry(place);
 
     if (isCopied_ && !text_->document()->isModified()) return;
-    text_->setReport(decode(sText_));
+    text_->setReport(ReportBox::hasRoomFor(sText_)
+                         ? decode(sText_)
+                         : QStringLiteral("There is not enough memory to show this report."));
     isCopied_ = true;
 }
 

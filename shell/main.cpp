@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include <QApplication>
 #include <QIcon>
 
 #include "shell/DetectableAutoRepeat.h"
 #include "shell/fMain.h"
+#include "views/Application.h"
 #include "views/Look.h"
 
 int main(int, char* argv[]) {
     int argc = 1;  // the program has no options, not Qt's either
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     detectAutoRepeat(application);
     QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/wizard.svg")));

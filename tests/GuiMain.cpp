@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <cstring>
 
+#include "views/Application.h"
 #include "views/Look.h"
 
 namespace {
@@ -24,7 +24,7 @@ int main(int argc, char* argv[]) {
     testing::InitGoogleTest(&argc, argv);
     if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();  // needs no screen
     qInstallMessageHandler(failOnWarnings);
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
     QApplication::setQuitOnLastWindowClosed(false);
     applyLook(application);

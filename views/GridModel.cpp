@@ -14,6 +14,13 @@ void GridModel::show(std::unique_ptr<const GridRows> rows) {
     QTimer::singleShot(1, this, [this] { before_.reset(); });  // 0 would come before the paints
 }
 
+void GridModel::showAtOnce(std::unique_ptr<const GridRows> rows) {
+    before_.reset();
+    beginResetModel();
+    rows_ = std::move(rows);
+    endResetModel();
+}
+
 int GridModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_->count());
 }

@@ -15,6 +15,8 @@ class GridModel final : public QAbstractTableModel {
 
     /// Shows these rows. The ones before go when all that is waiting has been painted.
     void show(std::unique_ptr<const GridRows> rows);
+    /// Shows these rows, and lets go of the ones before at once.
+    void showAtOnce(std::unique_ptr<const GridRows> rows);
     [[nodiscard]] const GridRows& rows() const { return *rows_; }
     [[nodiscard]] const std::vector<Column>& columns() const { return columns_; }
 

@@ -10,6 +10,7 @@
 #include "views/CopyKey.h"
 #include "views/Picture.h"
 #include "views/PlaceBelow.h"
+#include "views/ShowOrNothing.h"
 #include "views/Twips.h"
 
 namespace {
@@ -75,6 +76,10 @@ NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), 
 }
 
 void NavTree::Fill(const clsNavSchemes& scheme) {
+    showOrNothing([&] { fillOnce(scheme); }, [this] { model_.show({}); });
+}
+
+void NavTree::fillOnce(const clsNavSchemes& scheme) {
     open_.clear();
     model_.show(TreeSnapshot(scheme));
     expand(model_.index(0, 0));

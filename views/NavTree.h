@@ -57,6 +57,7 @@ class NavTree final : public QTreeView, public NavTreeView {
                                                          const QEvent* event) const override;
 
   private:
+    void fillOnce(const clsNavSchemes& scheme);
     [[nodiscard]] std::uint32_t rowOf(std::string_view key) const;
     void click(const QModelIndex& index);
     [[nodiscard]] bool isDeep() const { return model_.snapshot().depth() > mostNestedLevels; }

@@ -119,7 +119,7 @@ NavGrid::NavGrid(QWidget* parent) : SchemeGrid(NavGridRows::format, std::make_un
 }
 
 void NavGrid::Fill(const clsNavSchemes& scheme) {
-    show(std::make_unique<NavGridRows>(scheme));
+    show<NavGridRows>(scheme);
     const auto nodes = scheme.NewEnum();
     const auto origin = nodes.begin() == nodes.end() ? Origin() : Origin(*nodes.begin());
     if (origin.owner_before(origin_) || origin_.owner_before(origin)) horizontalScrollBar()->setValue(0);
@@ -143,7 +143,7 @@ void WebGrid::Place(Twips left, Twips top, Twips width, Twips height) {
 }
 
 void WebGrid::Fill(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) {
-    show(std::make_unique<WebGridRows>(paragraphs));
+    show<WebGridRows>(paragraphs);
     // A click goes on to the tree and the other grid; the paragraphs, which it was made for, do not wait for them.
     viewport()->repaint();
 }

@@ -8,6 +8,7 @@
 
 #include "model/Screen.h"
 #include "views/GridModel.h"
+#include "views/ShowOrNothing.h"
 
 /// A grid for viewing: a header row from a column format string, and rows below it. The header row is the current
 /// row until the user makes another one current by a left click or the arrow keys. The current cell has a frame.
@@ -20,8 +21,15 @@ class SchemeGrid : public QTableView {
     [[nodiscard]] QPoint placeOfCurrent() const;
 
   protected:
-    /// Replaces the rows; the header row becomes the current row, the view goes to the top.
-    void show(std::unique_ptr<const GridRows> rows);
+    /// Replaces the rows; the header row becomes the current row, the view goes to the top. Without the memory for it
+    /// the grid is empty.
+    /// @param records of which `Rows` are made
+    /// @throws std::bad_alloc
+    template <class Rows, class Records>
+    void show(const Records& records) {
+        showOrNothing([&] { show(std::make_unique<Rows>(records)); },
+                      [this] { model_.showAtOnce(std::make_unique<Rows>()); });
+    }
     /// A mouse button was let go on the grid, its header or the space below its rows.
     virtual void mouseUp(int /*button*/) {}
 
@@ -35,6 +43,7 @@ class SchemeGrid : public QTableView {
                                                          const QEvent* event) const override;
 
   private:
+    void show(std::unique_ptr<const GridRows> rows);
     void fitColumns();
 
     GridModel model_;

@@ -1,0 +1,210 @@
+// SPDX-License-Identifier: MIT
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <set>
+
+#include "EditHelpers.h"
+
+// Commands on a scheme that the memory has hardly room for: each is done as a whole, or leaves the scheme as it was
+// and says so; the window goes on, and a save works. Linux only.
+
+namespace {
+
+constexpr int records = 60'000;
+constexpr std::size_t mebibyte = std::size_t{1} << 20;
+
+// While it exists, the process gets no more than `room` bytes, nor what it has given back before.
+class LittleMemory {
+  public:
+    explicit LittleMemory(std::size_t room) {
+        void* left = std::malloc(room);
+        getrlimit(RLIMIT_AS, &before_);
+        std::size_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        const rlimit limit{pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)), before_.rlim_max};
+        EXPECT_EQ(setrlimit(RLIMIT_AS, &limit), 0);
+        for (std::size_t size = mebibyte; size >= mebibyte / 8; size /= 2)
+            while (void* taken = std::malloc(size)) taken_ = new (taken) Taken{taken_};
+        std::free(left);
+    }
+    ~LittleMemory() {
+        setrlimit(RLIMIT_AS, &before_);
+        while (taken_) std::free(std::exchange(taken_, taken_->next));
+    }
+    LittleMemory(const LittleMemory&) = delete;
+    LittleMemory& operator=(const LittleMemory&) = delete;
+
+  private:
+    struct Taken {
+        Taken* next;
+    };
+    Taken* taken_ = nullptr;
+    rlimit before_{};
+};
+
+// Closes every window that a command opens, having saved what a form shows; notes the messages.
+class Closer {
+  public:
+    Closer() { watch(); }
+    ~Closer() {
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QApplication::activeModalWidget(); }, patience));
+    }
+    Closer(const Closer&) = delete;
+    Closer& operator=(const Closer&) = delete;
+
+    Rows messages;
+
+  private:
+    void watch() {
+        QTimer::singleShot(2, &context_, [this] {
+            watch();
+            auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!window || !window->isVisible() || !busyWith_.insert(window).second) return;
+            if (auto* box = qobject_cast<QMessageBox*>(window)) {
+                messages.push_back(box->text().toStdString());
+                clickOn(box->buttons().last());
+            } else {
+                if (window->objectName() == text("fNav")) press(*window, Qt::Key_F3);
+                press(*window, Qt::Key_Escape);
+            }
+            busyWith_.erase(window);
+        });
+    }
+    std::set<const QDialog*> busyWith_;
+    QObject context_;
+};
+
+struct Command {
+    std::string name;
+    std::function<void(Wizard&)> give;
+};
+
+void PrintTo(const Command& command, std::ostream* out) {
+    *out << command.name;
+}
+
+void onTree(Wizard& wizard, Qt::Key key) {
+    auto& tree = wizard.tree();
+    tree.setFocus();
+    tree.setCurrentIndex(tree.model()->index(1, 0, tree.model()->index(0, 0)));
+    press(wizard.window, key);
+}
+
+void inParagraphPopup(Wizard& wizard, char letter) {
+    wizard.paragraphGrid().setFocus();
+    press(wizard.window, Qt::Key_Menu);
+    chooseInPopup(wizard.window, letter);
+}
+
+const Command commands[] = {
+    {"Re-Number", [](Wizard& wizard) { ::choose(wizard.window, "NR"); }},
+    {"Collapse", [](Wizard& wizard) { ::choose(wizard.window, "NC"); }},
+    {"AnalysisOfNodes", [](Wizard& wizard) { ::choose(wizard.window, "NA"); }},
+    {"ToDoOfNodes", [](Wizard& wizard) { ::choose(wizard.window, "NT"); }},
+    {"AnalysisOfParagraphs", [](Wizard& wizard) { ::choose(wizard.window, "WA"); }},
+    {"ToDoOfParagraphs", [](Wizard& wizard) { ::choose(wizard.window, "WT"); }},
+    {"Click", [](Wizard& wizard) { onTree(wizard, Qt::Key_Return); }},
+    {"Insert", [](Wizard& wizard) { onTree(wizard, Qt::Key_Insert); }},
+    {"Edit", [](Wizard& wizard) { onTree(wizard, Qt::Key_F2); }},
+    {"Delete", [](Wizard& wizard) { onTree(wizard, Qt::Key_Delete); }},
+    {"FullTable", [](Wizard& wizard) { inParagraphPopup(wizard, 'F'); }},
+    {"Orphans", [](Wizard& wizard) { inParagraphPopup(wizard, 'O'); }},
+};
+
+struct State {
+    Rows nodes, paragraphs;
+    bool operator==(const State&) const = default;
+};
+
+class LittleMemoryFor : public testing::TestWithParam<Command> {
+  protected:
+    LittleMemoryFor() {
+        std::string nodes = "5,Top,F,0\r\n";
+        std::string paragraphs;
+        for (int id = 2; id <= records; ++id) {
+            const int number = id * 7;
+            nodes += std::to_string(number) + ",node,F," + std::to_string(id < 100 ? 5 : id / 3 * 7) + "\r\n";
+            paragraphs += std::to_string(id) + "," + std::to_string(id % 10 == 0 ? 3 : number) + ",1,title,,,T\r\n";
+        }
+        writeBytes(folder / "nodes", nodes);
+        writeBytes(folder / "paragraphs", paragraphs);
+    }
+
+    void open(Wizard& wizard) const {
+        wizard.openNodes(folder / "nodes");
+        wizard.openParagraphs(folder / "paragraphs");
+        activate(wizard.window);
+    }
+    static State stateOf(Wizard& wizard) { return {rowsOf(wizard.navs()), rowsOf(wizard.navs().oWebs)}; }
+
+    // The tree shows the scheme, or nothing where there was no memory for it.
+    static void expectTreeOfTheScheme(Wizard& wizard) {
+        const auto& shown = dynamic_cast<NavTree&>(wizard.tree()).treeModel().snapshot();
+        if (shown.count() == 0) return;
+        ASSERT_EQ(shown.count(), static_cast<unsigned>(wizard.navs().Count()));
+        for (std::uint32_t row = 1; row < shown.count(); row += 97) {
+            const auto node = wizard.navs().Item(shown.row(row).id);
+            ASSERT_TRUE(node && node->descriptionIs == shown.row(row).text.view()) << shown.row(row).id;
+        }
+    }
+
+    const TempFolder folder;
+};
+
+}  // namespace
+
+TEST_P(LittleMemoryFor, DoesAllOrNothingAndSavesThen) {
+#ifdef WIZARD_SANITIZED
+    GTEST_SKIP() << "the sanitizer takes memory by its own rules";
+#endif
+    State before, done;
+    {
+        Wizard wizard;
+        open(wizard);
+        before = stateOf(wizard);
+        Closer closer;
+        GetParam().give(wizard);
+        QTest::qWait(50);
+        done = stateOf(wizard);
+        EXPECT_EQ(closer.messages, Rows());
+    }
+    int failures = 0;
+    for (const std::size_t room : {1U, 2U, 8U, 24U}) {
+        Wizard wizard;
+        open(wizard);
+        Rows messages;
+        {
+            const LittleMemory limit(room * mebibyte);
+            {
+                Closer closer;
+                GetParam().give(wizard);
+                QTest::qWait(50);
+                messages = closer.messages;
+            }
+            wizard.saveNodes(folder / "saved1");
+            wizard.saveParagraphs(folder / "saved2");
+        }
+        const auto now = stateOf(wizard);
+        EXPECT_TRUE(now == done || now == before) << "half done with " << room << " MiB";
+        EXPECT_TRUE(now == done || messages.size() == 1) << "nothing said with " << room << " MiB";
+        failures += messages.empty() ? 0 : 1;
+        for (const auto& message : messages)
+            EXPECT_TRUE(message == "There is not enough memory for this command. The scheme is as it was." ||
+                        message == "There is not enough memory to show the whole scheme. Nothing of it is lost, and "
+                                   "it can be saved." ||
+                        message == "There is not enough memory. Changes not saved")
+                << message;
+        expectTreeOfTheScheme(wizard);
+        EXPECT_TRUE(wizard.window.isVisible());
+        EXPECT_TRUE(bytesOf(folder / "saved1.txt") == savedBytes(wizard.navs())) << room;
+        EXPECT_TRUE(bytesOf(folder / "saved2.txt") == savedBytes(wizard.navs().oWebs)) << room;
+        std::filesystem::remove(folder / "saved1.txt");
+        std::filesystem::remove(folder / "saved2.txt");
+    }
+    std::cout << GetParam().name << " lacked memory " << failures << " times" << std::endl;
+}
+
+INSTANTIATE_TEST_SUITE_P(Commands, LittleMemoryFor, testing::ValuesIn(commands), [](const auto& each) {
+    return std::string(each.param.name == "Re-Number" ? "ReNumber" : each.param.name);
+});
