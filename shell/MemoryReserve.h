@@ -28,9 +28,16 @@ class MemoryReserve {
     // nodes takes after that.
     static constexpr std::size_t most = std::size_t{128} << 20;
     static constexpr std::size_t least = std::size_t{1} << 20;
+    // What is left to the rest of the program: a window, with its pixels.
+    static constexpr std::size_t forAWindow = std::size_t{16} << 20;
 
     void refill() {
-        for (auto size = most; !block_ && size >= least; size /= 2) block_.reset(new (std::nothrow) std::byte[size]);
+        for (auto size = most; !block_ && size >= least; size /= 2) {
+            block_.reset(new (std::nothrow) std::byte[size]);
+            void* window = ::operator new(forAWindow, std::nothrow);
+            if (!window) block_.reset();
+            ::operator delete(window);
+        }
     }
 
     std::unique_ptr<std::byte[]> block_;

@@ -249,7 +249,7 @@ void fMain::placePanels(QSize inner, clsWebSchemes& webs) {
 }
 
 std::filesystem::path fMain::GetOpenName(const QString& sInitialDir) {
-    const MemoryReserve::Spent more(reserve_);  // the dialog has a thread, which nobody can help without memory
+    const MemoryReserve::Spent more(reserve_);  // nobody can help the dialog's thread if it lacks memory
     return askOpenName(this, sInitialDir);
 }
 
@@ -348,6 +348,7 @@ void fMain::mnuWebToDo_Click() {
 }
 
 void fMain::showReport(std::string report) {
+    const MemoryReserve::Spent more(reserve_);
     if (!fOutput_) fOutput_ = new fOutput(help_, this);
     fOutput_->setSText(std::move(report));
     fOutput_->open();

@@ -45,10 +45,12 @@ std::optional<std::int32_t> numberAfter(const std::string& largest) {
     return *number + 1;
 }
 
-// Shows the form that edits what `fill` gives it, until it is closed.
+// Shows the form that edits what `fill` gives it, until it is closed. A window without memory for its pixels would
+// end the program.
 template <class Form, class Fill>
-void edit(fMain& window, Fill fill) {
+void edit(fMain& window, MemoryReserve& reserve, Fill fill) {
     {
+        const MemoryReserve::Spent more(reserve);
         Form form(*window.oNavs, &window);
         fill(form);
         form.exec();
@@ -146,7 +148,7 @@ void fMain::oNavs_oEdit(const std::string& skey) {
 }
 
 void fMain::editNode(const clsNavSchemes::Pointer& parent, const clsNavSchemes::Pointer& node) {
-    edit<fNav>(*this, [&](fNav& form) {
+    edit<fNav>(*this, reserve_, [&](fNav& form) {
         form.setPObject(parent);
         form.setNavObject(node);
     });
@@ -212,7 +214,7 @@ void fMain::mnuEditP_Click() {
 }
 
 void fMain::editParagraph(const clsWebSchemes::Pointer& paragraph) {
-    edit<fWeb>(*this, [&](fWeb& form) { form.setWebObject(paragraph); });
+    edit<fWeb>(*this, reserve_, [&](fWeb& form) { form.setWebObject(paragraph); });
     showPopKeyParagraphs();
 }
 

@@ -65,7 +65,8 @@ class Closer {
                 messages.push_back(box->text().toStdString());
                 clickOn(box->buttons().last());
             } else {
-                if (window->objectName() == text("fNav")) press(*window, Qt::Key_F3);
+                if (window->objectName() == text("fWeb")) find<QLineEdit>(*window, "txtQuery").setText(text("spW"));
+                if (window->objectName() != text("fOutput")) press(*window, Qt::Key_F3);
                 press(*window, Qt::Key_Escape);
             }
             busyWith_.erase(window);
@@ -93,6 +94,7 @@ void onTree(Wizard& wizard, Qt::Key key) {
 
 void inParagraphPopup(Wizard& wizard, char letter) {
     wizard.paragraphGrid().setFocus();
+    wizard.paragraphGrid().selectRow(1);
     press(wizard.window, Qt::Key_Menu);
     chooseInPopup(wizard.window, letter);
 }
@@ -108,6 +110,10 @@ const Command commands[] = {
     {"Insert", [](Wizard& wizard) { onTree(wizard, Qt::Key_Insert); }},
     {"Edit", [](Wizard& wizard) { onTree(wizard, Qt::Key_F2); }},
     {"Delete", [](Wizard& wizard) { onTree(wizard, Qt::Key_Delete); }},
+    {"New", [](Wizard& wizard) { ::choose(wizard.window, "NN"); }},
+    {"AddParagraph", [](Wizard& wizard) { inParagraphPopup(wizard, 'A'); }},
+    {"EditParagraph", [](Wizard& wizard) { inParagraphPopup(wizard, 'E'); }},
+    {"DeleteParagraph", [](Wizard& wizard) { inParagraphPopup(wizard, 'D'); }},
     {"FullTable", [](Wizard& wizard) { inParagraphPopup(wizard, 'F'); }},
     {"Orphans", [](Wizard& wizard) { inParagraphPopup(wizard, 'O'); }},
 };
@@ -125,7 +131,8 @@ class LittleMemoryFor : public testing::TestWithParam<Command> {
         for (int id = 2; id <= records; ++id) {
             const int number = id * 7;
             nodes += std::to_string(number) + ",node,F," + std::to_string(id < 100 ? 5 : id / 3 * 7) + "\r\n";
-            paragraphs += std::to_string(id) + "," + std::to_string(id % 10 == 0 ? 3 : number) + ",1,title,,,T\r\n";
+            paragraphs +=
+                std::to_string(id) + "," + std::to_string(id % 10 == 0 ? 3 : number) + ",1,title,spW,,T\r\n";
         }
         writeBytes(folder / "nodes", nodes);
         writeBytes(folder / "paragraphs", paragraphs);
@@ -170,7 +177,7 @@ TEST_P(LittleMemoryFor, DoesAllOrNothingAndSavesThen) {
         EXPECT_EQ(closer.messages, Rows());
     }
     int failures = 0;
-    for (const std::size_t room : {1U, 2U, 8U, 24U}) {
+    for (const std::size_t room : {1U, 6U}) {
         Wizard wizard;
         open(wizard);
         Rows messages;
@@ -183,7 +190,7 @@ TEST_P(LittleMemoryFor, DoesAllOrNothingAndSavesThen) {
                 messages = closer.messages;
             }
             wizard.saveNodes(folder / "saved1");
-            wizard.saveParagraphs(folder / "saved2");
+            if (wizard.navs().oWebs.Count() != 0) wizard.saveParagraphs(folder / "saved2");
         }
         const auto now = stateOf(wizard);
         EXPECT_TRUE(now == done || now == before) << "half done with " << room << " MiB";
@@ -191,14 +198,17 @@ TEST_P(LittleMemoryFor, DoesAllOrNothingAndSavesThen) {
         failures += messages.empty() ? 0 : 1;
         for (const auto& message : messages)
             EXPECT_TRUE(message == "There is not enough memory for this command. The scheme is as it was." ||
-                        message == "There is not enough memory to show the whole scheme. Nothing of it is lost, and "
-                                   "it can be saved." ||
+                        message ==
+                            "There is not enough memory to show the whole scheme. Nothing of it is lost, and "
+                            "it can be saved." ||
                         message == "There is not enough memory. Changes not saved")
                 << message;
         expectTreeOfTheScheme(wizard);
         EXPECT_TRUE(wizard.window.isVisible());
         EXPECT_TRUE(bytesOf(folder / "saved1.txt") == savedBytes(wizard.navs())) << room;
-        EXPECT_TRUE(bytesOf(folder / "saved2.txt") == savedBytes(wizard.navs().oWebs)) << room;
+        if (wizard.navs().oWebs.Count() != 0) {
+            EXPECT_TRUE(bytesOf(folder / "saved2.txt") == savedBytes(wizard.navs().oWebs)) << room;
+        }
         std::filesystem::remove(folder / "saved1.txt");
         std::filesystem::remove(folder / "saved2.txt");
     }
