@@ -115,7 +115,8 @@ bool replaceFromAnotherProcess(int, const std::filesystem::path&) {
 
 }  // namespace
 
-// While it exists, a file that grows beyond the limit for files is a failed write, and not the end of the program.
+// While it exists, a file that grows beyond the limit for files is a failed write, and not the end of the program. A
+// program that listens to the signal goes on to hear of it.
 class FileWriter::SizeLimitIsAnError {
 #ifdef SIGXFSZ
   public:

@@ -130,6 +130,7 @@ TEST_F(LoadFault, AFileThatIsShorterThanItSays) {
 TEST_F(LoadFault, AFileThatShrinksAndVanishesWhileItIsRead) {
     constexpr int records = 30'000;
     constexpr int attempts = 400;
+    constexpr int most = 20'000;  // on a busy machine the other may hardly get its turn
     constexpr std::string_view lineEnd = ",node,F,0\r\n";
     std::string whole;
     for (int id = 1; id <= records; ++id) whole += std::to_string(id) + std::string(lineEnd);
@@ -151,7 +152,8 @@ TEST_F(LoadFault, AFileThatShrinksAndVanishesWhileItIsRead) {
         }
     });
     int complete = 0;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
+    int attempt = 0;
+    for (; attempt < attempts || ((complete == 0 || complete == attempt) && attempt < most); ++attempt) {
         const auto content = readFile(file);
         const std::string_view read(content.bytes.get(), content.size);
         ASSERT_TRUE(whole.starts_with(read)) << "attempt " << attempt << ", " << read.size() << " bytes";
@@ -165,7 +167,7 @@ TEST_F(LoadFault, AFileThatShrinksAndVanishesWhileItIsRead) {
         }
     }
     EXPECT_GT(complete, 0);
-    EXPECT_LT(complete, attempts) << "never met";
+    EXPECT_LT(complete, attempt) << "never met";
 }
 
 TEST_F(LoadFault, AFileLargerThanTheMemory) {

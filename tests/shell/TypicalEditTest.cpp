@@ -35,7 +35,7 @@ TEST(TypicalEdit, FromInsToTheSavedFiles) {
         press(wizard.window, Qt::Key_Home);
         press(wizard.window, Qt::Key_Insert);
     }
-    EXPECT_EQ(shownRows(wizard.tree()), Rows({"- Data Browser", "    Customers", "    Orders of today"}));
+    EXPECT_EQ(shownRows(wizard.tree()), Rows({"- Data Browser *", "    Customers", "    Orders of today"}));
 
     // A paragraph of it.
     {
