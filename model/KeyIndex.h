@@ -3,13 +3,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <unordered_map>
 #include <vector>
 
 /// Maps 32-bit numbers (keys, IDs) to places 0, 1, 2 … in a list.
 ///
 /// IDs are mostly small and close together, so those below four times the number of entries sit in a plain table,
-/// where finding one is one memory access; the others go to a hash table. Every operation is O(1), unless the
-/// numbers were chosen to fall into the same cells of that.
+/// where finding one is one memory access; the others go to a hash table. Every operation is O(1), whatever the
+/// numbers are: where one goes in the hash table is different in each run, so none can be chosen to meet.
 class KeyIndex {
   public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;  ///< the place of a number that is not here
@@ -27,19 +28,14 @@ class KeyIndex {
     void clear();
 
   private:
-    struct Cell {
-        std::int32_t number = 0;
-        std::uint32_t place = none;  // `none` in an empty cell
+    struct Mixed {
+        std::size_t operator()(std::int32_t number) const noexcept;
     };
 
-    std::uint32_t& slotFor(std::int32_t number);                  // makes one, holding `none`, where there is none
-    [[nodiscard]] std::size_t cellOf(std::int32_t number) const;  // its cell, or the empty one where it belongs
-    [[nodiscard]] std::size_t homeOf(std::int32_t number) const;
-    void growCells();
+    std::uint32_t& slotFor(std::int32_t number);  // makes one, holding `none`, where there is none
 
-    std::vector<std::uint32_t> table_;  // by number, `none` where there is no entry
-    std::vector<Cell> cells_;           // the numbers that were outside the table when they came; at most half full
-    std::size_t cellsUsed_ = 0;
+    std::vector<std::uint32_t> table_;                               // by number, `none` where there is no entry
+    std::unordered_map<std::int32_t, std::uint32_t, Mixed> others_;  // the numbers outside the table when they came
     std::size_t expected_ = 0;  // entries: those reserved, or those below if they are more
     std::size_t inserted_ = 0;  // entries that were outside the table when they came
 };

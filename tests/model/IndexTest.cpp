@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
+#include <chrono>
 #include <limits>
 #include <map>
+#include <random>
 
 #include "Helpers.h"
 #include "model/GroupIndex.h"
@@ -70,6 +72,40 @@ TEST(KeyIndex, ForgetsWhatIsErased) {
     }
     index.erase(77);
     EXPECT_EQ(index.find(5), 3U);
+}
+
+namespace {
+
+// The shortest of some times that it takes to insert the numbers and find them again.
+std::chrono::nanoseconds timeFor(const std::vector<std::int32_t>& numbers) {
+    auto shortest = std::chrono::nanoseconds::max();
+    for (int round = 0; round < 3; ++round) {
+        const auto begin = std::chrono::steady_clock::now();
+        KeyIndex index;
+        for (const auto number : numbers) index.insert(number, 1);
+        std::size_t found = 0;
+        for (const auto number : numbers) found += index.find(number) == 1 ? 1U : 0U;
+        EXPECT_EQ(found, numbers.size());
+        shortest = std::min<std::chrono::nanoseconds>(shortest, std::chrono::steady_clock::now() - begin);
+    }
+    return shortest;
+}
+
+}  // namespace
+
+// A file with such IDs froze the program: multiplied by the odd factor of a well-known hash, all of them are small
+// and so fell into one cell.
+TEST(KeyIndex, TakesNoLongerForNumbersThatWereChosenToMeet) {
+    constexpr int count = 500'000;
+    constexpr std::uint32_t inverseOfTheFactor = 0x0E8B2F51;
+    static_assert(inverseOfTheFactor * 0x9E3779B1U == 1);
+    std::mt19937 random(1);
+    std::vector<std::int32_t> chosen, any;
+    for (std::uint32_t small = 1; small <= count; ++small) {
+        chosen.push_back(static_cast<std::int32_t>(small * inverseOfTheFactor));
+        any.push_back(static_cast<std::int32_t>(random() | 0x40000000U));
+    }
+    EXPECT_LT(timeFor(chosen), 3 * timeFor(any));
 }
 
 TEST(KeyIndex, ForgetsEverythingWhenCleared) {
