@@ -277,6 +277,7 @@ QString EntryForm::noteOn(const EntryField& field) const {
     const auto& text = line(field.name);
     if (std::string_view(field.name) == "txtID")
         if (const auto id = readWholeNumber(text.bytes())) return noteOnID(*id);
+    if (field.kind == EntryField::KeyLength) return noteOnLength(text.text());
     return noteOnCommas(text.text(), field.comma);
 }
 

@@ -8,9 +8,17 @@ namespace {
 constexpr char quoted[] = "A double quote is dropped when the file is opened again.";
 constexpr char noNumber[] = "A number has no comma and no quote: this one will be refused.";
 
+constexpr char noLength[] =
+    "A length has no comma and no quote. The parameter stays as it is until this is a number.";
+
 constexpr qsizetype longestName = 80;  // characters
 
 }  // namespace
+
+QString noteOnLength(const QString& text) {
+    const bool hasNone = !text.contains(QLatin1Char(',')) && !text.contains(QLatin1Char('"'));
+    return hasNone ? QString() : QString::fromLatin1(noLength);
+}
 
 QString noteOnCommas(const QString& text, const char* comma) {
     const bool hasComma = text.contains(QLatin1Char(','));

@@ -11,6 +11,9 @@
 /// @param comma what a comma does there; empty for a field of numbers, which can be stored with neither
 [[nodiscard]] QString noteOnCommas(const QString& text, const char* comma);
 
+/// The same for the length of a character key.
+[[nodiscard]] QString noteOnLength(const QString& text);
+
 /// That an ID is the one of another record.
 /// @param owner such as "another node"
 /// @param name what the record is called, as it is stored; the beginning is enough if it is long

@@ -97,6 +97,7 @@ bool standsAtOrBelow(const clsNavSchemes& oNavs, std::int32_t node, std::int32_t
     auto above = oNavs.Item(node);
     for (auto left = oNavs.Count(); above && left > 0; --left) {
         if (above->ID == id) return true;
+        if (above->parentIs == 0) return false;  // the root; others may have the ID 0
         above = oNavs.Item(above->parentIs);
     }
     return false;
@@ -148,16 +149,17 @@ QString fNav::noteOnID(std::int32_t typed) const {
     const auto* owner = !isAbove ? "another node" : isRoot ? "the root" : "a node above this one";
     const auto note = noteOnOwner(typed, owner, other->descriptionIs.view());
     if (isAbove)
-        return note + (isRoot
-                           ? QStringLiteral(" Saving replaces the root and puts it below itself: all nodes will be "
-                                            "missing from the tree, and the next save drops them from the file. "
-                                            "Only the branch of another node with the parent 0 would be left.")
-                           : QStringLiteral(" Saving replaces that node and puts it below itself: it will be "
-                                            "missing from the tree with everything below it, and the next save "
-                                            "drops them from the file."));
+        return note +
+               (isRoot ? QStringLiteral(
+                             " Saving replaces the root and puts it below itself: all nodes will be "
+                             "missing from the tree, and the next save drops them from the file. "
+                             "Only a second node with the parent 0 and its branch, if there is one, would remain.")
+                       : QStringLiteral(" Saving replaces that node and puts it below itself: it will be "
+                                        "missing from the tree with everything below it, and the next save "
+                                        "drops them from the file."));
     return note +
            QStringLiteral(
-               " Saving replaces it: it gets all fields of this form and comes below this parent, with what "
+               " Saving replaces it: it gets all fields of this form and moves below this node's parent, with what "
                "stands below it.") +
            noteOnOpened(oNavs_.Item(NavObject()->ID) != nullptr, "node", NavObject()->ID);
 }

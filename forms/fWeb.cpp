@@ -140,6 +140,6 @@ QString fWeb::noteOnID(std::int32_t typed) const {
     const auto isStored = [&](std::int32_t id) { return paragraphs.HasKey(keyText(id)); };
     if (!WebObject() || typed == WebObject()->ID || !isStored(typed)) return {};
     return noteOnOwner(typed, "another paragraph", paragraphs.Item(typed)->titleIs.view()) +
-           QStringLiteral(" Saving replaces it: it gets all fields of this form and comes to this page.") +
+           QStringLiteral(" Saving replaces it: it gets all fields of this form and moves to this page.") +
            noteOnOpened(isStored(WebObject()->ID), "paragraph", WebObject()->ID);
 }

@@ -66,13 +66,19 @@ bool isOnDisk(int file) {
     return true;
 }
 
-// Gives the new file the group and the mode of the one that it is to replace, as far as the user may.
+// What a file of this mode may be given in another group: no more than to everybody.
+mode_t withoutItsGroup(mode_t mode) {
+    const mode_t everybody = mode & 07U;
+    return (mode & 0707U) | (mode & everybody << 3U & 070U);
+}
+
+// Gives the new file the group and the mode of the one that it is to replace, as far as the user may. Setting the
+// group may clear bits of the mode, so it comes first.
 void takeOver(int newFile, const std::filesystem::path& file) {
     struct stat old {};
     if (stat(file.c_str(), &old) != 0) return;
-    // Setting the group may clear bits of the mode, so it comes first. What is not allowed is left as it is.
-    if (fchown(newFile, static_cast<uid_t>(-1), old.st_gid) != 0) errno = 0;
-    if (fchmod(newFile, old.st_mode & 07777) != 0) errno = 0;
+    const bool hasItsGroup = fchown(newFile, static_cast<uid_t>(-1), old.st_gid) == 0;
+    static_cast<void>(fchmod(newFile, hasItsGroup ? old.st_mode & 07777U : withoutItsGroup(old.st_mode)));
 }
 
 // Puts a file that has no name yet in the place of an old one. Linux has no single step for that: the new file has a
@@ -121,6 +127,7 @@ class FileWriter::SizeLimitIsAnError {
 #ifdef SIGXFSZ
   public:
     SizeLimitIsAnError() : before_(std::signal(SIGXFSZ, SIG_IGN)) {
+        if (before_ != SIG_DFL) std::signal(SIGXFSZ, before_);
     }
     ~SizeLimitIsAnError() {
         std::signal(SIGXFSZ, before_);

@@ -24,9 +24,17 @@ void clsNavSchemes::NewScheme() {
     KeyedCollection<clsNavScheme> nodes;
     nodes.Add(std::move(root));
     nodes_ = std::move(nodes);
-    DispInTV();
-    oWebs.ClearAll();
-    oWebs.DispInGrid(0);
+    const auto clearParagraphs = [this] {
+        oWebs.ClearAll();
+        oWebs.DispInGrid(0);
+    };
+    try {
+        DispInTV();
+    } catch (const NotDrawn&) {
+        clearParagraphs();
+        throw;
+    }
+    clearParagraphs();
 }
 
 namespace {
@@ -43,7 +51,7 @@ struct Branch {
 // Removing works on keys, looking for children on IDs and parents. Between a renumbering and `FileAnew` the two
 // differ, so the order matters: a branch is looked at when its turn comes, without the nodes that are already gone,
 // and goes itself after everything below it. The nodes are only marked on the way and removed at the end, when
-// nothing can fail.
+// nothing of this can fail any more.
 void clsNavSchemes::DelNode(std::string_view dKey) {
     const auto named = readKey(dKey);
     if (!named) {
@@ -74,7 +82,9 @@ void clsNavSchemes::DelNode(std::string_view dKey) {
     for (std::size_t slot = 0; slot < gone.size(); ++slot)
         if (gone[slot]) nodes_.RemoveSlot(slot);
     oWebs.DropParagraphsOf(met);
-    if (nodes_.HasRecordsWithoutKey()) FileAnew();
+    draw([this] {  // the deletion is done, whether there is memory for this or not
+        if (nodes_.HasRecordsWithoutKey()) FileAnew();
+    });
     oWebs.DispInGrid(*named);
 }
 

@@ -144,6 +144,7 @@ const GroupIndex& clsWebSchemes::paragraphsByNode() {
 }
 
 void clsWebSchemes::DispInGrid(std::int32_t pXST1) {
+    shown_ = pXST1;
     if (!mGrid) return;
     draw([&] {
         const auto slots = paragraphs_.Slots();
@@ -158,14 +159,26 @@ void clsWebSchemes::DispInGrid(std::int32_t pXST1) {
 }
 
 void clsWebSchemes::DispOrphans(clsNavSchemes& oNC) {
-    const auto moves = movesOf(oNC);
-    std::vector<Pointer> orphans;
-    for (const auto& paragraph : paragraphs_)
-        if (!moves.find(paragraph->XST1)) orphans.push_back(paragraph);
-    renumber(oNC, moves);
-    draw([&] {
-        if (mGrid) mGrid->Fill(orphans);
+    Renumber(oNC);
+    showOrphans();
+}
+
+void clsWebSchemes::showOrphans() {
+    shown_.reset();
+    if (!mGrid) return;
+    draw([this] {
+        std::vector<Pointer> orphans;
+        for (const auto& paragraph : paragraphs_)
+            if (paragraph->status == "O") orphans.push_back(paragraph);
+        mGrid->Fill(orphans);
     });
+}
+
+void clsWebSchemes::DispAgain() {
+    if (shown_)
+        DispInGrid(*shown_);
+    else
+        showOrphans();
 }
 
 void clsWebSchemes::mGrid_MouseUp(int button) {

@@ -99,6 +99,8 @@ class clsWebSchemes {
     void DispInGrid(std::int32_t pXST1);
     /// Renumbers, then shows the orphans.
     void DispOrphans(clsNavSchemes& oNC);
+    /// Shows once more what was to be shown last.
+    void DispAgain();
 
     /// A right click on the grid: the ID and the node ID in the current row, as shown ("ID " and "XST1" if that is
     /// the header row).
@@ -107,12 +109,14 @@ class clsWebSchemes {
   private:
     void mGrid_MouseUp(int button);
     const GroupIndex& paragraphsByNode();
+    void showOrphans();
     static NodeMoves movesOf(const clsNavSchemes& oNC);  // since the last renumbering
     void renumber(clsNavSchemes& oNC, const NodeMoves& moves);
 
     KeyedCollection<clsWebScheme> paragraphs_;
     std::optional<GroupIndex> byNode_;  // made when a node is shown, dropped by every change
     WebGridView* mGrid = nullptr;
+    std::optional<std::int32_t> shown_ = 0;  // the node, 0 for all, nothing for the orphans
     const Text connected_{"C"};  // the values of `status`, made before there is no memory for them
     const Text orphan_{"O"};
 };

@@ -8,10 +8,12 @@
 #include <QFileSystemModel>
 #include <QHeaderView>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMimeDatabase>
+#include <QPushButton>
 #include <QSettings>
 #include <QToolButton>
 #include <QTreeView>
@@ -87,6 +89,7 @@ class FileDialog final : public QFileDialog {
             // The window of its proposals would take the next click or key for itself; closed together with the
             // dialog it may on X11 keep the keyboard from the main window.
             parts_.name->setCompleter(nullptr);
+            parts_.name->installEventFilter(this);
             connect(parts_.name, &QLineEdit::textEdited, this, [this] { deselectFolder(); });
             connect(parts_.name, &QLineEdit::textChanged, this, [this] { enableButtonForQuotes(); });
         }
@@ -99,8 +102,13 @@ class FileDialog final : public QFileDialog {
         if (!parts_.newFolder) return;
         parts_.newFolder->disconnect(SIGNAL(clicked()));  // Qt's way needs the right to rename
         connect(parts_.newFolder, &QToolButton::clicked, this, [this] { makeFolder(); });
-        parts_.newFolder->setEnabled(true);
         parts_.newFolder->show();
+        enableNewFolder();
+        // Qt switches it off with each change of the folder, but afterwards.
+        if (parts_.files)
+            connect(
+                parts_.files, &QFileSystemModel::rootPathChanged, this, [this] { enableNewFolder(); },
+                Qt::QueuedConnection);
     }
 
     [[nodiscard]] std::filesystem::path ask() {
@@ -116,8 +124,24 @@ class FileDialog final : public QFileDialog {
             acceptName();
     }
 
+    // One press of Enter is one answer, however long the key is held.
+    void keyPressEvent(QKeyEvent* event) override {
+        if (!isRepeatedEnter(*event)) QFileDialog::keyPressEvent(event);
+    }
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        return isRepeatedEnter(*event) || QFileDialog::eventFilter(watched, event);
+    }
+
   private:
+    static bool isRepeatedEnter(const QEvent& event) {
+        if (event.type() != QEvent::KeyPress) return false;
+        const auto& key = static_cast<const QKeyEvent&>(event);
+        return key.isAutoRepeat() && (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter);
+    }
+
     // --- folders ---
+
+    void enableNewFolder() { parts_.newFolder->setEnabled(true); }
 
     // A file that is dragged onto a folder would be moved there, and Del would delete a folder with all that is in
     // it.
@@ -150,7 +174,10 @@ class FileDialog final : public QFileDialog {
     // The name of a file that was selected before does not belong to the other folder; one to save in stays.
     void enter(const QString& folder) {
         setDirectory(folder);
-        if (parts_.name && acceptMode() == AcceptOpen) parts_.name->clear();
+        if (!parts_.name) return;
+        if (acceptMode() == AcceptOpen) parts_.name->clear();
+        // Without a name the button that was pressed is switched off, and would hand the keyboard on to the next one.
+        if (qobject_cast<QPushButton*>(focusWidget())) parts_.name->setFocus();
     }
 
     void makeFolder() {
@@ -185,7 +212,7 @@ class FileDialog final : public QFileDialog {
     QString refusalOfTypedName() {
         const auto typed = parts_.name ? parts_.name->text() : QString();
         if (typed.contains(QLatin1Char('"')) && !QFileInfo(directory(), typed).exists())
-            return QStringLiteral("No name with a quotation mark can be typed here:\n%1").arg(typed);
+            return QStringLiteral("A name typed here cannot contain a quotation mark:\n%1").arg(typed);
         withWholeName([this] { chosen_ = selectedFiles().value(0); });
         const QFileInfo file(chosen_);
         return chosen_.isEmpty() || file.isDir() ? QString() : refusal(file);  // a folder is entered

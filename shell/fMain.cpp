@@ -158,7 +158,16 @@ void fMain::StartScheme() {
     oNavs->SetGrid(*flexNav_);
     oNavs->SetTreeview(*this);
     // Clicks and keys on the tree are commands, as those of the menus are.
-    myTree_->NodeClick = [this, click = std::move(myTree_->NodeClick)] { attempt(click); };
+    myTree_->NodeClick = [this, click = std::move(myTree_->NodeClick)] {
+        attempt([&] {
+            try {
+                click();
+            } catch (const NotDrawn&) {  // half-way
+                const MemoryReserve::Spent more(reserve_);
+                click();
+            }
+        });
+    };
     myTree_->KeyUp = [this, keyUp = std::move(myTree_->KeyUp)](int code) { attempt([&] { keyUp(code); }); };
     oNavs->NewScheme();
 }
@@ -191,7 +200,7 @@ bool fMain::redraw() {
     };
     draw([this] { oNavs->DispInTV(); });
     if (!isComplete) draw([this] { oNavs->DispInGrid(); });
-    draw([this] { oNavs->DisplayFullWeb(); });
+    draw([this] { oNavs->oWebs.DispAgain(); });
     return isComplete;
 }
 
@@ -250,14 +259,21 @@ void fMain::placePanels(QSize inner, clsWebSchemes& webs) {
 
 std::filesystem::path fMain::GetOpenName(const QString& sInitialDir) {
     const MemoryReserve::Spent more(reserve_);  // nobody can help the dialog's thread if it lacks memory
-    return askOpenName(this, sInitialDir);
+    const auto name = askOpenName(this, sInitialDir);
+    activateWindow();
+    return name;
 }
 
 std::filesystem::path fMain::GetSaveAsName(const QString& sInName, const QString& sInitialDir) {
-    return askSaveName(this, sInName, sInitialDir);
+    const auto name = askSaveName(this, sInName, sInitialDir);
+    // The dialog goes together with the question about an old file, and a window manager that gave the keyboard to
+    // the dialog just then may give it to nobody.
+    activateWindow();
+    return name;
 }
 
 void fMain::mnuIntro_Click() {
+    const MemoryReserve::Spent more(reserve_);
     fIntro introduction(help_, isVisible() ? this : nullptr);
     introduction.exec();
 }
@@ -302,13 +318,8 @@ void fMain::mnuCollapse_Click() {
     oNavs->DispInTV();
 }
 
-// Commands find a node by the number that the tree shows for it, so the nodes are filed anew.
 void fMain::mnuNavRenum_Click() {
     const BusyCursor busy;
-    const auto fileAnew = [this] {
-        const MemoryReserve::Spent more(reserve_);
-        oNavs->FileAnew();
-    };
     try {
         oNavs->Renumber();
     } catch (const NotDrawn&) {
@@ -316,6 +327,22 @@ void fMain::mnuNavRenum_Click() {
         throw;
     }
     fileAnew();
+}
+
+// Commands find a node by the number that the tree shows for it, so after a renumbering the nodes are filed anew.
+// Without the memory for that, what the screen shows goes first: it is several times as large.
+void fMain::fileAnew() {
+    const MemoryReserve::Spent more(reserve_);
+    try {
+        oNavs->FileAnew();
+    } catch (const std::bad_alloc&) {
+        const clsNavSchemes nothing;
+        myTree_->Fill(nothing);
+        flexNav_->Fill(nothing);
+        flexWeb_->Fill({});
+        oNavs->FileAnew();
+        throw NotDrawn();
+    }
 }
 
 void fMain::mnuCheckNav_Click() {

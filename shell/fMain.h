@@ -76,6 +76,7 @@ class fMain final : public QMainWindow, private NavWindow {
     void makeMenus();
     void attempt(const std::function<void()>& command);
     bool redraw();
+    void fileAnew();
     void showReport(std::string report);
     void placePanels(QSize inner, clsWebSchemes& webs);
     template <class Widget>

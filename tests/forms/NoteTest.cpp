@@ -98,6 +98,9 @@ class Notes : public BothForms {
 const std::string ofQuote = "A double quote is dropped when the file is opened again.";
 const std::string ofNumber = "A number has no comma and no quote: this one will be refused.";
 
+const std::string ofLength =
+    "A length has no comma and no quote. The parameter stays as it is until this is a number.";
+
 }  // namespace
 
 RUN_WITH_BOTH_FORMS(Notes);
@@ -228,8 +231,9 @@ TEST_P(Notes, SayOfANumberThatItWillBeRefused) {
         const auto before = shown(field);
         for (const char* typed : {"1,5", "1\"", ","}) {
             enter(field, typed);
-            EXPECT_EQ(note(field), ofNumber) << typed;
-            EXPECT_EQ(visibleTip(), ofNumber) << typed;
+            const auto& expected = field == std::string("txtnn") ? ofLength : ofNumber;
+            EXPECT_EQ(note(field), expected) << typed;
+            EXPECT_EQ(visibleTip(), expected) << typed;
         }
         enter(field, before);
         EXPECT_EQ(note(field), "");
@@ -413,7 +417,7 @@ TEST_F(NodeNotes, NameTheOtherNodeWithATypedID) {
     const std::string expected =
         "The ID 31 belongs to another node, \"Hire \"desk\" <b>\". Saving replaces it: it gets all fields of this "
         "form "
-        "and comes below this parent, with what stands below it. The node 7 that you opened stays as it was.";
+        "and moves below this node's parent, with what stands below it. The node 7 that you opened stays as it was.";
     enter("txtID", "3");
     EXPECT_EQ(note(), "") << "a free number";
     type("1");
@@ -444,14 +448,26 @@ TEST_F(NodeNotes, NameTheOtherNodeWithATypedID) {
     EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 1000));
 }
 
+// A renumbering gives it to nodes outside the tree.
+TEST_F(NodeNotes, DoNotTakeANodeOfIDZeroForTheRoot) {
+    navs.Add(makeNode(0, 0, "N", "outside"));
+    open("fNav");
+    enter("txtID", "0");
+    EXPECT_EQ(
+        note(),
+        "The ID 0 belongs to another node, \"outside\". Saving replaces it: it gets all fields of this form and "
+        "moves below this node's parent, with what stands below it. The node 7 that you opened stays as it was.");
+}
+
 TEST_F(NodeNotes, SayThatTheOtherNodeMovesWithItsBranch) {
     navs.Add(makeNode(31, 1, "F", "Suppliers"));
     navs.Add(makeNode(32, 31, "N", "Parts"));
     open("fNav");
     enter("txtID", "31");
-    EXPECT_EQ(note(),
-              "The ID 31 belongs to another node, \"Suppliers\". Saving replaces it: it gets all fields of this form "
-              "and comes below this parent, with what stands below it. The node 7 that you opened stays as it was.");
+    EXPECT_EQ(
+        note(),
+        "The ID 31 belongs to another node, \"Suppliers\". Saving replaces it: it gets all fields of this form "
+        "and moves below this node's parent, with what stands below it. The node 7 that you opened stays as it was.");
     key(Qt::Key_F3);
     EXPECT_EQ(linksOf(navs), "1<0 2<1 7<2 9<7 31<2 32<31");
     EXPECT_EQ(shownBy(navs), "1 2 7 9 31 32");
@@ -463,7 +479,7 @@ TEST_F(NodeNotes, SayThatNoNodeIsAddedUnderATakenID) {
     EXPECT_EQ(
         note(),
         "The ID 9 belongs to another node, \"One order\". Saving replaces it: it gets all fields of this form and "
-        "comes below this parent, with what stands below it. No new node is added.");
+        "moves below this node's parent, with what stands below it. No new node is added.");
     key(Qt::Key_F3);
     EXPECT_EQ(linksOf(navs), "1<0 2<1 7<2 9<2");
     EXPECT_EQ(rowOf(*navs.Item(9)), "9|New|N|2||||");
@@ -481,8 +497,8 @@ TEST_F(NodeNotes, SayWhatIsLostWithTheRoot) {
         EXPECT_EQ(
             stage.line("txtID").toolTip().toStdString(),
             "The ID 1 belongs to the root, \"Data Browser\". Saving replaces the root and puts it below itself: "
-            "all nodes will be missing from the tree, and the next save drops them from the file. Only the "
-            "branch of another node with the parent 0 would be left.");
+            "all nodes will be missing from the tree, and the next save drops them from the file. Only a "
+            "second node with the parent 0 and its branch, if there is one, would remain.");
         stage.key(Qt::Key_F3);
         EXPECT_EQ(stage.refused(), Rows());
         EXPECT_EQ(linksOf(stage.navs), "1<2 2<1 7<2");
@@ -544,7 +560,7 @@ TEST_F(ParagraphNotes, NameTheOtherParagraphWithATypedID) {
     const std::string start =
         "The ID 12 belongs to another paragraph, \"Sales %1\". Saving replaces it: it gets all fields of this form "
         "and "
-        "comes to this page.";
+        "moves to this page.";
     EXPECT_EQ(note(), start + " The paragraph 5 that you opened stays as it was.");
     EXPECT_EQ(visibleTip(), note());
     enter("txtID", "5");
@@ -561,7 +577,7 @@ TEST_F(ParagraphNotes, NameTheOtherParagraphWithATypedID) {
     EXPECT_EQ(
         note(),
         "The ID 12 belongs to another paragraph, \"Orders\". Saving replaces it: it gets all fields of this form "
-        "and comes to this page. No new paragraph is added.");
+        "and moves to this page. No new paragraph is added.");
     key(Qt::Key_F3);
     EXPECT_EQ(rowsOf(navs.oWebs), Rows({"5|7|20|Orders|spW_Orders|CKey05|H|4||more", "12|7|21|New|spW_New|||0||"}));
 }

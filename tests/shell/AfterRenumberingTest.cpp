@@ -2,57 +2,14 @@
 #include <QPlainTextEdit>
 #include <algorithm>
 #include <random>
-#include <set>
 
 #include "EditHelpers.h"
+#include "views/NavTree.h"
 
 // After Re-Number every command acts on the node that the screen shows: just as it does when both files are saved and
 // opened again.
 
 namespace {
-
-// Answers whatever dialog a command opens, and writes down what it saw.
-class Clerk {
-  public:
-    Clerk(Rows& seen, std::function<void(QDialog&)> edit) : seen_(seen), edit_(std::move(edit)) { watch(); }
-    ~Clerk() {
-        EXPECT_TRUE(QTest::qWaitFor([] { return !QApplication::activeModalWidget(); }, patience));
-    }
-    Clerk(const Clerk&) = delete;
-    Clerk& operator=(const Clerk&) = delete;
-
-  private:
-    void watch() {
-        QTimer::singleShot(2, &context_, [this] {
-            watch();
-            auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            if (!window || !window->isVisible() || !busyWith_.insert(window).second) return;
-            answer(*window);
-            busyWith_.erase(window);
-        });
-    }
-    void answer(QDialog& window) {
-        if (auto* box = qobject_cast<QMessageBox*>(&window)) {
-            seen_.push_back("says " + box->text().toStdString());
-            clickOn(box->buttons().last());
-        } else if (window.objectName() == text("fOutput")) {
-            // The findings stand in the order of the file, which a save changes.
-            auto lines = find<QPlainTextEdit>(window, "Text1").toPlainText().split(QLatin1Char('\n'));
-            lines.sort();
-            seen_.push_back("report " + lines.join(QLatin1Char('\n')).toStdString());
-            press(window, Qt::Key_Escape);
-        } else {
-            const bool isNode = window.objectName() == text("fNav");
-            seen_.push_back("form " + (isNode ? nodeIn(window) : paragraphIn(window)));
-            edit_(window);
-        }
-    }
-
-    Rows& seen_;
-    std::function<void(QDialog&)> edit_;
-    std::set<const QDialog*> busyWith_;  // a form, perhaps, and a message that it shows
-    QObject context_;
-};
 
 // A tree in which every node can be reached, in any order and with any numbers, and paragraphs, some without a node.
 struct Files {
@@ -141,13 +98,31 @@ class Worker {
         press(wizard_.window, Qt::Key_Menu);
         if (openPopup().empty()) return;
         const int edits = pick(6);
-        Clerk clerk(seen_, [this, edits](QDialog& form) { edit(form, edits); });
+        const Attendant attendant([this, edits](QDialog& window) { answer(window, edits); });
         press(wizard_.window, static_cast<Qt::Key>(letter));
     }
     void onNode(Qt::Key key) {
         const int edits = pick(6);
-        Clerk clerk(seen_, [this, edits](QDialog& form) { edit(form, edits); });
+        const Attendant attendant([this, edits](QDialog& window) { answer(window, edits); });
         press(wizard_.window, key);
+    }
+
+    // Notes what a window shows, and leaves it.
+    void answer(QDialog& window, int edits) {
+        if (auto* box = qobject_cast<QMessageBox*>(&window)) {
+            seen_.push_back("says " + box->text().toStdString());
+            clickOn(box->buttons().last());
+        } else if (window.objectName() == text("fOutput")) {
+            // The findings stand in the order of the file, which a save changes.
+            auto lines = find<QPlainTextEdit>(window, "Text1").toPlainText().split(QLatin1Char('\n'));
+            lines.sort();
+            seen_.push_back("report " + lines.join(QLatin1Char('\n')).toStdString());
+            press(window, Qt::Key_Escape);
+        } else {
+            const bool isNode = window.objectName() == text("fNav");
+            seen_.push_back("form " + (isNode ? nodeIn(window) : paragraphIn(window)));
+            edit(window, edits);
+        }
     }
 
     void edit(QDialog& form, int how) {
@@ -176,7 +151,7 @@ class Worker {
             case 9: selectSomeParagraph(); return inPopup('A');
             case 10: return wizard_.choose(pick(2) == 0 ? "NR" : "NC");
             case 11: {
-                Clerk clerk(seen_, {});
+                const Attendant attendant([this](QDialog& window) { answer(window, 0); });
                 return ::choose(wizard_.window, pick(2) == 0 ? "WA" : "NA");
             }
             default: selectSomeNode(); return onNode(pick(2) == 0 ? Qt::Key_F2 : Qt::Key_Return);
@@ -214,6 +189,61 @@ TEST_P(AfterRenumbering, EverythingIsAsAfterSavingAndOpeningAgain) {
         EXPECT_EQ(*a, *b) << "entry " << a - seen.begin();
     }
     EXPECT_EQ(seen.size(), expected.size());
+}
+
+// Nodes that cannot be reached share a number then, loops and missing parents included.
+TEST_P(AfterRenumbering, EveryCommandHitsTheNodeThatTheTreeShows) {
+    std::mt19937 random(GetParam());
+    const auto pick = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };
+    const TempFolder folder;
+    std::string lines;
+    for (int place = 0; place < 14; ++place) {
+        const int id = place * 3 % 14;
+        const int parent = place == 2 ? 0 : pick(16);
+        lines += std::to_string(id) + ",d" + std::to_string(id) + ",F," + std::to_string(parent) + "\r\n";
+    }
+    Wizard wizard;
+    wizard.openNodes(writeBytes(folder / "nodes", lines));
+    ASSERT_EQ(wizard.navs().Count(), 14);
+    for (int round = 0; round < 2; ++round) {
+        wizard.choose("NR");
+        ASSERT_EQ(wizard.navs().Count(), 14) << "no node is lost";
+    }
+    auto& tree = dynamic_cast<NavTree&>(wizard.tree());
+    const auto select = [&](std::uint32_t row) {
+        activate(wizard.window);
+        tree.setFocus();
+        tree.scrollTo(tree.treeModel().indexOf(row));
+        tree.setCurrentIndex(tree.treeModel().indexOf(row));
+    };
+    for (std::uint32_t row = 1; row < tree.treeModel().snapshot().count(); ++row) {
+        const auto& shown = tree.treeModel().snapshot().row(row);
+        const auto number = std::to_string(shown.id);
+        const std::string description(shown.text.view());
+        if (wizard.navs().Item(number)->parentIs == 0) continue;  // as a root it cannot be edited
+        Answers answers;
+        answers.then("fNav", [&](QDialog& form) {
+            EXPECT_EQ(valueOf(form, "txtID"), number);
+            EXPECT_EQ(valueOf(form, "txtDescription"), description);
+            escape(form);
+        });
+        select(row);
+        press(wizard.window, Qt::Key_F2);
+        answers.wait();
+    }
+    if (const auto count = tree.treeModel().snapshot().count(); count > 1) {
+        const auto row = count - 1;  // the last one has nothing below it
+        const std::string description(tree.treeModel().snapshot().row(row).text.view());
+        const auto node = wizard.navs().Item(std::to_string(tree.treeModel().snapshot().row(row).id));
+        const bool isRoot = node->parentIs == 0;
+        const Attendant attendant(escape);
+        select(row);
+        press(wizard.window, Qt::Key_Delete);
+        const auto left = rowsOf(wizard.navs());
+        const bool isThere = std::ranges::any_of(
+            left, [&](const std::string& each) { return each.find("|" + description + "|") != std::string::npos; });
+        EXPECT_EQ(isThere, isRoot) << description;
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, AfterRenumbering, testing::Range(1U, 13U));

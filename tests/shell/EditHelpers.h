@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <set>
 
 #include "Helpers.h"
 
@@ -54,6 +55,32 @@ inline std::string nodeIn(const QDialog& form) {
 inline std::string paragraphIn(const QDialog& form) {
     return valuesOf(form, {"txtID", "txtSeqNo", "txtTitle", "lstType", "txtQuery", "txtParm", "txtForm", "txtCol"});
 }
+
+/// Answers whatever dialogs a command opens, one within the other too, in whatever order they come.
+class Attendant {
+  public:
+    explicit Attendant(Answers::Answer answer) : answer_(std::move(answer)) { watch(); }
+    ~Attendant() {
+        EXPECT_TRUE(QTest::qWaitFor([] { return !QApplication::activeModalWidget(); }, patience));
+    }
+    Attendant(const Attendant&) = delete;
+    Attendant& operator=(const Attendant&) = delete;
+
+  private:
+    void watch() {
+        QTimer::singleShot(2, &context_, [this] {
+            watch();
+            auto* window = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            if (!window || !window->isVisible() || !busyWith_.insert(window).second) return;
+            answer_(*window);
+            busyWith_.erase(window);
+        });
+    }
+
+    Answers::Answer answer_;
+    std::set<const QDialog*> busyWith_;  // a form, perhaps, and a message that it shows
+    QObject context_;
+};
 
 /// The popup menu on the screen, "" if there is none.
 inline std::string openPopup() {

@@ -107,6 +107,18 @@ TEST_P(FileDialogFolder, ThatIsSelectedIsEntered) {
               (folder / (saves() ? "sub/XST1.txt" : "sub/inner.txt")).string());
 }
 
+// It went to the next button, which was that for cancelling.
+TEST_P(FileDialogFolder, ThatIsEnteredLeavesTheKeyboardWhereAFileCanBeChosen) {
+    ask([&](QDialog& dialog) {
+        clickInList(dialog, "sub");
+        expectToEnterSub(dialog);
+        ASSERT_NE(dialog.focusWidget(), nullptr);
+        const auto focus = dialog.focusWidget()->objectName();
+        EXPECT_TRUE(focus == text("fileNameEdit") || focus == text("treeView")) << focus.toStdString();
+        cancel(dialog);
+    });
+}
+
 TEST_P(FileDialogFolder, ThatIsSelectedAfterAFileIsEntered) {
     EXPECT_EQ(ask([&](QDialog& dialog) {
                   clickInList(dialog, "a.txt");
@@ -249,6 +261,56 @@ TEST(NewFolder, IsNotMadeWhenItIsCancelled) {
         QTest::keyClicks(question.focusWidget(), text("cancelled"));
         escape(question);
     });
+}
+
+// Qt switched the button off with the first change of the folder.
+TEST(NewFolder, CanBeMadeInANewFolder) {
+    const TempFolder folder;
+    std::filesystem::create_directory(folder / "sub");
+    fMain window;
+    window.show();
+    activate(window);
+    QTimer::singleShot(0, &window, [&] {
+        EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }, patience));
+        auto& dialog = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+        enterName(dialog, "sub");
+        for (const std::string name : {"one", "two"}) {
+            QTest::qWait(100);
+            QTimer::singleShot(100, &dialog, [&] {
+                auto* question = QApplication::activeModalWidget();
+                ASSERT_EQ(question->objectName(), text("newFolder"));
+                QTest::keyClicks(question->focusWidget(), text(name));
+                QTest::keyClick(question->focusWidget(), Qt::Key_Return);
+            });
+            clickButton(dialog, "newFolderButton");
+        }
+        EXPECT_EQ(folderOf(dialog), (folder / "sub/one/two").string());
+        cancel(dialog);
+    });
+    EXPECT_EQ(window.GetSaveAsName(text("XST1.txt"), text(folder.path().string())).string(), "");
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "sub/one/two"));
+}
+
+// The repeats of the Enter that closed a question saved the file, too.
+TEST(NewFolder, AHeldEnterGoesNoFurther) {
+    const TempFolder folder;
+    fMain window;
+    window.show();
+    activate(window);
+    QTimer::singleShot(0, &window, [&] {
+        EXPECT_TRUE(QTest::qWaitFor([] { return QApplication::activeModalWidget() != nullptr; }, patience));
+        auto& dialog = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+        activate(dialog);
+        for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+            QKeyEvent repeat(QEvent::KeyPress, key, Qt::NoModifier, QString(), true);
+            QApplication::sendEvent(&find<QLineEdit>(dialog, "fileNameEdit"), &repeat);
+            QTest::qWait(50);
+            EXPECT_TRUE(dialog.isVisible());
+        }
+        press(dialog, Qt::Key_Return);
+    });
+    EXPECT_EQ(window.GetSaveAsName(text("XST1.txt"), text(folder.path().string())).string(),
+              (folder / "XST1.txt").string());
 }
 
 TEST(NewFolder, IsNotMadeWithoutAName) {

@@ -141,6 +141,21 @@ TEST_F(SaveDialog, AsksBeforeAFileIsOverwritten) {
     EXPECT_EQ(bytesOf(folder / "old.txt"), "old") << "the dialog only asks";
 }
 
+// Two windows that go at once could leave the keyboard with nobody.
+TEST_F(SaveDialog, GivesTheKeyboardBackAfterAFileIsToBeReplaced) {
+    for (int time = 0; time < 10; ++time) {
+        {
+            Answers answers;
+            answers.then("GetSaveAsName", entering("old.txt")).then("", [](QDialog& question) {
+                answerOverwrite(question, "old.txt", QMessageBox::Yes);
+            });
+            EXPECT_EQ(window.GetSaveAsName(text("XST1.txt"), text(folder.path().string())).string(),
+                      (folder / "old.txt").string());
+        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &window; }, patience)) << time;
+    }
+}
+
 TEST_F(SaveDialog, StaysOpenWhenTheFileIsToBeKept) {
     Answers answers;
     answers.then("GetSaveAsName", entering("old.txt"))
@@ -223,7 +238,7 @@ TEST_F(SaveDialog, NeverTakesANameWithAQuotationMarkForAnother) {
         .then("message",
               [](QDialog& refusal) {
                   EXPECT_EQ(dynamic_cast<QMessageBox&>(refusal).text(),
-                            text("No name with a quotation mark can be typed here:\na\"b\n\nPlease choose another "
+                            text("A name typed here cannot contain a quotation mark:\na\"b\n\nPlease choose another "
                                  "name or folder."));
                   press(refusal, Qt::Key_Return);
               })

@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+#include <cstdlib>
+#include <new>
+#include <optional>
+
+#include "Helpers.h"
+
+// Operations of the schemes of which any one request for memory fails: each has then done all or nothing.
+
+#ifndef WIZARD_SANITIZED  // the sanitizer has requests of its own
+
+namespace {
+
+constexpr int unlimited = -1;
+int requestsLeft = unlimited;
+
+void* allocate(std::size_t size) noexcept {
+    if (requestsLeft == 0) return nullptr;
+    if (requestsLeft > 0) --requestsLeft;
+    return std::malloc(size == 0 ? 1 : size);
+}
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    if (void* memory = allocate(size)) return memory;
+    throw std::bad_alloc();
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size);
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+    std::free(memory);
+}
+
+namespace {
+
+// Ten, with seven (and eight below it) and three; a loop of fifty and sixty that cannot be reached; paragraphs of
+// all.
+struct Scheme {
+    explicit Scheme(bool renumbered) {
+        addNodes(navs, {{10, 0}, {7, 10}, {8, 7}, {3, 10}, {50, 60}, {60, 50}, {61, 60}});
+        for (int id = 1; id <= 20; ++id) navs.oWebs.Add(makeParagraph(id, id % 3 == 0 ? 99 : id % 2 == 0 ? 3 : 7));
+        if (!renumbered) return;
+        EXPECT_TRUE(navs.Renumber());
+        navs.FileAnew();
+    }
+
+    [[nodiscard]] std::string print() const {
+        std::string printed = linksOf(navs) + " / " + nodesOf(navs.oWebs) + " / ";
+        for (const auto& node : navs.NewEnum())
+            printed += std::to_string(node->tID) + "<" + std::to_string(node->tParentIs) + " ";
+        return printed;
+    }
+
+    clsNavSchemes navs;
+};
+
+enum Result { finished, failed, onlyNotDrawn };
+
+template <class Operation>
+Result run(int requests, clsNavSchemes& navs, Operation operation) {
+    requestsLeft = requests;
+    auto result = finished;
+    try {
+        operation(navs);
+    } catch (const NotDrawn&) {
+        result = onlyNotDrawn;
+    } catch (const std::bad_alloc&) {
+        result = failed;
+    }
+    requestsLeft = unlimited;
+    return result;
+}
+
+template <class Operation>
+void expectAllOrNothing(const std::string& name, Operation operation) {
+    for (const bool renumbered : {false, true}) {
+        SCOPED_TRACE(name + (renumbered ? ", renumbered" : ""));
+        std::string before, done;
+        {
+            Scheme scheme(renumbered);
+            before = scheme.print();
+            operation(scheme.navs);
+            done = scheme.print();
+        }
+        int failures = 0;
+        for (int requests = 0;; ++requests) {
+            Scheme scheme(renumbered);
+            const auto result = run(requests, scheme.navs, operation);
+            const auto now = scheme.print();
+            ASSERT_EQ(now, result == failed ? before : done) << "without the request " << requests;
+            if (result == finished) break;
+            ++failures;
+            ASSERT_LT(requests, 10'000);
+            // It works once there is memory again.
+            operation(scheme.navs);
+            for (const auto& node : scheme.navs.NewEnum()) ASSERT_NE(node, nullptr);
+        }
+        EXPECT_GT(failures, 0) << "it asks for none";
+    }
+}
+
+}  // namespace
+
+TEST(AllocationFault, RenumberDoesAllOrNothing) {
+    expectAllOrNothing("Renumber", [](clsNavSchemes& navs) { static_cast<void>(navs.Renumber()); });
+}
+
+TEST(AllocationFault, FileAnewDoesAllOrNothing) {
+    expectAllOrNothing("FileAnew", [](clsNavSchemes& navs) { navs.FileAnew(); });
+}
+
+TEST(AllocationFault, DelNodeDoesAllOrNothing) {
+    for (const char* key : {"7", "2", "0", "10", "99"})
+        expectAllOrNothing(std::string("DelNode ") + key, [key](clsNavSchemes& navs) { navs.DelNode(key); });
+}
+
+TEST(AllocationFault, DispOrphansDoesAllOrNothing) {
+    expectAllOrNothing("DispOrphans", [](clsNavSchemes& navs) { navs.DispOrphans(); });
+}
+
+TEST(AllocationFault, CheckSchemeOfTheModelsHalfDoesAllOrNothing) {
+    expectAllOrNothing("Renumber of the paragraphs", [](clsNavSchemes& navs) { navs.oWebs.Renumber(navs); });
+}
+
+TEST(AllocationFault, NewSchemeDoesAllOrNothing) {
+    expectAllOrNothing("NewScheme", [](clsNavSchemes& navs) { navs.NewScheme(); });
+}
+
+TEST(AllocationFault, AddingDoesAllOrNothing) {
+    const auto node = makeNode(2'000'000'000, 7);
+    const auto paragraph = makeParagraph(-5, 7);
+    expectAllOrNothing("Add", [&](clsNavSchemes& navs) { static_cast<void>(navs.Add(node)); });
+    expectAllOrNothing("Add of a paragraph", [&](clsNavSchemes& navs) { navs.oWebs.Add(paragraph); });
+}
+
+// What it refuses for lack of memory it says.
+TEST(AllocationFault, FusingDoesAllOrNothing) {
+    for (const int id : {7, 4000}) {
+        for (int requests = 0; requests < 100; ++requests) {
+            Scheme scheme(false);
+            const auto before = rowsOf(scheme.navs);
+            Rows messages;
+            scheme.navs.inform = [&](std::string_view message) {
+                requestsLeft = unlimited;
+                messages.emplace_back(message);
+            };
+            const auto node = makeNode(id, 10, "G", "a long description", "spG_Long", "Lkey", "icon", "role");
+            bool stored = false;
+            EXPECT_EQ(run(requests, scheme.navs, [&](clsNavSchemes& navs) { stored = navs.FuseNav(node); }),
+                      finished);
+            if (stored) {
+                EXPECT_EQ(rowOf(*scheme.navs.Item(id)), rowOf(*node));
+                EXPECT_EQ(messages, Rows());
+                break;
+            }
+            EXPECT_EQ(rowsOf(scheme.navs), before) << requests;
+            EXPECT_EQ(messages, Rows{"There is not enough memory. Changes not saved"});
+        }
+    }
+}
+
+#endif
