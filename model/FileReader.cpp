@@ -64,8 +64,8 @@ char* FileReader::skipLine(char* from) const {
     return from;
 }
 
-// LF and CR each end a line, and so does the end of the bytes, whose spare byte is an LF. CR LF thus ends a line and an
-// empty one, which is passed over like every line without a number.
+// LF and CR each end a line, and so does the end of the bytes, whose spare byte is an LF. CR LF thus ends a line and
+// an empty one, which is passed over like every line without a number.
 void FileReader::goBehind(char* lineEnd) {
     next_ = std::min(lineEnd + 1, end_);
 }

@@ -117,6 +117,6 @@ class clsWebSchemes {
     std::optional<GroupIndex> byNode_;  // made when a node is shown, dropped by every change
     WebGridView* mGrid = nullptr;
     std::optional<std::int32_t> shown_ = 0;  // the node, 0 for all, nothing for the orphans
-    const Text connected_{"C"};  // the values of `status`, made before there is no memory for them
+    const Text connected_{"C"};              // the values of `status`, made before there is no memory for them
     const Text orphan_{"O"};
 };

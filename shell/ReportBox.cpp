@@ -47,7 +47,7 @@ void ReportBox::joinLines(QString& report) const {
     report.truncate(to - report.begin());
 }
 
-// The toolkit takes a paragraph for one line until it is scrolled into view, and again after a resize, so it is told
+// Qt takes a paragraph for one line until it is scrolled into view, and again after a resize, so it is told
 // how many they are. @return whether there was anything to tell
 bool ReportBox::countLines() {
     if (linesAParagraph_ == 1) return false;
@@ -71,7 +71,7 @@ bool ReportBox::focusNextPrevChild(bool /*next*/) {
     return true;
 }
 
-// The clipboard gets the text alone and as it is: the toolkit would make blanks of no-break spaces (byte A0), and
+// The clipboard gets the text alone and as it is: Qt would make blanks of no-break spaces (byte A0), and
 // offer the report as a formatted text, too.
 QMimeData* ReportBox::createMimeDataFromSelection() const {
     auto text = textCursor().selectedText();

@@ -6,7 +6,7 @@
 
 /// The text box of a report: plain text in lines that are not broken, which scrolls both ways. It can be typed into.
 ///
-/// The toolkit makes a record of each paragraph, in two microseconds, and goes through all of them at every step of a
+/// Qt makes a record of each paragraph, in two microseconds, and goes through all of them at every step of a
 /// drag of the window's frame. So a long report becomes paragraphs of several lines; to the eye, the keyboard and the
 /// clipboard it is the same.
 class ReportBox final : public QPlainTextEdit {

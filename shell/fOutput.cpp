@@ -93,7 +93,7 @@ void fOutput::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
 }
 
-// While the user drags a window, an X11 window manager may grab the keyboard. To the toolkit the window then becomes
+// While the user drags a window, an X11 window manager may grab the keyboard. To Qt the window then becomes
 // inactive, and active at the end of the drag; but no other window was active, and it stays where the user has put
 // it.
 bool fOutput::nativeEvent(const QByteArray& type, void* message, qintptr* result) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-// Warnings of the toolkit, about a connection that leads nowhere for instance, fail the test that they come in. What
+// Warnings of Qt, about a connection that leads nowhere for instance, fail the test that they come in. What
 // a screen plugin cannot do is no fault of the program.
 void failOnWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     const auto text = message.toStdString();

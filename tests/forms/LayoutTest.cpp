@@ -222,7 +222,7 @@ TEST_P(FormLayout, SpeaksTheHelpOfEachField) {
         focus(field);
         EXPECT_FALSE(help().empty());
         EXPECT_EQ(find(*form, field).whatsThis().toStdString(), help());
-        // Of a list the toolkit hands over nothing else but this.
+        // Of a list Qt hands over nothing else but this.
         if (!field.starts_with("lst")) {
             EXPECT_EQ(spoken(field, QAccessible::Help).toStdString(), help());
         }

@@ -7,9 +7,9 @@
 
 #include "Helpers.h"
 
-/// Somebody who presses keys and buttons without sense, in whatever window is there. Each step is one line of text:
+/// Somebody who presses random keys and buttons, in whatever window is there. Each step is one line of text:
 ///
-///     fMain key 16777223 Del              a key with its modifiers, as the toolkit numbers them
+///     fMain key 16777223 Del              a key with its modifiers, as Qt numbers them
 ///     fNav type 233 é                     a character
 ///     fMain click 120,80 1 once flexNav   a place in the window, a button, and whose place that is
 ///     fMain choose mnuNavRenum            a command of a menu

@@ -169,7 +169,7 @@ TEST_F(Program, RunsFromStartToEnd) {
     EXPECT_EQ(bytesOf(files / "XST2.txt"), bytesOf(sample("XST2.txt")));
 }
 
-// Words that the toolkit would obey: with such a platform no program starts.
+// Words that Qt would obey: with such a platform no program starts.
 TEST_F(Program, HasNoOptions) {
     run(JOURNEY, {text("-platform"), text("none"), text("-stylesheet"), text((files / "XST1.txt").string())});
 }
@@ -240,7 +240,7 @@ TEST_F(Program, ReadsNoSettings) {
     EXPECT_GT(lookedAt, 0) << "the log does not show the home folder";
 }
 
-// Without XDG_RUNTIME_DIR the toolkit makes an empty folder "runtime-USER" for temporary
+// Without XDG_RUNTIME_DIR Qt makes an empty folder "runtime-USER" for temporary
 // files before any code of the program runs.
 TEST_F(Program, NeedsNoHome) {
     if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";

@@ -100,7 +100,7 @@ TEST(Rounds, OfOpeningEditingAndSavingLeaveNoWindowBehind) {
     EXPECT_EQ(openFiles(), files);
 }
 
-// Without the file dialogs: the toolkit keeps some kilobytes of each.
+// Without the file dialogs: Qt keeps some kilobytes of each.
 TEST(Rounds, OfEditingKeepNoMemory) {
 #ifdef WIZARD_SANITIZED
     GTEST_SKIP() << "the sanitizer has its own books";
