@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "forms/FieldNotes.h"
 
+#include <QStringList>
+
 #include "views/CodePage.h"
 
 namespace {
