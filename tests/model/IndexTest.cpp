@@ -76,19 +76,15 @@ TEST(KeyIndex, ForgetsWhatIsErased) {
 
 namespace {
 
-// The shortest of some times that it takes to insert the numbers and find them again.
+// How long it takes to insert the numbers and find them again.
 std::chrono::nanoseconds timeFor(const std::vector<std::int32_t>& numbers) {
-    auto shortest = std::chrono::nanoseconds::max();
-    for (int round = 0; round < 3; ++round) {
-        const auto begin = std::chrono::steady_clock::now();
-        KeyIndex index;
-        for (const auto number : numbers) index.insert(number, 1);
-        std::size_t found = 0;
-        for (const auto number : numbers) found += index.find(number) == 1 ? 1U : 0U;
-        EXPECT_EQ(found, numbers.size());
-        shortest = std::min<std::chrono::nanoseconds>(shortest, std::chrono::steady_clock::now() - begin);
-    }
-    return shortest;
+    const auto begin = std::chrono::steady_clock::now();
+    KeyIndex index;
+    for (const auto number : numbers) index.insert(number, 1);
+    std::size_t found = 0;
+    for (const auto number : numbers) found += index.find(number) == 1 ? 1U : 0U;
+    EXPECT_EQ(found, numbers.size());
+    return std::chrono::steady_clock::now() - begin;
 }
 
 }  // namespace
@@ -105,7 +101,14 @@ TEST(KeyIndex, TakesNoLongerForNumbersThatWereChosenToMeet) {
         chosen.push_back(static_cast<std::int32_t>(small * inverseOfTheFactor));
         any.push_back(static_cast<std::int32_t>(random() | 0x40000000U));
     }
-    EXPECT_LT(timeFor(chosen), 3 * timeFor(any));
+    // The shortest of several, in turn: other programs take their time, too.
+    auto forChosen = std::chrono::nanoseconds::max();
+    auto forAny = std::chrono::nanoseconds::max();
+    for (int round = 0; round < 5; ++round) {
+        forChosen = std::min(forChosen, timeFor(chosen));
+        forAny = std::min(forAny, timeFor(any));
+    }
+    EXPECT_LT(forChosen, 3 * forAny);
 }
 
 TEST(KeyIndex, ForgetsEverythingWhenCleared) {
