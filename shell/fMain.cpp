@@ -116,7 +116,7 @@ fMain::fMain()
       flexWeb_(makeGrid<WebGrid>("flexWeb", frW_)),
       help_(programFolder()) {
     setObjectName(QStringLiteral("fMain"));
-    setWindowTitle(QStringLiteral("Reporting Scheme Wizard for Pelmo 1.02"));
+    setWindowTitle(QStringLiteral("Reporting Scheme Wizard for Pelmo " WIZARD_VERSION));
     setCentralWidget(inner_);
     makeMenus();
 

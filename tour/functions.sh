@@ -5,7 +5,7 @@
 
 # shellcheck disable=SC2034 # used by the scripts
 {
-main='Reporting Scheme Wizard for Pelmo 1.02'
+main="Reporting Scheme Wizard for Pelmo $(sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)"
 message='Reporting Scheme Wizard for Pelmo'
 node_form='Form to Add / Update a Navigational Node.'
 paragraph_form='Form to Add / Update a Web-Page Paragraph.'

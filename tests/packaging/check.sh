@@ -45,9 +45,7 @@ same_version() {
         grep -q "^[.]TH PELMO-WIZARD 1 [-0-9]* \"$version\"" packaging/pelmo-wizard.1 &&
         grep -q "^Reporting Scheme Wizard for Pelmo $version$" packaging/README.txt &&
         grep -q "^## $version" NEWS.md &&
-        grep -q "^# Reporting Scheme Wizard for Pelmo $version$" README.md &&
-        grep -q "\"Reporting Scheme Wizard for Pelmo $version\"" shell/fMain.cpp &&
-        grep -q "'Reporting Scheme Wizard for Pelmo $version'" tour/functions.sh
+        grep -q "^# Reporting Scheme Wizard for Pelmo $version$" README.md
 }
 check "one version, $version, everywhere" same_version
 check "the license as in LICENSE" diff <(sed '1,/^License:/d; s/^ //; s/^[.]$//' "$share/doc/pelmo-wizard/copyright") \
