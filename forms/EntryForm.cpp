@@ -237,14 +237,15 @@ void EntryForm::typeChosen() {
 }
 
 void EntryForm::kindChosen() {
-    const auto& kind = parameterChoices()[static_cast<std::size_t>(kinds_->ListIndex())];
+    const auto place = static_cast<std::size_t>(kinds_->ListIndex());
+    const auto& kind = parameterChoices()[place];
     setUsable("txtnn", false);
     if (kind.kind == ParameterKind::CKey) {
         setUsable("txtnn", true);
         setBackground(line("txtnn"), tooltipBackground());
         composeKey();
     } else {
-        line("txtParm").setBytes(kind.stored);
+        line("txtParm").setBytes(parameterKinds[place].stored);
     }
     showHelp(kind.help);
     updateNotes();

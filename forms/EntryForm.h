@@ -43,6 +43,8 @@ struct TypeChoice {
     std::array<const char*, 3> disables;  ///< fields that choosing the type makes unusable first; null is none
     std::array<const char*, 2> enables;   ///< and those that it then makes usable; disabled fields keep their text
     const char* help;
+
+    [[nodiscard]] constexpr char letter() const { return *entry; }
 };
 
 /// The font of the forms' captions and fields.

@@ -5,12 +5,16 @@
 
 #include "model/ParameterKind.h"
 
-/// A parameter kind as the forms offer it. The rows stand in the order of the list and of `ParameterKind`.
+/// The help of the list of parameter kinds in both forms.
+inline constexpr char helpOnParameters[] =
+    "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'.";
+
+/// A parameter kind as the forms offer it.
 struct ParameterChoice {
     ParameterKind kind;
-    const char* entry;   ///< the text in the list
-    const char* stored;  ///< what is stored for it; for CKey the length follows, in two digits
+    const char* entry;  ///< the text in the list
     const char* help;
 };
 
+/// All kinds, in the order of the list and of `parameterKinds`.
 [[nodiscard]] std::span<const ParameterChoice> parameterChoices();

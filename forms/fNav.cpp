@@ -6,6 +6,8 @@
 #include <algorithm>
 
 #include "forms/FieldNotes.h"
+#include "forms/ParameterChoices.h"
+#include "model/NodeType.h"
 #include "views/CodePage.h"
 
 namespace {
@@ -33,8 +35,7 @@ constexpr EntryField fields[] = {
      "are to displayed in Web-Page. ",
      "When the file is opened again, the query ends at the comma. What follows it in the line is read as the "
      "parameter, the icon name and the user role, in this order; what is left over is lost."},
-    {EntryField::KindList, "Label9", "Parameter Type:", "lstParm",
-     "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'."},
+    {EntryField::KindList, "Label9", "Parameter Type:", "lstParm", helpOnParameters},
     {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn", "Please enter numeric value"},
     {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", "",
      "When the file is opened again, the parameter ends at the comma. What follows it in the line is read as the "
@@ -71,6 +72,15 @@ constexpr TypeChoice types[] = {
      {},
      "(N) Non-Generating-Type Node, as the name suggests do not generate any child nodes."},
 };
+static_assert(std::ranges::equal(types, nodeTypes, {}, &TypeChoice::letter, &NodeType::letter));
+
+// The letters of the types that cannot stand below one with this letter, whatever may stand there.
+std::string typesNotBelow(char parent) {
+    std::string letters;
+    for (const auto& type : nodeTypes)
+        if (type.onlyBelow != 0 && type.onlyBelow != parent) letters += type.letter;
+    return letters;
+}
 
 QFont footnoteFont() {
     const auto family = QStringLiteral("MS Sans Serif");
@@ -122,11 +132,10 @@ void fNav::setPObject(std::shared_ptr<const clsNavScheme> parent) {
 
 void fNav::setNavObject(Pointer node) {
     setRecord(std::move(node));
-    const bool belowFixed = PObject_ && PObject_->typeIs() == "F";
     if (PObject_)
         lblParent_.setWholeText(QStringLiteral("Parent Node: [%1]  ").arg(PObject_->ID) +
                                 decode(PObject_->descriptionIs.view()));
-    fillLists(belowFixed ? "" : "F");
+    fillLists(typesNotBelow(PObject_ ? PObject_->typeIs().letter() : '\0'));
     if (!NavObject()) return;
     fillFields();
     listOfTypes().setListIndex(indexOfType(NavObject()->typeIs()));

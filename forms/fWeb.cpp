@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "forms/fWeb.h"
 
+#include <algorithm>
+
 #include "forms/FieldNotes.h"
+#include "forms/ParameterChoices.h"
+#include "model/ParagraphType.h"
 
 namespace {
 
@@ -29,8 +33,7 @@ constexpr EntryField fields[] = {
      "When the file is opened again, the query ends at the comma. What follows it in the line is read as the "
      "parameter, the type, the form number, the columns and the field extra, in this order; what is left over is "
      "lost."},
-    {EntryField::KindList, "Label9", "Parameter Type:", "lstParm",
-     "The Parameters Can be one of the Following : 'None', 'LKey', 'CKeynn', 'Text', or 'Today'."},
+    {EntryField::KindList, "Label9", "Parameter Type:", "lstParm", helpOnParameters},
     {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn",
      "Please enter numeric value -- The length of Character Key."},
     {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", "",
@@ -94,6 +97,7 @@ constexpr TypeChoice types[] = {
      "type. The database, however, stores the file path of the images. The Field name that returns the "
      "full-path of images should be prefixed as 'FILE', for example FILEStudents or FILE_Products."},
 };
+static_assert(std::ranges::equal(types, paragraphTypes, {}, &TypeChoice::letter, &ParagraphType::letter));
 
 // In the order in which they are written.
 using Paragraph = clsWebScheme;

@@ -6,15 +6,6 @@
 
 namespace {
 
-struct Tag {
-    std::string_view letters;
-    ParameterKind kind;
-};
-constexpr Tag tags[] = {
-    {"**", ParameterKind::None}, {"LK", ParameterKind::LKey},  {"CK", ParameterKind::CKey},
-    {"TE", ParameterKind::Text}, {"TO", ParameterKind::Today},
-};
-
 char upper(char letter) {
     return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
 }
@@ -27,9 +18,9 @@ std::optional<ParameterKind> readParameterKind(std::string_view parmIs) {
     letters += "**";  // an empty text has the tag "**"
     letters.resize(2);
     std::ranges::transform(letters, letters.begin(), upper);
-    const auto* tag = std::ranges::find(tags, letters, &Tag::letters);
-    if (tag == std::end(tags)) return {};
-    return tag->kind;
+    const auto* found = std::ranges::find(parameterKinds, letters, &StoredParameter::tag);
+    if (found == std::end(parameterKinds)) return {};
+    return found->kind;
 }
 
 std::string_view keyLengthOf(std::string_view parmIs) {

@@ -3,8 +3,11 @@
 
 #include <utility>
 
+#include "model/NodeType.h"
+
 bool clsNavScheme::takesQuery() const {
-    return typeIs_ != "F" && typeIs_ != "N";
+    const auto* type = nodeType(typeIs_.letter());
+    return !type || type->hasQuery;
 }
 
 void clsNavScheme::setTypeIs(Text type) {

@@ -3,57 +3,35 @@
 #include <new>
 #include <utility>
 
+#include "model/NodeType.h"
+#include "model/ParagraphType.h"
 #include "model/clsNavSchemes.h"
 
 namespace {
 
-// The rules that a node must obey to be stored. `children` is the number of nodes below it.
-struct TypeRule {
-    std::string_view type;
-    int mostChildren;
-    std::string_view refusal;
-};
-constexpr TypeRule typeRules[] = {
-    {"R", 0, "This Node is having Child Nodes. No child Nodes Allowed for Recurring Node. Changes not saved"},
-    {"N", 0, "This Node is having Child Nodes. No child Nodes Allowed for Non-Generating Node. Changes not saved"},
-    {"G", 1,
-     "This Node is having more than one Child Nodes. Only One Child Node Allowed for Generating Node. Changes not "
-     "saved"},
-};
+// The rules that a node must obey to be stored, and what is said otherwise.
 
-std::string_view refusalOfParent(std::string_view parentType) {
-    if (parentType != "R" && parentType != "N") return {};
+std::string_view refusalOfParent(const NodeType* parent) {
+    if (!parent || parent->mostChildren != 0) return {};
     return "The Parent of this Node is of Recurring or Non-Generating type. Changes cannot be saved";
 }
 
-std::string_view refusalOfType(std::string_view type, int children) {
-    const auto* rule = std::ranges::find(typeRules, type, &TypeRule::type);
-    return rule != std::end(typeRules) && children > rule->mostChildren ? rule->refusal : std::string_view();
+std::string_view refusalOfType(const NodeType* type, int children) {
+    return type && children > type->mostChildren ? type->tooManyToStore : std::string_view();
 }
 
-std::string_view refusalOfQuery(std::string_view type, std::string_view query) {
-    if ((type != "G" && type != "R") || !query.empty()) return {};
+std::string_view refusalOfQuery(const NodeType* type, std::string_view query) {
+    if (!type || !type->hasQuery || !query.empty()) return {};
     return "No Generating Query or Stored procedure specified. Changes not saved";
 }
 
 constexpr std::string_view refusalOfMemory = "There is not enough memory. Changes not saved";
 
-// What each paragraph type makes of the form number and the columns.
-struct ParagraphRule {
-    std::string_view type;
-    bool clearsForm;
-    bool clearsColumns;
-};
-constexpr ParagraphRule paragraphRules[] = {
-    {"C", true, false}, {"H", false, true}, {"E", true, true},  {"M", true, true},
-    {"I", true, true},  {"S", true, false}, {"T", true, false},
-};
-
 void normalise(clsWebScheme& paragraph) {
-    const auto* rule = std::ranges::find(paragraphRules, paragraph.typeIs.view(), &ParagraphRule::type);
-    if (rule == std::end(paragraphRules)) return;
-    if (rule->clearsForm) paragraph.formIs = 0;
-    if (rule->clearsColumns) paragraph.colsAre = {};
+    const auto* type = paragraphType(paragraph.typeIs.letter());
+    if (!type) return;
+    if (!type->keepsForm) paragraph.formIs = 0;
+    if (!type->keepsColumns) paragraph.colsAre = {};
 }
 
 bool refuse(const Inform& inform, std::string_view message) {
@@ -82,9 +60,9 @@ bool clsNavSchemes::FuseNav(const Pointer& oFuse) try {
     const bool isNew =
         std::ranges::none_of(nodes_.Slots(), [&](const auto& slot) { return slot && slot->ID == oFuse->ID; });
     const auto parent = Item(oFuse->parentIs);
-    for (const auto refusal :
-         {refusalOfParent(parent ? parent->typeIs().view() : std::string_view()),
-          refusalOfType(oFuse->typeIs(), GetChildren(*oFuse)), refusalOfQuery(oFuse->typeIs(), oFuse->queryIs())})
+    const auto* type = nodeType(oFuse->typeIs().letter());
+    for (const auto refusal : {refusalOfParent(parent ? nodeType(parent->typeIs().letter()) : nullptr),
+                               refusalOfType(type, GetChildren(*oFuse)), refusalOfQuery(type, oFuse->queryIs())})
         if (!refusal.empty()) return refuse(inform, refusal);
 
     // A copy is stored: the caller may go on editing, and what it then is refused must not be in the scheme.

@@ -2,14 +2,14 @@
 #include <vector>
 
 #include "model/NodeTree.h"
+#include "model/NodeType.h"
 #include "model/clsNavSchemes.h"
 
 namespace {
 
 // Whether a redraw of the tree shows the node, if it reaches it.
 bool isDrawn(const clsNavScheme& node) {
-    constexpr std::string_view types = "FGRN";
-    return node.parentIs == 0 || types.find(node.typeIs().letter()) != std::string_view::npos;
+    return node.parentIs == 0 || nodeType(node.typeIs().letter());
 }
 
 }  // namespace

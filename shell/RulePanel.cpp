@@ -4,8 +4,11 @@
 #include <QFrame>
 #include <QLabel>
 #include <QPainter>
+#include <iterator>
 
+#include "model/NodeType.h"
 #include "views/Look.h"
+#include "views/NodeLook.h"
 #include "views/Picture.h"
 #include "views/Twips.h"
 
@@ -14,17 +17,34 @@ namespace {
 constexpr QRgb textColour = qRgb(0, 0, 0);
 constexpr QRgb red = qRgb(255, 0, 0);
 constexpr QRgb blue = qRgb(0, 0, 255);
-constexpr QRgb green = qRgb(0, 128, 0);
-constexpr QRgb darkRed = qRgb(128, 0, 0);
 
 constexpr double fontPoints = 8.25;
 constexpr double hintPoints = 7.5;  // the size at which the key hint fits its line
 
-constexpr double captionLeft = 120;  // twips
-constexpr int gap = 4;               // pixels between the caption and the line on either side of it
-constexpr int lineShade = 118;       // percent of the background's darkness
+// Places and sizes are in twips, but for these two.
+constexpr int gap = 4;          // pixels between the caption and the line on either side of it
+constexpr int lineShade = 118;  // percent of the background's darkness
+constexpr double captionLeft = 120;
 
-// A label of the panel; places and sizes in twips.
+// The table: a row for each type, and a column for each in which stands how many of it may be below that of the row.
+constexpr double pictureLeft = 180;
+constexpr double nameLeft = 540;
+constexpr double columnLefts[] = {2880, 3210, 3570, 3930};
+constexpr double headerTop = 240;
+constexpr double firstRowTop = 960;
+constexpr double rowHeight = 480;
+static_assert(std::size(columnLefts) == std::size(nodeTypes));
+
+constexpr double rowTop(std::size_t row) {
+    return firstRowTop + rowHeight * static_cast<double>(row);
+}
+
+constexpr const char* mostBelow(const NodeType& type, const NodeType& child) {
+    if (type.mostChildren == 0 || (child.onlyBelow != 0 && child.onlyBelow != type.letter)) return "--";
+    return type.mostChildren == 1 ? "1" : "N";
+}
+
+// A label of the panel.
 struct Legend {
     const char* text;
     double left, top, width, height;
@@ -34,36 +54,11 @@ struct Legend {
 
 constexpr double oneLine = 255;
 constexpr double twoLines = 480;
+constexpr double nameWidth = 2300;
 constexpr double letterWidth = 180;
 constexpr double explanationWidth = 5640;
 
-constexpr Legend legends[] = {
-    {"Fixed Node (Red) ", 540, 960, 2300, oneLine, textColour},
-    {"Generating Node (Blue) ", 540, 1440, 2300, oneLine, blue},
-    {"Recurring Node (Green) ", 540, 1920, 2300, oneLine, green},
-    {"Non-Generating (Brown) ", 540, 2400, 2300, oneLine, darkRed},
-
-    {"F", 2880, 240, letterWidth, oneLine, qRgb(192, 0, 0)},
-    {"G", 3210, 240, letterWidth, oneLine, qRgb(0, 0, 192)},
-    {"R", 3570, 240, letterWidth, oneLine, qRgb(0, 128, 0)},
-    {"N", 3930, 240, letterWidth, oneLine, qRgb(128, 0, 0)},
-    {"N", 2880, 960, letterWidth, oneLine, textColour},
-    {"N", 3210, 960, letterWidth, oneLine, textColour},
-    {"N", 3570, 960, letterWidth, oneLine, textColour},
-    {"N", 3930, 960, letterWidth, oneLine, textColour},
-    {"--", 2880, 1440, letterWidth, oneLine, textColour},
-    {"1", 3210, 1440, letterWidth, oneLine, textColour},
-    {"1", 3570, 1440, letterWidth, oneLine, textColour},
-    {"1", 3930, 1440, letterWidth, oneLine, textColour},
-    {"--", 2880, 1920, letterWidth, oneLine, textColour},
-    {"--", 3210, 1920, letterWidth, oneLine, textColour},
-    {"--", 3570, 1920, letterWidth, oneLine, textColour},
-    {"--", 3930, 1920, letterWidth, oneLine, textColour},
-    {"--", 2880, 2400, letterWidth, oneLine, textColour},
-    {"--", 3210, 2400, letterWidth, oneLine, textColour},
-    {"--", 3570, 2400, letterWidth, oneLine, textColour},
-    {"--", 3930, 2400, letterWidth, oneLine, textColour},
-
+constexpr Legend explanations[] = {
     {"Rules Explained:", 4320, 240, explanationWidth, oneLine, textColour},
     {"(F)-Fixed Node , can have (N, any number) of (F), (G), (R) and/or (N) as Child Nodes.", 4320, 720,
      explanationWidth, twoLines, red},
@@ -76,58 +71,74 @@ constexpr Legend legends[] = {
      oneLine, textColour, hintPoints},
 };
 
-struct LegendPicture {
-    const char* name;
-    const char* file;
-    double top;
-};
-constexpr double pictureLeft = 180;
-constexpr LegendPicture pictures[] = {
-    {"Image1", ":/images/fixed.svg", 960},
-    {"Image2", ":/images/gen.svg", 1440},
-    {"Image3", ":/images/recur.svg", 1920},
-    {"Image4", ":/images/nongen.svg", 2400},
-};
-
 struct Separator {
     const char* name;
     double left, top, width, height;
 };
 constexpr Separator separators[] = {{"Line1", 2760, 600, 1440, 0}, {"Line2", 4230, 300, 0, 2460}};
 
+void addLabel(const Legend& legend, QWidget& panel) {
+    const auto number = panel.findChildren<QLabel*>().size() + 1;
+    auto* label = new QLabel(QString::fromLatin1(legend.text), &panel);
+    label->setObjectName(QStringLiteral("Label%1").arg(number));
+    auto font = captionFont();
+    font.setPointSizeF(legend.points);
+    label->setFont(font);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(legend.height > oneLine);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label->setGeometry(toPixels(QRectF(legend.left, legend.top, legend.width, legend.height), panel.logicalDpiX()));
+    auto palette = label->palette();
+    palette.setColor(QPalette::WindowText, QColor(legend.colour));
+    label->setPalette(palette);
+}
+
+void addTable(QWidget& panel) {
+    const auto looks = nodeLooks();
+    for (std::size_t row = 0; row < looks.size(); ++row)
+        addLabel({looks[row].caption, nameLeft, rowTop(row), nameWidth, oneLine, looks[row].captionColour}, panel);
+    for (std::size_t column = 0; column < looks.size(); ++column) {
+        const char letter[] = {looks[column].letter, '\0'};
+        addLabel({letter, columnLefts[column], headerTop, letterWidth, oneLine, looks[column].letterColour}, panel);
+    }
+    for (std::size_t row = 0; row < looks.size(); ++row)
+        for (std::size_t column = 0; column < looks.size(); ++column)
+            addLabel({mostBelow(nodeTypes[row], nodeTypes[column]), columnLefts[column], rowTop(row), letterWidth,
+                      oneLine, textColour},
+                     panel);
+}
+
+void addPictures(QWidget& panel) {
+    std::size_t row = 0;
+    for (const auto& look : nodeLooks()) {
+        const auto& source = pictureSources()[static_cast<std::size_t>(look.picture) - 1];
+        auto* picture = new Picture(QIcon(QString::fromLatin1(source.file)), &panel);
+        const int dpi = panel.logicalDpiX();
+        picture->move(toPixels(pictureLeft, dpi), toPixels(rowTop(row++), dpi));
+        picture->setObjectName(QStringLiteral("Image%1").arg(row));
+    }
+}
+
+void addSeparators(QWidget& panel) {
+    for (const auto& separator : separators) {
+        auto* line = new QFrame(&panel);
+        line->setObjectName(QString::fromLatin1(separator.name));
+        line->setFrameShape(separator.height > 0 ? QFrame::VLine : QFrame::HLine);
+        line->setFrameShadow(QFrame::Sunken);
+        const auto place =
+            toPixels(QRectF(separator.left, separator.top, separator.width, separator.height), panel.logicalDpiX());
+        line->setGeometry(place.adjusted(0, 0, separator.height > 0 ? 2 : 0, separator.height > 0 ? 0 : 2));
+    }
+}
+
 }  // namespace
 
 RulePanel::RulePanel(QWidget* parent) : QGroupBox(QStringLiteral("Rules for Navigational Hierarchy"), parent) {
     setObjectName(QStringLiteral("frRule"));
-    const int dpi = logicalDpiX();
-    QFont small = captionFont();
-    int number = 0;
-    for (const auto& legend : legends) {
-        small.setPointSizeF(legend.points);
-        auto* label = new QLabel(QString::fromLatin1(legend.text), this);
-        label->setObjectName(QStringLiteral("Label%1").arg(++number));
-        label->setFont(small);
-        label->setTextFormat(Qt::PlainText);
-        label->setWordWrap(legend.height > oneLine);
-        label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        label->setGeometry(toPixels(QRectF(legend.left, legend.top, legend.width, legend.height), dpi));
-        auto palette = label->palette();
-        palette.setColor(QPalette::WindowText, QColor(legend.colour));
-        label->setPalette(palette);
-    }
-    for (const auto& picture : pictures) {
-        auto* widget = new Picture(QIcon(QString::fromLatin1(picture.file)), this);
-        widget->setObjectName(QString::fromLatin1(picture.name));
-        widget->move(toPixels(pictureLeft, dpi), toPixels(picture.top, dpi));
-    }
-    for (const auto& separator : separators) {
-        auto* line = new QFrame(this);
-        line->setObjectName(QString::fromLatin1(separator.name));
-        line->setFrameShape(separator.height > 0 ? QFrame::VLine : QFrame::HLine);
-        line->setFrameShadow(QFrame::Sunken);
-        auto place = toPixels(QRectF(separator.left, separator.top, separator.width, separator.height), dpi);
-        line->setGeometry(place.adjusted(0, 0, separator.height > 0 ? 2 : 0, separator.height > 0 ? 0 : 2));
-    }
+    addTable(*this);
+    for (const auto& legend : explanations) addLabel(legend, *this);
+    addPictures(*this);
+    addSeparators(*this);
 }
 
 void RulePanel::paintEvent(QPaintEvent* /*event*/) {

@@ -15,6 +15,7 @@
 #include "shell/fOutput.h"
 #include "views/CodePage.h"
 #include "views/MessageBox.h"
+#include "views/NodeLook.h"
 #include "views/PanelLayout.h"
 #include "views/Picture.h"
 #include "views/Twips.h"
@@ -27,18 +28,6 @@ constexpr double designHeight = 5280;
 constexpr QRectF designOfFrN(120, 0, 2895, 1695);
 constexpr QRectF designOfFrW(3960, 0, 3375, 1695);
 constexpr QRectF designOfFrRule(120, 1800, 10575, 3400);
-
-// The sources of the tree's pictures, in the order of their index.
-struct TreePicture {
-    const char* name;
-    const char* file;
-    const char* key;
-};
-constexpr TreePicture treePictures[] = {
-    {"imgRoot", ":/images/root.svg", "root"},       {"imgFix", ":/images/fixed.svg", "fixed"},
-    {"imgGen", ":/images/gen.svg", "gen"},          {"imgRecur", ":/images/recur.svg", "recur"},
-    {"imgNonGen", ":/images/nongen.svg", "nongen"},
-};
 
 // Shows, while it exists, that the program is at work. A window system shows it at once, without any event.
 class BusyCursor {
@@ -122,7 +111,7 @@ fMain::fMain()
 
     const int dpi = logicalDpiX();
     frRule_->setGeometry(toPixels(designOfFrRule, dpi));
-    for (const auto& picture : treePictures) {
+    for (const auto& picture : pictureSources()) {
         auto* source = new Picture(QIcon(QString::fromLatin1(picture.file)), inner_);
         source->setObjectName(QString::fromLatin1(picture.name));
         source->hide();
@@ -218,7 +207,7 @@ void fMain::Maximize() {
 NavTreeView& fMain::CreateTree() {
     auto* images = new ImageList(inner_);
     images->setObjectName(QStringLiteral("myImage"));
-    for (const auto& picture : treePictures)
+    for (const auto& picture : pictureSources())
         images->add(QString::fromLatin1(picture.key),
                     static_cast<Picture*>(inner_->findChild<QWidget*>(QString::fromLatin1(picture.name)))->icon());
     myTree_ = new NavTree(*images, inner_);

@@ -7,6 +7,7 @@
 #include "forms/fNav.h"
 #include "forms/fWeb.h"
 #include "model/Integer.h"
+#include "model/NodeType.h"
 #include "shell/fMain.h"
 #include "views/CodePage.h"
 #include "views/MessageBox.h"
@@ -18,16 +19,9 @@
 namespace {
 
 // Why no node can be added below one of this type that has `children` nodes; empty when one can.
-QString refusalBelow(std::string_view type, int children) {
-    if (type == "G" && children > 0)
-        return QStringLiteral(
-            "Below a (G)- Generating Node, you can add just ONE node.\r\n"
-            "Node is already present. No Addition allowed !!");
-    if (type == "R")
-        return QStringLiteral("Below a (R)- Recurring Node, you CANNOT add any node.\r\nNo Addition allowed !!");
-    if (type == "N")
-        return QStringLiteral("Below a (N)- Non-Generating Node, you CANNOT add any node.\r\nNo Addition allowed !!");
-    return {};
+QString refusalBelow(const NodeType* type, int children) {
+    if (!type || children < type->mostChildren) return {};
+    return QString::fromLatin1(type->noneToAdd.data(), static_cast<qsizetype>(type->noneToAdd.size()));
 }
 
 std::string treeKey(std::string_view skey) {
@@ -116,7 +110,8 @@ void fMain::oNavs_oInsert(const std::string& skey) {
     remember(skey);
     const auto parent = oNavs->Item(skey);
     if (!parent) return;
-    if (const auto refusal = refusalBelow(parent->typeIs(), myTree_->childCount(treeKey(skey))); !refusal.isEmpty()) {
+    const auto* type = nodeType(parent->typeIs().letter());
+    if (const auto refusal = refusalBelow(type, myTree_->childCount(treeKey(skey))); !refusal.isEmpty()) {
         showMessage(this, refusal);
         return;
     }

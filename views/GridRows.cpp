@@ -2,22 +2,74 @@
 #include "views/GridRows.h"
 
 #include <algorithm>
-#include <functional>
+#include <iterator>
+
+#include "model/ParagraphType.h"
 
 namespace {
 
-std::string text(Text::Ref bytes) {
-    return std::string(bytes.view());
+// How a screen reader says the type of a paragraph.
+struct SpokenType {
+    char letter;
+    const char* spoken;
+};
+constexpr SpokenType spokenTypes[] = {
+    {'C', "Bar chart paragraph"},     {'H', "Header paragraph"},       {'E', "Action query paragraph"},
+    {'M', "Multi-chapter paragraph"}, {'I', "Image header paragraph"}, {'S', "Table paragraph"},
+    {'T', "Thumbnails paragraph"},
+};
+static_assert(std::ranges::equal(spokenTypes, paragraphTypes, {}, &SpokenType::letter, &ParagraphType::letter));
+
+// What the three functions of a grid make of its table of columns.
+
+template <class Column>
+std::string join(std::span<const Column> columns) {
+    std::string format;
+    for (const auto& column : columns) format.append(format.empty() ? "" : "|").append(column.format);
+    return format;
 }
 
-template <class Rows, class Number = std::identity>
-std::size_t widest(const Rows& rows, Number number = {}) {
-    if (rows.empty()) return 0;
-    const auto [least, most] = std::ranges::minmax(rows, {}, number);
-    return std::max(keyText(std::invoke(number, least)).size(), keyText(std::invoke(number, most)).size());
+template <class Rows, class Column>
+std::string cellOf(const Rows& rows, std::size_t row, const Column& column) {
+    return column.number ? keyText(column.number(rows, row)) : std::string(column.text(rows, row));
+}
+
+template <class Rows, class Column>
+std::size_t widest(const Rows& rows, const Column& column) {
+    if (!column.number || rows.count() == 0) return 0;
+    auto least = column.number(rows, 0);
+    auto most = least;
+    for (std::size_t row = 1; row < rows.count(); ++row) {
+        const auto number = column.number(rows, row);
+        least = std::min(least, number);
+        most = std::max(most, number);
+    }
+    return std::max(keyText(least).size(), keyText(most).size());
 }
 
 }  // namespace
+
+std::span<const NavGridRows::Column> NavGridRows::columns() {
+    using Grid = const NavGridRows&;
+    using Place = std::size_t;
+    static constexpr Column table[] = {
+        {.format = ">ID ", .number = [](Grid grid, Place row) { return grid.ids_[row]; }},
+        {.format = "<Description                                                  ",
+         .text = [](Grid grid, Place row) { return grid.rows_[row].description.view(); }},
+        {.format = "^Type", .text = [](Grid grid, Place row) { return grid.rows_[row].type.view(); }},
+        {.format = "^Parent    ", .number = [](Grid grid, Place row) { return grid.parents_[row]; }},
+        {.format = "<Query                          ",
+         .text = [](Grid grid, Place row) { return grid.rows_[row].query.view(); }},
+        {.format = "<Parameter     ", .text = [](Grid grid, Place row) { return grid.rows_[row].parm.view(); }},
+        {.format = "<Icon              ", .text = [](Grid grid, Place row) { return grid.rows_[row].icon.view(); }},
+        {.format = "<Role         ", .text = [](Grid grid, Place row) { return grid.rows_[row].role.view(); }},
+    };
+    return table;
+}
+
+std::string NavGridRows::format() {
+    return join(columns());
+}
 
 NavGridRows::NavGridRows(const clsNavSchemes& scheme) {
     const auto expected = static_cast<std::size_t>(scheme.Count());
@@ -32,41 +84,51 @@ NavGridRows::NavGridRows(const clsNavSchemes& scheme) {
                          texts_.keep(node->parmIs()), texts_.keep(node->iconIs), texts_.keep(node->roleIs)});
         ids_.push_back(node->ID);
         parents_.push_back(node->parentIs);
-        if (const auto* type = nodeType(node->typeIs())) colour = type->gridColour;
+        if (const auto* look = nodeLook(node->typeIs().letter())) colour = look->gridColour;
         colours_.push_back(colour);
     }
 }
 
 std::string NavGridRows::cell(std::size_t row, int column) const {
-    const auto& shown = rows_[row];
-    switch (column) {
-        case 0: return keyText(ids_[row]);
-        case 1: return text(shown.description);
-        case 2: return text(shown.type);
-        case 3: return keyText(parents_[row]);
-        case 4: return text(shown.query);
-        case 5: return text(shown.parm);
-        case 6: return text(shown.icon);
-        case 7: return text(shown.role);
-        default: return {};
-    }
+    return cellOf(*this, row, columns()[static_cast<std::size_t>(column)]);
 }
 
 QString NavGridRows::spoken(std::size_t row) const {
-    return spokenType(nodeType(rows_[row].type.view()));
+    const auto type = rows_[row].type.view();
+    return spokenType(type.size() == 1 ? nodeLook(type.front()) : nullptr);
 }
 
 std::size_t NavGridRows::widestNumber(int column) const {
-    switch (column) {
-        case 0: return widest(ids_);
-        case 3: return widest(parents_);
-        default: return 0;
-    }
+    return widest(*this, columns()[static_cast<std::size_t>(column)]);
 }
 
 std::size_t NavGridRows::find(std::int32_t id) const {
     const auto found = std::ranges::find(ids_, id);
     return found == ids_.end() ? none : static_cast<std::size_t>(found - ids_.begin());
+}
+
+std::span<const WebGridRows::Column> WebGridRows::columns() {
+    using Grid = const WebGridRows&;
+    using Place = std::size_t;
+    static constexpr Column table[] = {
+        {.format = "^ID ", .number = [](Grid grid, Place row) { return grid.rows_[row].id; }},
+        {.format = "^XST1", .number = [](Grid grid, Place row) { return grid.rows_[row].node; }},
+        {.format = "^Seq", .number = [](Grid grid, Place row) { return grid.rows_[row].seqNo; }},
+        {.format = "<Paragraph Title                                       ",
+         .text = [](Grid grid, Place row) { return grid.rows_[row].title.view(); }},
+        {.format = "<Query                             ",
+         .text = [](Grid grid, Place row) { return grid.rows_[row].query.view(); }},
+        {.format = "<Parameter  ", .text = [](Grid grid, Place row) { return grid.rows_[row].parm.view(); }},
+        {.format = "^Type", .text = [](Grid grid, Place row) { return grid.rows_[row].type.view(); }},
+        {.format = "^Form#", .number = [](Grid grid, Place row) { return grid.rows_[row].form; }},
+        {.format = "<Columns                       ",
+         .text = [](Grid grid, Place row) { return grid.rows_[row].cols.view(); }},
+    };
+    return table;
+}
+
+std::string WebGridRows::format() {
+    return join(columns());
 }
 
 WebGridRows::WebGridRows(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) {
@@ -82,41 +144,17 @@ WebGridRows::WebGridRows(std::span<const std::shared_ptr<clsWebScheme>> paragrap
 }
 
 std::string WebGridRows::cell(std::size_t row, int column) const {
-    const auto& shown = rows_[row];
-    switch (column) {
-        case 0: return keyText(shown.id);
-        case 1: return keyText(shown.node);
-        case 2: return keyText(shown.seqNo);
-        case 3: return text(shown.title);
-        case 4: return text(shown.query);
-        case 5: return text(shown.parm);
-        case 6: return text(shown.type);
-        case 7: return keyText(shown.form);
-        case 8: return text(shown.cols);
-        default: return {};
-    }
+    return cellOf(*this, row, columns()[static_cast<std::size_t>(column)]);
 }
 
 QString WebGridRows::spoken(std::size_t row) const {
-    struct ParagraphType {
-        std::string_view letter;
-        const char* spoken;
-    };
-    static constexpr ParagraphType types[] = {{"C", "Bar chart paragraph"},    {"H", "Header paragraph"},
-                                              {"E", "Action query paragraph"}, {"M", "Multi-chapter paragraph"},
-                                              {"I", "Image header paragraph"}, {"S", "Table paragraph"},
-                                              {"T", "Thumbnails paragraph"}};
-    const auto* found = std::ranges::find(types, rows_[row].type.view(), &ParagraphType::letter);
-    return found == std::end(types) ? QStringLiteral("Paragraph of unknown type")
-                                    : QString::fromLatin1(found->spoken);
+    const auto type = rows_[row].type.view();
+    const auto* found =
+        type.size() == 1 ? std::ranges::find(spokenTypes, type.front(), &SpokenType::letter) : std::end(spokenTypes);
+    return found == std::end(spokenTypes) ? QStringLiteral("Paragraph of unknown type")
+                                          : QString::fromLatin1(found->spoken);
 }
 
 std::size_t WebGridRows::widestNumber(int column) const {
-    switch (column) {
-        case 0: return widest(rows_, &Row::id);
-        case 1: return widest(rows_, &Row::node);
-        case 2: return widest(rows_, &Row::seqNo);
-        case 7: return widest(rows_, &Row::form);
-        default: return 0;
-    }
+    return widest(*this, columns()[static_cast<std::size_t>(column)]);
 }

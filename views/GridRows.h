@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "model/clsNavSchemes.h"
-#include "views/NodeTypes.h"
+#include "views/NodeLook.h"
 #include "views/TextKeeper.h"
 
 /// What a grid shows below its header, as it was when this was made. Rows and columns count from 0.
@@ -28,14 +28,20 @@ class GridRows {
     [[nodiscard]] virtual std::size_t widestNumber(int column) const = 0;
 };
 
+/// A column of a grid, and what it shows of each row: a text or a number.
+template <class Rows>
+struct GridColumn {
+    std::string_view format;  ///< see ColumnFormat
+    std::string_view (*text)(const Rows&, std::size_t row) = nullptr;
+    std::int32_t (*number)(const Rows&, std::size_t row) = nullptr;
+};
+
 /// The grid of nodes: all of them, in collection order, each row in the colour of its type. A row of unknown type
 /// takes the colour of the row above it.
 class NavGridRows final : public GridRows {
   public:
     /// Alignment, caption and width of the columns; see ColumnFormat.
-    static constexpr std::string_view format =
-        ">ID |<Description                                                  |^Type|^Parent    |<Query               "
-        "           |<Parameter     |<Icon              |<Role         ";
+    [[nodiscard]] static std::string format();
 
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
 
@@ -50,9 +56,12 @@ class NavGridRows final : public GridRows {
     [[nodiscard]] std::size_t find(std::int32_t id) const;
 
   private:
+    using Column = GridColumn<NavGridRows>;
     struct Row {
         Text::Ref description, type, query, parm, icon, role;
     };
+    [[nodiscard]] static std::span<const Column> columns();
+
     std::vector<Row> rows_;
     std::vector<std::int32_t> ids_, parents_;  // apart, so that a search passes over little memory
     std::vector<QRgb> colours_;
@@ -62,9 +71,7 @@ class NavGridRows final : public GridRows {
 /// The grid of paragraphs: those given, in that order, all in black. The field `extra` is not shown.
 class WebGridRows final : public GridRows {
   public:
-    static constexpr std::string_view format =
-        "^ID |^XST1|^Seq|<Paragraph Title                                       |<Query                             "
-        "|<Parameter  |^Type|^Form#|<Columns                       ";
+    [[nodiscard]] static std::string format();
 
     static constexpr int columnOfID = 0;
     static constexpr int columnOfNode = 1;
@@ -79,10 +86,13 @@ class WebGridRows final : public GridRows {
     [[nodiscard]] std::size_t widestNumber(int column) const override;
 
   private:
+    using Column = GridColumn<WebGridRows>;
     struct Row {
         Text::Ref title, query, parm, type, cols;
         std::int32_t id, node, seqNo, form;
     };
+    [[nodiscard]] static std::span<const Column> columns();
+
     std::vector<Row> rows_;
     TextKeeper texts_;
 };

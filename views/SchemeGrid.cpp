@@ -115,7 +115,7 @@ bool SchemeGrid::eventFilter(QObject* watched, QEvent* event) {
     return QTableView::eventFilter(watched, event);
 }
 
-NavGrid::NavGrid(QWidget* parent) : SchemeGrid(NavGridRows::format, std::make_unique<NavGridRows>(), parent) {
+NavGrid::NavGrid(QWidget* parent) : SchemeGrid(NavGridRows::format(), std::make_unique<NavGridRows>(), parent) {
 }
 
 void NavGrid::Fill(const clsNavSchemes& scheme) {
@@ -135,7 +135,7 @@ void NavGrid::showAtTop(std::string_view key) {
     verticalScrollBar()->setValue(static_cast<int>(row));
 }
 
-WebGrid::WebGrid(QWidget* parent) : SchemeGrid(WebGridRows::format, std::make_unique<WebGridRows>(), parent) {
+WebGrid::WebGrid(QWidget* parent) : SchemeGrid(WebGridRows::format(), std::make_unique<WebGridRows>(), parent) {
 }
 
 void WebGrid::Place(Twips left, Twips top, Twips width, Twips height) {

@@ -52,15 +52,15 @@ int TreeModel::rowCount(const QModelIndex& parent) const {
 QVariant TreeModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const auto& row = shown_.row(rowOf(index));
-    const auto* type = nodeType(row.picture);
+    const auto* look = nodeLook(row.picture);
     switch (role) {
         case Qt::DisplayRole: return decodeForCell(row.text.view());
         case Qt::EditRole: return decode(row.text.view());  // for who copies it
         case Qt::DecorationRole: return images_.icon(static_cast<int>(row.picture));
-        case Qt::ForegroundRole: return QBrush(QColor(type ? type->treeColour : qRgb(0, 0, 0)));
+        case Qt::ForegroundRole: return QBrush(QColor(look ? look->treeColour : qRgb(0, 0, 0)));
         case Qt::AccessibleTextRole:
             return QStringLiteral("%1, %2").arg(decodeForCell(row.text.view()),
-                                                type ? spokenType(type) : QStringLiteral("Root node"));
+                                                look ? spokenType(look) : QStringLiteral("Root node"));
         default: return {};
     }
 }

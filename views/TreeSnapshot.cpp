@@ -9,8 +9,8 @@ namespace {
 
 NodePicture pictureOf(const clsNavScheme& node) {
     if (node.parentIs == 0) return NodePicture::root;
-    const auto* type = nodeType(node.typeIs());
-    return type ? type->picture : NodePicture::none;
+    const auto* look = nodeLook(node.typeIs().letter());
+    return look ? look->picture : NodePicture::none;
 }
 
 struct Unplaced {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "model/clsNavSchemes.h"
-#include "views/NodeTypes.h"
+#include "views/NodeLook.h"
 #include "views/TextKeeper.h"
 
 /// What the tree shows of a scheme, as it was when this was made: the nodes that can be reached from the root, in

@@ -4,6 +4,8 @@
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
+#include "tests/Letters.h"
+
 // The two forms under a user who does anything in any order, beside a model of what they must show and store.
 
 namespace {
@@ -100,7 +102,7 @@ class Played : public Stage {
     void act() {
         switch (below(8)) {
             case 0: {
-                const std::string letters = isNode_ ? "FGRN" : "CHEMIST";
+                const std::string letters = isNode_ ? nodeLetters : paragraphLetters;
                 const int index = below(static_cast<int>(letters.size()));
                 RC_LOG() << "type " << index << '\n';
                 leaveLength();

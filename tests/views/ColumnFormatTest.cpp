@@ -35,7 +35,7 @@ TEST(ColumnFormat, ReadsAlignmentAndCaptionOfEachColumn) {
 }
 
 TEST(ColumnFormat, OfTheNodeGridIsThisText) {
-    EXPECT_EQ(NavGridRows::format,
+    EXPECT_EQ(NavGridRows::format(),
               ">ID |<Description                                                  |^Type|^Parent    |<Query          "
               "       "
               "         |<Parameter     |<Icon              |<Role         ");
@@ -43,23 +43,23 @@ TEST(ColumnFormat, OfTheNodeGridIsThisText) {
 
 TEST(ColumnFormat, OfTheParagraphGridIsThisText) {
     EXPECT_EQ(
-        WebGridRows::format,
+        WebGridRows::format(),
         "^ID |^XST1|^Seq|<Paragraph Title                                       |<Query                          "
         "   |<Parameter  |^Type|^Form#|<Columns                       ");
 }
 
 TEST(ColumnFormat, OfTheNodeGridMakesEightColumns) {
-    EXPECT_EQ(columnsOf(NavGridRows::format),
+    EXPECT_EQ(columnsOf(NavGridRows::format()),
               (Rows{"> 'ID '", "< 'Description                                                  '", "^ 'Type'",
                     "^ 'Parent    '", "< 'Query                          '", "< 'Parameter     '",
                     "< 'Icon              '", "< 'Role         '"}));
-    EXPECT_EQ(widthsOf(NavGridRows::format), (std::vector{3, 61, 4, 10, 31, 14, 18, 13}));
+    EXPECT_EQ(widthsOf(NavGridRows::format()), (std::vector{3, 61, 4, 10, 31, 14, 18, 13}));
 }
 
 TEST(ColumnFormat, OfTheParagraphGridMakesNineColumns) {
-    EXPECT_EQ(columnsOf(WebGridRows::format),
+    EXPECT_EQ(columnsOf(WebGridRows::format()),
               (Rows{"^ 'ID '", "^ 'XST1'", "^ 'Seq'", "< 'Paragraph Title                                       '",
                     "< 'Query                             '", "< 'Parameter  '", "^ 'Type'", "^ 'Form#'",
                     "< 'Columns                       '"}));
-    EXPECT_EQ(widthsOf(WebGridRows::format), (std::vector{3, 4, 3, 54, 34, 11, 4, 5, 30}));
+    EXPECT_EQ(widthsOf(WebGridRows::format()), (std::vector{3, 4, 3, 54, 34, 11, 4, 5, 30}));
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "model/clsNavSchemes.h"
+#include "tests/Letters.h"
 
 /// What the tree must show of a scheme, found as directly as can be: node by node, by recursion, each by a search
 /// through all, and put below the one with its parent's key; left out if its key is taken, that parent is not there
@@ -45,7 +46,7 @@ class PlainTree {
         for (const auto& node : nodes_) {
             if (node->parentIs != parent.ID) continue;
             const auto type = node->typeIs().view();
-            const auto letter = type.size() == 1 ? std::string("FGRN").find(type) : std::string::npos;
+            const auto letter = type.size() == 1 ? nodeLetters.find(type) : std::string::npos;
             int picture = letter == std::string::npos ? 0 : static_cast<int>(letter) + 2;
             if (node->parentIs == 0) picture = 1;
             if (picture != 0 && items_.contains(parent.ID) && !items_.contains(node->ID)) {

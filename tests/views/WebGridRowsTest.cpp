@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "Helpers.h"
+#include "views/ColumnFormat.h"
 #include "views/GridRows.h"
 
 namespace {
@@ -32,8 +33,8 @@ TEST(WebGridRows, ShowEachFieldInItsColumn) {
 
 TEST(WebGridRows, DoNotShowTheExtraField) {
     const WebGridRows rows(Paragraphs{makeFullParagraph()});
-    EXPECT_EQ(rows.cell(0, 9), "");
-    EXPECT_EQ(rows.cell(0, 10), "");
+    const auto columns = static_cast<int>(readColumnFormat(WebGridRows::format()).size());
+    for (int column = 0; column < columns; ++column) EXPECT_NE(rows.cell(0, column), "more") << column;
 }
 
 TEST(WebGridRows, AreTheParagraphsGivenInThatOrder) {
