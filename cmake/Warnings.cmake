@@ -2,8 +2,10 @@
 # The compile switches of every target of this project, in one place: link it PRIVATE.
 add_library(wizard_warnings INTERFACE)
 target_compile_options(wizard_warnings INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+  -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion
   -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
+  # Files that are compiled together do not shadow each other.
+  $<$<NOT:$<BOOL:$<TARGET_PROPERTY:UNITY_BUILD>>>:-Wshadow>
   # GCC 12 takes the assignment of a short literal to a std::string for a copy that overlaps, or has no end.
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict>
   $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-stringop-overflow>
