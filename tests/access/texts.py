@@ -216,7 +216,7 @@ def report(wizard, test, menu, letter, check):
 def popup(wizard, test, key, items):
     """Opens a popup menu and goes once around it: that is how a screen reader comes to know its items."""
     wizard.heard.clear()
-    wizard.keys(key)
+    wizard.open_menu(key, lambda: wizard.heard, f"nothing is heard of '{items[0]}'")
     for count in range(len(items)):
         wizard.wait(lambda wanted=count + 1: len(wizard.heard) >= wanted, f"nothing is heard of '{items[count]}'")
         wizard.keys("Down")

@@ -26,7 +26,8 @@ OPEN = "Open A File"
 SAVE = "Save File As..."
 
 WITH_ROWS = ("table", "tree", "list", "combo box")
-PATIENCE = 10  # seconds
+PATIENCE = 30  # seconds
+BEFORE_PRESSING_AGAIN = 3  # seconds, on a machine so busy that a key was lost
 
 
 class Failure(Exception):
@@ -129,9 +130,9 @@ class Wizard:
         except GLib.Error:
             pass  # it is gone already
 
-    def wait(self, condition, complaint):
+    def wait(self, condition, complaint, patience=PATIENCE):
         """Waits until the condition gives something that counts as true, and returns it."""
-        end = time.monotonic() + PATIENCE
+        end = time.monotonic() + patience
         while True:
             while GLib.MainContext.default().iteration(False):
                 pass
@@ -216,8 +217,20 @@ class Wizard:
         self.wait(lambda: text(field) == characters,
                   lambda: f"'{characters}' was typed into '{name(field)}', and there stands '{text(field)}'")
 
+    def open_menu(self, key, is_open, complaint):
+        """Presses a key that opens a menu, and again if that does not come."""
+        end = time.monotonic() + PATIENCE
+        while True:
+            self.keys(key)
+            try:
+                return self.wait(is_open, complaint, BEFORE_PRESSING_AGAIN)
+            except Failure:
+                if time.monotonic() > end:
+                    raise
+                self.keys("Escape")
+
     def menu(self, *letters):
-        self.keys("alt+" + letters[0])
+        self.open_menu("alt+" + letters[0], self.popup, "the menu does not open")
         for letter in letters[1:]:
             self.wait(self.popup, "the menu does not open")
             self.keys(letter)

@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr const char* refusedWithoutQuery = "Query field cannot be blank...";
+constexpr const char* refusedBlankQuery = "Query field cannot be blank...";
 
 struct FuseWeb : testing::Test {
     clsNavSchemes navs;
@@ -57,7 +57,7 @@ TEST_F(FuseWeb, WhatIsEditedAfterwardsIsNotInTheScheme) {
     paragraph->titleIs = "edited again";
     paragraph->queryIs = "";
     EXPECT_FALSE(navs.FuseWeb(paragraph));
-    EXPECT_EQ(messages, std::vector<std::string>{refusedWithoutQuery});
+    EXPECT_EQ(messages, std::vector<std::string>{refusedBlankQuery});
     EXPECT_EQ(rowsOf(navs.oWebs), Rows{"5|4|6|Orders|spW_Orders|Lkey|S|0|2:3|more"});
     paragraph->queryIs = "spY";
     EXPECT_TRUE(navs.FuseWeb(paragraph)) << "now an existing one";

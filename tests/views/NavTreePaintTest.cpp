@@ -7,7 +7,7 @@ namespace {
 
 constexpr QColor white(255, 255, 255);
 constexpr QColor grey(128, 128, 128);
-constexpr QColor black(0, 0, 0);
+constexpr QColor blackText(0, 0, 0);
 
 // The tree with nothing in the pictures, so that all that is painted beside the texts are lines and boxes.
 class NavTreePaintTest : public testing::Test {
@@ -46,7 +46,7 @@ class NavTreePaintTest : public testing::Test {
             std::string line;
             for (int x = -5; x <= 5; ++x) {
                 const auto colour = image.pixelColor(middle + QPoint(x, y));
-                line += colour == white ? '.' : colour == grey ? '#' : colour == black ? '+' : '?';
+                line += colour == white ? '.' : colour == grey ? '#' : colour == blackText ? '+' : '?';
             }
             picture.push_back(line);
         }
@@ -165,7 +165,7 @@ TEST_F(NavTreePaintTest, EachTextIsPaintedInItsColour) {
     navs.mLastN = "";
     tree.Fill(navs);
     for (const auto* key : {"N2", "N4", "N3"}) open(key);
-    const std::pair<const char*, QColor> colours[] = {{"N1", black},
+    const std::pair<const char*, QColor> colours[] = {{"N1", blackText},
                                                       {"N2", QColor(255, 0, 0)},
                                                       {"N4", QColor(0, 0, 255)},
                                                       {"N7", QColor(0, 64, 0)},

@@ -1,0 +1,59 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: MIT
+"""Says which tests were skipped and why, and fails where one need not have been.
+
+usage: skipped.py RESULT...
+
+The results are those of `ctest --output-junit` with the whole output of each test. What a machine forbids or a test
+does not apply to is no fault; a program that is missing is one, because packages/test.txt names it.
+"""
+import collections
+import re
+import sys
+import xml.etree.ElementTree as xml
+
+NO_FAULT = [  # parts of reasons
+    "not allowed here",               # to mount, to make a device
+    "may not be traced here", "cannot be traced here", "refuses no single calls", "nobody may trace",
+    "cannot be write-protected here", "no way to become an ordinary user here", "there is no such file here",
+    "files always have names there",
+    "the sanitizer ",                 # has memory and books of its own
+    "need a screen", "another screen", "not a screen of 96 dots", "the mouse cannot be moved here",
+    "no window manager",
+]
+
+
+def skips(case):
+    """The reasons for which a test, or some in a program of tests, were skipped; with the name of each."""
+    output = case.findtext("system-out") or ""
+    inside = re.findall(r"^[^\n]*: Skipped\n(.*?)\n+(?:.*\n)*?\[  SKIPPED \] (\S+)", output, re.MULTILINE)
+    if inside:
+        return [(name, reason.strip()) for reason, name in inside]
+    if case.find("skipped") is not None:
+        lines = [line for line in output.strip().splitlines() if line]
+        return [(case.get("name"), lines[-1] if lines else "without a reason")]
+    return []
+
+
+def main():
+    by_reason = collections.defaultdict(list)
+    tests = 0
+    for result in sys.argv[1:]:
+        for case in xml.parse(result).iter("testcase"):
+            tests += 1
+            for name, reason in skips(case):
+                by_reason[reason].append(name)
+    if not tests:
+        print("no test was run")
+        return 1
+    print(f"{sum(map(len, by_reason.values()))} skipped")
+    code = 0
+    for reason, names in sorted(by_reason.items()):
+        fault = not any(part in reason for part in NO_FAULT)
+        code |= fault
+        print(f"  {'NOT TO BE SKIPPED: ' if fault else ''}{reason} ({len(names)}: {', '.join(sorted(set(names))[:3])} ...)")
+    return code
+
+
+if __name__ == "__main__":
+    sys.exit(main())
