@@ -17,7 +17,10 @@ constexpr double margin = 10;  // left and above the text, which is smaller than
 
 }  // namespace
 
-fOutput::fOutput(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(help), text_(new ReportBox(this)) {
+fOutput::fOutput(const HelpFile& help, QWidget* parent)
+    : QDialog(parent),
+      text_(new ReportBox(this)),
+      keys_(*this, {{Qt::Key_Escape, [this] { close(); }}, {Qt::Key_F1, [this, &help] { help.show(this); }}}) {
     setObjectName(QStringLiteral("fOutput"));
     setWindowTitle(QStringLiteral("Output..."));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -52,7 +55,6 @@ void fOutput::load() {
 void fOutput::unload() {
     setSText({});
     text_->setReport({});
-    keys_.forget();
 }
 
 void fOutput::showEvent(QShowEvent* event) {
@@ -84,12 +86,9 @@ void fOutput::layOut() {
 }
 
 void fOutput::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange) {
-        if (!isActiveWindow())
-            keys_.forget();
-        else if (!std::exchange(isGrabbed_, false) && !isMaximized())
-            centreOnScreen(*this);
-    }
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !std::exchange(isGrabbed_, false) &&
+        !isMaximized())
+        centreOnScreen(*this);
     QDialog::changeEvent(event);
 }
 
@@ -111,15 +110,4 @@ bool fOutput::nativeEvent(const QByteArray& type, void* message, qintptr* result
         if ((focus->type & 0x7F) == focusOut && focus->detail != pointer) isGrabbed_ = focus->mode == grab;
     }
     return QDialog::nativeEvent(type, message, result);
-}
-
-// Keys act when they are let go; nothing of QDialog's own Enter and Esc. What the text box uses does not come here.
-void fOutput::keyPressEvent(QKeyEvent* event) {
-    keys_.pressed(*event);
-}
-
-void fOutput::keyReleaseEvent(QKeyEvent* event) {
-    if (!keys_.released(*event)) return;
-    if (event->key() == Qt::Key_Escape) close();
-    if (event->key() == Qt::Key_F1) help_.show(this);
 }

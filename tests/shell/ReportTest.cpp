@@ -302,6 +302,16 @@ TEST_F(Report, AnEscThatIsLetGoElsewhereIsForgotten) {
     EXPECT_FALSE(isClosed());
 }
 
+TEST_F(Report, AnEscThatWasDownWhenItWasClosedIsForgotten) {
+    show(threeLines);
+    QTest::keyPress(window.windowHandle(), Qt::Key_Escape);
+    window.close();
+    EXPECT_TRUE(isClosed());
+    show(threeLines);
+    QTest::keyRelease(window.windowHandle(), Qt::Key_Escape);
+    EXPECT_FALSE(isClosed());
+}
+
 TEST_F(Report, ARepeatedEscDoesNotCloseIt) {
     show(threeLines);
     QTest::keyPress(window.windowHandle(), Qt::Key_Escape);
