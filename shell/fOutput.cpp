@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "shell/fOutput.h"
 
-#include <cstdint>
 #include <utility>
 
+#include "shell/KeyboardGrab.h"
 #include "shell/ReportBox.h"
 #include "views/Centring.h"
 #include "views/CodePage.h"
@@ -92,22 +92,9 @@ void fOutput::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
 }
 
-// While the user drags a window, an X11 window manager may grab the keyboard. To Qt the window then becomes
-// inactive, and active at the end of the drag; but no other window was active, and it stays where the user has put
-// it.
+// While the user drags a window, a window manager may grab the keyboard. To Qt the window then becomes inactive, and
+// active at the end of the drag; but no other window was active, and it stays where the user has put it.
 bool fOutput::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
-    struct FocusEvent {  // of the X protocol
-        std::uint8_t type, detail;
-        std::uint16_t sequence;
-        std::uint32_t window;
-        std::uint8_t mode;
-    };
-    constexpr std::uint8_t focusOut = 10;
-    constexpr std::uint8_t grab = 1;
-    constexpr std::uint8_t pointer = 5;  // comes only because the mouse is over the window, whoever has the keyboard
-    if (type == "xcb_generic_event_t") {
-        const auto* focus = static_cast<const FocusEvent*>(message);
-        if ((focus->type & 0x7F) == focusOut && focus->detail != pointer) isGrabbed_ = focus->mode == grab;
-    }
+    isGrabbed_ = keyboardGrab(type, message).value_or(isGrabbed_);
     return QDialog::nativeEvent(type, message, result);
 }
