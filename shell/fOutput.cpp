@@ -54,7 +54,7 @@ void fOutput::load() {
 
 void fOutput::unload() {
     setSText({});
-    text_->setReport({});
+    text_->clear();
 }
 
 void fOutput::showEvent(QShowEvent* event) {
@@ -79,9 +79,9 @@ void fOutput::layOut() {
     text_->setGeometry(place);
 
     if (isCopied_ && !text_->document()->isModified()) return;
-    text_->setReport(ReportBox::hasRoomFor(sText_)
-                         ? decode(sText_)
-                         : QStringLiteral("There is not enough memory to show this report."));
+    text_->setPlainText(ReportBox::hasRoomFor(sText_)
+                            ? decode(sText_)
+                            : QStringLiteral("There is not enough memory to show this report."));
     isCopied_ = true;
 }
 
