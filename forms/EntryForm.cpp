@@ -13,6 +13,7 @@
 #include "forms/ParameterChoices.h"
 #include "model/Integer.h"
 #include "views/CodePage.h"
+#include "views/Look.h"
 #include "views/MessageBox.h"
 #include "views/Twips.h"
 
@@ -64,10 +65,7 @@ QLabel* makeLabel(const char* name, const char* text, QWidget* parent) {
 }  // namespace
 
 QFont formFont() {
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(fontPoints);
-    font.setBold(true);
-    return font;
+    return arial(fontPoints, QFont::Bold);
 }
 
 EntryForm::EntryForm(const Plan& plan, QWidget* parent)

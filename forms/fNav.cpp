@@ -7,6 +7,7 @@
 
 #include "forms/FieldNotes.h"
 #include "views/CodePage.h"
+#include "views/Look.h"
 
 namespace {
 
@@ -124,10 +125,9 @@ constexpr TypeChoice types[] = {
 };
 
 QFont footnoteFont() {
-    const auto family = QStringLiteral("MS Sans Serif");
-    QFont font(QFontDatabase::hasFamily(family) ? family : QStringLiteral("Arial"));
-    font.setPointSizeF(8.25);
-    font.setBold(true);
+    auto font = arial(8.25, QFont::Bold);
+    if (const auto sansSerif = QStringLiteral("MS Sans Serif"); QFontDatabase::hasFamily(sansSerif))
+        font.setFamily(sansSerif);
     return font;
 }
 

@@ -2,6 +2,7 @@
 #include "forms/fWeb.h"
 
 #include "forms/FieldNotes.h"
+#include "views/Look.h"
 
 namespace {
 
@@ -165,18 +166,12 @@ constexpr EntryMember<Paragraph> members[] = {
 };
 static_assert(hasAllFields(fields, types, members));
 
-QFont hintFont() {
-    auto font = formFont();
-    font.setPointSizeF(12);
-    return font;
-}
-
 }  // namespace
 
 fWeb::fWeb(clsNavSchemes& oNavs, QWidget* parent)
     : RecordForm(
           {"fWeb", "Form to Add / Update a Web-Page Paragraph.", "Do you want to Update the Paragraph?", fields,
-           types, hintFont()},
+           types, arial(12, QFont::Bold)},
           members, [&oNavs](const Pointer& paragraph) { return oNavs.FuseWeb(paragraph); }, parent),
       oNavs_(oNavs) {
     load();

@@ -8,6 +8,7 @@
 #include <QStyledItemDelegate>
 
 #include "views/CopyKey.h"
+#include "views/Look.h"
 #include "views/Picture.h"
 #include "views/PlaceBelow.h"
 #include "views/ShowOrNothing.h"
@@ -42,10 +43,7 @@ NavTree::NavTree(const ImageList& images, QWidget* parent)
                     {Qt::Key_Insert, [this] { raiseKeyUp(keyInsert); }},
                     {Qt::Key_F2, [this] { raiseKeyUp(keyF2); }},
                     {Qt::Key_Delete, [this] { raiseKeyUp(keyDelete); }}}) {
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(fontPoints);
-    font.setBold(true);
-    setFont(font);
+    setFont(arial(fontPoints, QFont::Bold));
     setItemDelegate(new RowHeight(this));
     setModel(&model_);
     setUniformRowHeights(true);
