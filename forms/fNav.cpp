@@ -159,8 +159,12 @@ bool standsAtOrBelow(const clsNavSchemes& oNavs, std::int32_t node, std::int32_t
 
 fNav::fNav(clsNavSchemes& oNavs, QWidget* parent)
     : RecordForm(
-          {"fNav", "Form to Add / Update a Navigational Node.", "Do you want to Update the Node?", fields, types,
-           formFont()},
+          {.name = "fNav",
+           .caption = "Form to Add / Update a Navigational Node.",
+           .question = "Do you want to Update the Node?",
+           .fields = fields,
+           .types = types,
+           .hintFont = formFont()},
           members, [&oNavs](const Pointer& node) { return oNavs.FuseNav(node); }, parent),
       oNavs_(oNavs),
       lblParent_(addHeading("lblParent")) {

@@ -170,8 +170,12 @@ static_assert(hasAllFields(fields, types, members));
 
 fWeb::fWeb(clsNavSchemes& oNavs, QWidget* parent)
     : RecordForm(
-          {"fWeb", "Form to Add / Update a Web-Page Paragraph.", "Do you want to Update the Paragraph?", fields,
-           types, arial(12, QFont::Bold)},
+          {.name = "fWeb",
+           .caption = "Form to Add / Update a Web-Page Paragraph.",
+           .question = "Do you want to Update the Paragraph?",
+           .fields = fields,
+           .types = types,
+           .hintFont = arial(12, QFont::Bold)},
           members, [&oNavs](const Pointer& paragraph) { return oNavs.FuseWeb(paragraph); }, parent),
       oNavs_(oNavs) {
     load();

@@ -250,7 +250,7 @@ void fMain::resizeEvent(QResizeEvent* event) {
 void fMain::placePanels(QSize inner, clsWebSchemes& webs) {
     const int dpi = logicalDpiX();
     const auto at =
-        layOutPanels(toTwips(inner.width(), dpi), toTwips(inner.height(), dpi), designOfFrRule.height());
+        layOutPanels({toTwips(inner.width(), dpi), toTwips(inner.height(), dpi)}, designOfFrRule.height());
     myTree_->setGeometry(toPixels(at.tree, dpi));
     frN_->setGeometry(toPixels(at.frN, dpi));
     flexNav_->setGeometry(toPixels(at.flexNav, dpi));
