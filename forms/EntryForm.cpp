@@ -13,6 +13,7 @@
 #include "forms/ParameterChoices.h"
 #include "model/Integer.h"
 #include "views/CodePage.h"
+#include "views/Look.h"
 #include "views/MessageBox.h"
 #include "views/Twips.h"
 
@@ -42,6 +43,11 @@ QColor tooltipBackground() {
     return QGuiApplication::palette().color(QPalette::ToolTipBase);
 }
 
+void disable(QWidget& field) {
+    field.setEnabled(false);
+    setBackground(field, windowBackground());
+}
+
 // A move of the focus inside the form, and not its coming back from another window or a menu.
 bool isMoveInForm(const QEvent& focus) {
     const auto reason = static_cast<const QFocusEvent&>(focus).reason();
@@ -59,10 +65,7 @@ QLabel* makeLabel(const char* name, const char* text, QWidget* parent) {
 }  // namespace
 
 QFont formFont() {
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(fontPoints);
-    font.setBold(true);
-    return font;
+    return arial(fontPoints, QFont::Bold);
 }
 
 EntryForm::EntryForm(const Plan& plan, QWidget* parent)
@@ -77,7 +80,7 @@ EntryForm::EntryForm(const Plan& plan, QWidget* parent)
     fillLists();  // to be measured
     types_->fit(types_->count());
     kinds_->fit(kinds_->count());
-    setUsable("txtnn", false);  // until a character key is chosen: empty, it could not be left
+    disable(*keyLength_);  // until a character key is chosen: empty, it could not be left
     auto* fields = new QVBoxLayout;
     fields->addLayout(grid);
     fields->addStretch(1);
@@ -102,12 +105,12 @@ EntryForm::EntryForm(const Plan& plan, QWidget* parent)
 
 void EntryForm::addFields(QGridLayout& grid) {
     QHBoxLayout* shared = nullptr;  // the fields of one row that have no label of their own
-    for (const auto& field : fields_) {
-        auto* input = makeInput(field);
+    for (const auto* field : fields_) {
+        auto* input = inputs_.emplace_back(makeInput(*field)).widget;
         const int row = grid.rowCount();
-        if (*field.label) {
+        if (*field->label) {
             shared = nullptr;
-            auto* label = makeLabel(field.label, field.caption, this);
+            auto* label = makeLabel(field->label, field->caption, this);
             label->setWordWrap(true);
             label->setFixedWidth(toPixels(captionWidth, logicalDpiX()));
             label->setContentsMargins(0, toPixels(captionDrop, logicalDpiX()), 0, 0);
@@ -118,35 +121,45 @@ void EntryForm::addFields(QGridLayout& grid) {
         } else {
             if (!shared) grid.addLayout(shared = new QHBoxLayout, row, 1);
             shared->addWidget(input);
-            input->setAccessibleName(QString::fromLatin1(field.caption));
+            input->setAccessibleName(QString::fromLatin1(field->caption));
         }
     }
 }
 
-QWidget* EntryForm::makeInput(const EntryField& field) {
-    QWidget* input = nullptr;
-    if (field.kind == EntryField::TypeList || field.kind == EntryField::KindList) {
-        auto* list = new ChoiceList(this);
-        list->viewport()->installEventFilter(this);
-        (field.kind == EntryField::TypeList ? types_ : kinds_) = list;
-        list->Click = field.kind == EntryField::TypeList ? std::function<void()>([this] { typeChosen(); })
-                                                         : std::function<void()>([this] { kindChosen(); });
-        input = list;
-    } else {
-        auto* text = new EntryLine(this);
-        if (field.kind == EntryField::KeyLength) {
-            text->setFixedWidth(toPixels(keyLengthWidth, logicalDpiX()));
-            connect(text, &QLineEdit::textChanged, this, &EntryForm::composeKey);
-        }
-        connect(text, &QLineEdit::textChanged, this, &EntryForm::updateNotes);
-        input = text;
-    }
+EntryForm::Input EntryForm::makeInput(const EntryField& field) {
+    const bool isList = field.kind == EntryField::TypeList || field.kind == EntryField::KindList;
+    auto* line = isList ? nullptr : makeLine(field.kind);
+    auto* input = isList ? static_cast<QWidget*>(makeList(field.kind)) : line;
     input->setObjectName(QString::fromLatin1(field.name));
     input->setAccessibleDescription(QString::fromLatin1(field.help));
     input->setWhatsThis(QString::fromLatin1(field.help));
     input->installEventFilter(this);
-    inputs_[field.name] = input;
-    return input;
+    return {&field, input, line};
+}
+
+ChoiceList* EntryForm::makeList(EntryField::Kind kind) {
+    auto* list = new ChoiceList(this);
+    list->viewport()->installEventFilter(this);
+    if (kind == EntryField::TypeList) {
+        types_ = list;
+        list->Click = [this] { typeChosen(); };
+    } else {
+        kinds_ = list;
+        list->Click = [this] { kindChosen(); };
+    }
+    return list;
+}
+
+EntryLine* EntryForm::makeLine(EntryField::Kind kind) {
+    auto* line = new EntryLine(this);
+    if (kind == EntryField::Parameter) parameter_ = line;
+    if (kind == EntryField::KeyLength) {
+        keyLength_ = line;
+        line->setFixedWidth(toPixels(keyLengthWidth, logicalDpiX()));
+        connect(line, &QLineEdit::textChanged, this, &EntryForm::composeKey);
+    }
+    connect(line, &QLineEdit::textChanged, this, &EntryForm::updateNotes);
+    return line;
 }
 
 // As large as the longest help needs, so that no choice changes the size of the form.
@@ -158,7 +171,7 @@ QSize EntryForm::sizeOfHelp() const {
                                                                QString::fromLatin1(help));
         height = std::max(height, room.height());
     };
-    for (const auto& field : fields_) makeRoomFor(field.help);
+    for (const auto* field : fields_) makeRoomFor(field->help);
     for (const auto& type : typeChoices_) makeRoomFor(type.help);
     for (const auto& kind : parameterChoices()) makeRoomFor(kind.help);
     return {width, height};
@@ -182,7 +195,7 @@ void EntryForm::load() {
     // most.
     setMinimumSize(sizeHint());
     resize(minimumSize());
-    inputs_.at(fields_.front().name)->setFocus();
+    inputs_.front().widget->setFocus();
     oEH.raise = [this](clsEventHandler::Event event, QWidget* vControl) { answer(event, vControl); };
     oEH.SetForm(*this);
 }
@@ -195,19 +208,13 @@ void EntryForm::fillLists(std::string_view left) {
     for (const auto& kind : parameterChoices()) kinds_->addItem(QString::fromLatin1(kind.entry));
 }
 
-EntryLine& EntryForm::line(const char* name) const {
-    return static_cast<EntryLine&>(*inputs_.at(name));
+std::string EntryForm::valueOf(const EntryField& field) const {
+    const auto* line = inputOf(field).line;
+    return line ? line->bytes() : encode(types_->chosen().left(1));
 }
 
-std::string EntryForm::valueOf(const char* name) const {
-    const auto* input = inputs_.at(name);
-    if (input == types_) return encode(types_->chosen().left(1));
-    return line(name).bytes();
-}
-
-bool EntryForm::isFilled(const char* name) const {
-    const auto* field = fieldOf(inputs_.at(name));
-    return field->kind == EntryField::Line || field->kind == EntryField::CheckedNumber;
+void EntryForm::fill(const EntryField& field, std::string_view bytes) {
+    if (auto* line = inputOf(field).line; line && line != parameter_) line->setBytes(bytes);
 }
 
 int EntryForm::placeOfType(std::string_view letter) const {
@@ -220,17 +227,17 @@ void EntryForm::chooseParameter(std::string_view parmIs) {
     const auto kind = readParameterKind(parmIs);
     if (!kind) return;
     kinds_->setListIndex(static_cast<int>(*kind));
-    if (kind == ParameterKind::CKey) line("txtnn").setBytes(keyLengthOf(parmIs));
+    if (kind == ParameterKind::CKey) keyLength_->setBytes(keyLengthOf(parmIs));
 }
 
 void EntryForm::typeChosen() {
     const auto entry = types_->chosen();
     for (const auto& type : typeChoices_) {
         if (entry != QLatin1String(type.entry)) continue;
-        for (const char* name : type.disables)
-            if (name) setUsable(name, false);
-        for (const char* name : type.enables)
-            if (name) setUsable(name, true);
+        for (const auto* field : type.disables)
+            if (field) disable(*inputOf(*field).widget);
+        for (const auto* field : type.enables)
+            if (field) inputOf(*field).widget->setEnabled(true);
         showHelp(type.help);
     }
     updateNotes();
@@ -239,13 +246,13 @@ void EntryForm::typeChosen() {
 void EntryForm::kindChosen() {
     const auto place = static_cast<std::size_t>(kinds_->ListIndex());
     const auto& kind = parameterChoices()[place];
-    setUsable("txtnn", false);
+    disable(*keyLength_);
     if (kind.kind == ParameterKind::CKey) {
-        setUsable("txtnn", true);
-        setBackground(line("txtnn"), tooltipBackground());
+        keyLength_->setEnabled(true);
+        setBackground(*keyLength_, tooltipBackground());
         composeKey();
     } else {
-        line("txtParm").setBytes(parameterKinds[place].stored);
+        parameter_->setBytes(parameterKinds[place].stored);
     }
     showHelp(kind.help);
     updateNotes();
@@ -253,13 +260,7 @@ void EntryForm::kindChosen() {
 
 // Without a number in txtnn, txtParm stays as it is.
 void EntryForm::composeKey() {
-    if (const auto length = keyLengthIn(line("txtnn").bytes())) line("txtParm").setBytes("CKey" + *length);
-}
-
-void EntryForm::setUsable(const char* name, bool usable) {
-    auto* input = inputs_.at(name);
-    input->setEnabled(usable);
-    if (!usable) setBackground(*input, windowBackground());
+    if (const auto length = keyLengthIn(keyLength_->bytes())) parameter_->setBytes("CKey" + *length);
 }
 
 void EntryForm::showHelp(const char* help) {
@@ -269,22 +270,21 @@ void EntryForm::showHelp(const char* help) {
 // --- notes ---
 
 void EntryForm::updateNotes() {
-    for (const auto& field : fields_)
-        if (auto* input = inputs_.at(field.name); input != types_ && input != kinds_)
-            line(field.name).setNote(isStored(field) ? noteOn(field) : QString());
+    for (const auto& input : inputs_)
+        if (input.line) input.line->setNote(isStored(input) ? noteOn(input) : QString());
 }
 
-QString EntryForm::noteOn(const EntryField& field) const {
-    const auto& text = line(field.name);
-    if (std::string_view(field.name) == "txtID")
-        if (const auto id = readWholeNumber(text.bytes())) return noteOnID(*id);
-    if (field.kind == EntryField::KeyLength) return noteOnLength(text.text());
-    return noteOnCommas(text.text(), field.comma);
+QString EntryForm::noteOn(const Input& input) const {
+    const auto kind = input.field->kind;
+    if (kind == EntryField::ID)
+        if (const auto id = readWholeNumber(input.line->bytes())) return noteOnID(*id);
+    if (kind == EntryField::KeyLength) return noteOnLength(input.line->text());
+    return noteOnCommas(input.line->text(), input.field->comma);
 }
 
 // Records drop what their type does not use.
-bool EntryForm::isStored(const EntryField& field) const {
-    return (field.kind == EntryField::Parameter ? kinds_ : inputs_.at(field.name))->isEnabled();
+bool EntryForm::isStored(const Input& input) const {
+    return (input.line == parameter_ ? kinds_ : input.widget)->isEnabled();
 }
 
 // --- keys ---
@@ -310,19 +310,20 @@ void EntryForm::moveOn(QWidget* from) {
 
 // --- leaving a field ---
 
-const EntryField* EntryForm::fieldOf(const QObject* input) const {
-    if (!input) return nullptr;
-    const auto name = input->objectName().toStdString();
-    const auto field =
-        std::ranges::find(fields_, name, [](const EntryField& each) { return std::string_view(each.name); });
-    return field == fields_.end() ? nullptr : &*field;
+const EntryForm::Input& EntryForm::inputOf(const EntryField& field) const {
+    return *std::ranges::find(inputs_, &field, &Input::field);
 }
 
-bool EntryForm::lacksNumber(const QObject* input) const {
-    const auto* field = fieldOf(input);
-    if (!field) return false;
-    if (field->kind == EntryField::KeyLength) return !keyLengthIn(valueOf(field->name));
-    return field->kind == EntryField::CheckedNumber && !readInteger(valueOf(field->name));
+const EntryForm::Input* EntryForm::inputOf(const QObject* widget) const {
+    const auto found = std::ranges::find(inputs_, widget, &Input::widget);
+    return found == inputs_.end() ? nullptr : &*found;
+}
+
+bool EntryForm::lacksNumber(const QObject* widget) const {
+    const auto* input = inputOf(widget);
+    if (!input) return false;
+    if (input->line == keyLength_) return !keyLengthIn(keyLength_->bytes());
+    return input->field->kind == EntryField::CheckedNumber && !readInteger(input->line->bytes());
 }
 
 bool EntryForm::focusNextPrevChild(bool next) {
@@ -339,17 +340,18 @@ void EntryForm::sendBack(QWidget& field) {
 }
 
 bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
-    const auto* field = fieldOf(watched);
     const auto isHeld = [&] { return watched != inField_ && lacksNumber(inField_); };
     switch (event->type()) {
         // The mouse moves the focus before the field that it pressed hears of it.
-        case QEvent::FocusIn:
-            if (!field || (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason && isHeld())) break;
-            inField_ = inputs_.at(field->name);
-            if (*field->help && isMoveInForm(*event)) showHelp(field->help);
+        case QEvent::FocusIn: {
+            const auto* input = inputOf(watched);
+            if (!input || (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason && isHeld())) break;
+            inField_ = input->widget;
+            if (*input->field->help && isMoveInForm(*event)) showHelp(input->field->help);
             break;
+        }
         case QEvent::FocusOut:
-            if (field && field->kind == EntryField::KeyLength && isMoveInForm(*event)) composeKey();
+            if (watched == keyLength_ && isMoveInForm(*event)) composeKey();
             break;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:
@@ -364,12 +366,12 @@ bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
 }
 
-void EntryForm::refuseNumber(const char* name) {
-    auto& field = line(name);
-    field.setEnabled(true);  // the type may not use it, but the text in it has to be mended
-    field.selectAll();
+void EntryForm::refuseNumber(const EntryField& field) {
+    const auto& refused = inputOf(field);
+    refused.widget->setEnabled(true);  // the type may not use it, but the text in it has to be mended
+    if (refused.line) refused.line->selectAll();
     auto* focus = focusWidget();
-    sendBack(lacksNumber(focus) ? *focus : field);  // one at a time: that one could not have been left
+    sendBack(lacksNumber(focus) ? *focus : *refused.widget);  // one at a time: that one could not have been left
 }
 
 // --- closing ---

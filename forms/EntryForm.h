@@ -4,10 +4,10 @@
 #include <QDialog>
 #include <array>
 #include <cstdint>
-#include <map>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "forms/ChoiceList.h"
 #include "forms/ElidedLabel.h"
@@ -18,9 +18,11 @@ class QGridLayout;
 class QLabel;
 class QVBoxLayout;
 
-/// A field of an entry form, with the label before it and the help that is shown when it gets the focus.
+/// A field of an entry form, with the label before it and the help that is shown when it gets the focus. Each form
+/// has a constant for each of its fields, and its tables point to these: a field that no form has does not compile.
 struct EntryField {
     enum Kind {
+        ID,             ///< a text box with the number of the record, `txtID`
         Line,           ///< a text box
         CheckedNumber,  ///< a text box that is left only with a number in it
         TypeList,       ///< the list of types, `lstType`
@@ -29,10 +31,10 @@ struct EntryField {
         Parameter,      ///< a text box with the parameter, `txtParm`, which is made of the chosen kind and the length
     };
     Kind kind;
-    const char* label;    ///< name of the label; empty for a field that stands in the row of the one before
-    const char* caption;  ///< text of the label; without a label what a screen reader says
+    const char* label = "";  ///< name of the label; empty for a field that stands in the row of the one before
+    const char* caption;     ///< text of the label; without a label what a screen reader says
     const char* name;
-    const char* help;  ///< empty where the help stays as it was
+    const char* help = "";  ///< empty where the help stays as it was
     /// What a comma in the text does when the file is opened again; empty where a number is needed.
     const char* comma = "";
 };
@@ -40,8 +42,8 @@ struct EntryField {
 /// A type of node or paragraph as its form offers it. The letter of the type is the first one of the entry.
 struct TypeChoice {
     const char* entry;
-    std::array<const char*, 3> disables;  ///< fields that choosing the type makes unusable first; null is none
-    std::array<const char*, 2> enables;   ///< and those that it then makes usable; disabled fields keep their text
+    std::array<const EntryField*, 3> disables = {};  ///< what choosing the type makes unusable first; null is none
+    std::array<const EntryField*, 2> enables = {};   ///< what it then makes usable; disabled fields keep their text
     const char* help;
 
     [[nodiscard]] constexpr char letter() const { return *entry; }
@@ -57,8 +59,8 @@ class EntryForm : public QDialog {
     struct Plan {
         const char* name;
         const char* caption;
-        const char* question;  ///< asked when the form is closed with changes
-        std::span<const EntryField> fields;
+        const char* question;                       ///< asked when the form is closed with changes
+        std::span<const EntryField* const> fields;  ///< in their order on the form
         std::span<const TypeChoice> types;
         QFont hintFont;
     };
@@ -74,14 +76,12 @@ class EntryForm : public QDialog {
     /// What a save loses when `typed` is the ID of another record; empty when it is not.
     [[nodiscard]] virtual QString noteOnID(std::int32_t typed) const = 0;
 
-    [[nodiscard]] EntryLine& line(const char* name) const;
     [[nodiscard]] ChoiceList& listOfTypes() const { return *types_; }
 
     /// The text of a field as bytes of the code page; of the list of types the letter of the chosen one.
-    [[nodiscard]] std::string valueOf(const char* name) const;
-
-    /// Whether a text box shows what the record says.
-    [[nodiscard]] bool isFilled(const char* name) const;
+    [[nodiscard]] std::string valueOf(const EntryField& field) const;
+    /// Shows these bytes in a text box, but for the parameter, which follows the chosen kind. A list stays as it is.
+    void fill(const EntryField& field, std::string_view bytes);
     /// The place of the type with this letter among all types, from 0; -1 for any other text.
     [[nodiscard]] int placeOfType(std::string_view letter) const;
     /// Fills the list of types, but for those with one of these letters, and that of the parameter kinds.
@@ -90,7 +90,7 @@ class EntryForm : public QDialog {
     void chooseParameter(std::string_view parmIs);
 
     /// Says that the field needs a whole number, and puts the focus there.
-    void refuseNumber(const char* name);
+    void refuseNumber(const EntryField& field);
 
     /// A line of text above the fields.
     ElidedLabel& addHeading(const char* name);
@@ -102,32 +102,43 @@ class EntryForm : public QDialog {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
+    /// A field on the screen.
+    struct Input {
+        const EntryField* field;
+        QWidget* widget;
+        EntryLine* line;  ///< null for a list
+    };
+
     void addFields(QGridLayout& grid);
-    [[nodiscard]] QWidget* makeInput(const EntryField& field);
+    [[nodiscard]] Input makeInput(const EntryField& field);
+    [[nodiscard]] ChoiceList* makeList(EntryField::Kind kind);
+    [[nodiscard]] EntryLine* makeLine(EntryField::Kind kind);
     [[nodiscard]] QSize sizeOfHelp() const;
 
     void typeChosen();
     void kindChosen();
     void composeKey();
     void updateNotes();
-    [[nodiscard]] QString noteOn(const EntryField& field) const;
-    [[nodiscard]] bool isStored(const EntryField& field) const;
-    void setUsable(const char* name, bool usable);
+    [[nodiscard]] QString noteOn(const Input& input) const;
+    [[nodiscard]] bool isStored(const Input& input) const;
     void showHelp(const char* help);
 
     void answer(clsEventHandler::Event event, QWidget* vControl);
     void moveOn(QWidget* from);
 
-    [[nodiscard]] const EntryField* fieldOf(const QObject* input) const;
-    [[nodiscard]] bool lacksNumber(const QObject* input) const;
+    [[nodiscard]] const Input& inputOf(const EntryField& field) const;
+    [[nodiscard]] const Input* inputOf(const QObject* widget) const;
+    [[nodiscard]] bool lacksNumber(const QObject* widget) const;
     void sendBack(QWidget& field);
 
     const char* question_;
-    std::span<const EntryField> fields_;
+    std::span<const EntryField* const> fields_;
     std::span<const TypeChoice> typeChoices_;
-    std::map<std::string_view, QWidget*> inputs_;
+    std::vector<Input> inputs_;  // in the order of the fields
     ChoiceList* types_ = nullptr;
     ChoiceList* kinds_ = nullptr;
+    EntryLine* keyLength_ = nullptr;
+    EntryLine* parameter_ = nullptr;
     QLabel* lblDesc_ = nullptr;
     QVBoxLayout* rows_ = nullptr;
     QWidget* inField_ = nullptr;  // the field in which the user is, although the mouse may have pressed another one

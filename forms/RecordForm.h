@@ -15,7 +15,7 @@
 /// Which member of a record a field shows, as text, and how the text gets back into it.
 template <class Record>
 struct EntryMember {
-    const char* field;
+    const EntryField* field;
     std::string (*read)(const Record&);
     /// @return false when the member needs a whole number and the text is none
     bool (*write)(Record&, const std::string&);
@@ -23,8 +23,8 @@ struct EntryMember {
 
 /// A member that is a text.
 template <class Record, Text Record::*member>
-constexpr EntryMember<Record> textMember(const char* field) {
-    return {field, [](const Record& record) { return std::string((record.*member).view()); },
+constexpr EntryMember<Record> textMember(const EntryField& field) {
+    return {&field, [](const Record& record) { return std::string((record.*member).view()); },
             [](Record& record, const std::string& text) {
                 record.*member = text;
                 return true;
@@ -33,8 +33,8 @@ constexpr EntryMember<Record> textMember(const char* field) {
 
 /// A text with a rule.
 template <class Record, const Text& (Record::*get)() const, void (Record::*set)(Text)>
-constexpr EntryMember<Record> propertyMember(const char* field) {
-    return {field, [](const Record& record) { return std::string((record.*get)().view()); },
+constexpr EntryMember<Record> propertyMember(const EntryField& field) {
+    return {&field, [](const Record& record) { return std::string((record.*get)().view()); },
             [](Record& record, const std::string& text) {
                 (record.*set)(text);
                 return true;
@@ -43,13 +43,28 @@ constexpr EntryMember<Record> propertyMember(const char* field) {
 
 /// A member that is a number.
 template <class Record, std::int32_t Record::*member>
-constexpr EntryMember<Record> numberMember(const char* field) {
-    return {field, [](const Record& record) { return keyText(record.*member); },
+constexpr EntryMember<Record> numberMember(const EntryField& field) {
+    return {&field, [](const Record& record) { return keyText(record.*member); },
             [](Record& record, const std::string& text) {
                 const auto number = readWholeNumber(text);
                 if (number) record.*member = *number;
                 return number.has_value();
             }};
+}
+
+/// Whether a form has all the fields that its tables name. To be asserted by each form.
+/// @param members a list of `EntryMember`
+constexpr bool hasAllFields(std::span<const EntryField* const> form, std::span<const TypeChoice> types,
+                            const auto& members) {
+    const auto has = [form](const EntryField* field) {
+        return !field || std::ranges::find(form, field) != form.end();
+    };
+    return std::ranges::all_of(types,
+                               [has](const TypeChoice& type) {
+                                   return std::ranges::all_of(type.disables, has) &&
+                                          std::ranges::all_of(type.enables, has);
+                               }) &&
+           std::ranges::all_of(members, [has](const auto& member) { return has(member.field); });
 }
 
 /// An entry form for a kind of record. A table says which field shows which member of the record.
@@ -72,14 +87,13 @@ class RecordForm : public EntryForm {
 
     /// Shows the record in the text boxes.
     void fillFields() {
-        for (const auto& member : members_)
-            if (isFilled(member.field)) line(member.field).setBytes(member.read(*record_));
+        for (const auto& member : members_) fill(*member.field, member.read(*record_));
     }
 
     [[nodiscard]] bool isChanged() const override {
         if (!record_) return false;
         return std::ranges::any_of(
-            members_, [&](const Member& member) { return member.read(*record_) != valueOf(member.field); });
+            members_, [&](const Member& member) { return member.read(*record_) != valueOf(*member.field); });
     }
 
     // The record itself is changed only when the scheme has taken it: what was refused must not look saved.
@@ -87,8 +101,8 @@ class RecordForm : public EntryForm {
         if (!record_) return false;
         auto edited = std::make_shared<Record>(*record_);
         for (const auto& member : members_) {
-            if (member.write(*edited, valueOf(member.field))) continue;
-            refuseNumber(member.field);
+            if (member.write(*edited, valueOf(*member.field))) continue;
+            refuseNumber(*member.field);
             return false;
         }
         if (!fuse_(edited)) return false;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "forms/clsEventHandler.h"
 
-#include <QApplication>
-#include <QKeyEvent>
 #include <algorithm>
 
 #include "views/Centring.h"
@@ -15,7 +13,7 @@ struct Key {
     Qt::Key key;
     std::int16_t code;
     Event event;
-    bool givesControl = false;
+    enum { Alone, WithControl } argument = Alone;  ///< whether the event comes with the field that has the focus
 };
 // F6 and F12 have no event; F10 comes before F8 and F9.
 constexpr Key keyMap[] = {
@@ -28,53 +26,38 @@ constexpr Key keyMap[] = {
     {Qt::Key_F8, 119, Event::eNextDetail},
     {Qt::Key_F9, 120, Event::eMarks},
     {Qt::Key_F10, 121, Event::eUndeleteParent},
-    {Qt::Key_F11, 122, Event::eSelect, true},
+    {Qt::Key_F11, 122, Event::eSelect, Key::WithControl},
     {Qt::Key_Escape, 27, Event::eCloseForm},
-    {Qt::Key_Return, 13, Event::eEnter, true},
-    {Qt::Key_Enter, 13, Event::eEnter, true},
+    {Qt::Key_Return, 13, Event::eEnter, Key::WithControl},
+    {Qt::Key_Enter, 13, Event::eEnter, Key::WithControl},
 };
 
 }  // namespace
 
-clsEventHandler::~clsEventHandler() {
-    if (qApp) qApp->removeEventFilter(this);
+clsEventHandler::clsEventHandler() : keys_(commands()) {
+}
+
+std::vector<ReleasedKeys::Command> clsEventHandler::commands() {
+    std::vector<ReleasedKeys::Command> commands;
+    for (const auto& key : keyMap)
+        commands.push_back({.key = key.key, .run = [this, code = key.code] {
+                                auto keyCode = code;
+                                std::int16_t shift = 0;
+                                Processkey(keyCode, shift);
+                            }});
+    return commands;
 }
 
 void clsEventHandler::SetForm(QWidget& frm) {
     mForm = &frm;
-    keys_.forget();
+    keys_.serve(frm);
     centreOnScreen(frm);
-    qApp->installEventFilter(this);
 }
 
 std::int16_t clsEventHandler::Processkey(std::int16_t& KeyCode, std::int16_t& /*Shift*/) {
     const auto* key = std::ranges::find(keyMap, KeyCode, &Key::code);
     if (key == std::end(keyMap)) return KeyCode;
     KeyCode = 0;
-    if (raise) raise(key->event, key->givesControl && mForm ? mForm->focusWidget() : nullptr);
+    if (raise) raise(key->event, key->argument == Key::WithControl && mForm ? mForm->focusWidget() : nullptr);
     return KeyCode;
-}
-
-bool clsEventHandler::eventFilter(QObject* watched, QEvent* event) {
-    if (!mForm) return false;
-    if (watched == mForm && event->type() == QEvent::WindowDeactivate) keys_.forget();
-    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease) return false;
-    if (!watched->isWidgetType() || static_cast<QWidget*>(watched)->window() != mForm) return false;
-    if (!keyPreview(static_cast<QKeyEvent&>(*event))) return false;
-    event->accept();
-    return true;
-}
-
-// Whether the key was consumed.
-bool clsEventHandler::keyPreview(const QKeyEvent& event) {
-    const auto* key = std::ranges::find(keyMap, event.key(), &Key::key);
-    if (key == std::end(keyMap)) return false;
-    if (event.type() == QEvent::KeyPress) {
-        keys_.pressed(event);
-    } else if (keys_.released(event)) {
-        auto code = key->code;
-        std::int16_t shift = 0;
-        Processkey(code, shift);
-    }
-    return true;
 }

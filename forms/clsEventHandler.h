@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QObject>
 #include <QPointer>
 #include <QWidget>
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 #include "views/ReleasedKeys.h"
 
@@ -13,8 +13,10 @@
 ///
 /// It sees every key of its form before the field that has the focus. A key counts when it is let go, once, whatever
 /// Shift, Ctrl and Alt are; a mapped key reaches no one else, neither when it goes down nor when it comes up.
-class clsEventHandler final : public QObject {
+class clsEventHandler final {
   public:
+    clsEventHandler();
+
     /// The events by their numbers. No key raises the last one.
     enum class Event {
         eHelp = 1,
@@ -35,8 +37,6 @@ class clsEventHandler final : public QObject {
     /// Hears of each event. `vControl` is the field that has the focus for `eSelect` and `eEnter`, else null.
     std::function<void(Event event, QWidget* vControl)> raise;
 
-    ~clsEventHandler() override;
-
     /// Serves this form from now on, and no other, and centres it on the screen. The form must outlive the handler,
     /// or be given up for another one.
     void SetForm(QWidget& frm);
@@ -47,11 +47,8 @@ class clsEventHandler final : public QObject {
     /// @return `KeyCode` as it is then
     std::int16_t Processkey(std::int16_t& KeyCode, std::int16_t& Shift);
 
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
-    bool keyPreview(const QKeyEvent& event);
+    [[nodiscard]] std::vector<ReleasedKeys::Command> commands();
 
     QPointer<QWidget> mForm;
     ReleasedKeys keys_;

@@ -9,68 +9,121 @@
 #include "forms/ParameterChoices.h"
 #include "model/NodeType.h"
 #include "views/CodePage.h"
+#include "views/Look.h"
 
 namespace {
 
-constexpr EntryField fields[] = {
-    {EntryField::Line, "Label1", "ID:", "txtID", ""},
-    {EntryField::Line, "Label2", "Description:", "txtDescription",
-     "Description of the Node as it should appear in Treeview Control. If Type is 'G' or 'R', then this fields "
-     "can be left blank or it can be any '<dummy>' text.",
-     "When the file is opened again, the description ends at the comma. What follows it in the line is read as the "
-     "type and the parent. So this node, with everything below it, will be missing from the tree, and the next save "
-     "drops them from the file."},
-    {EntryField::TypeList, "Label4", "Node Type:", "lstType",
-     "Select the type of this Node. The types are (F)-Fixed, (G)-Generating Type, (R)-Recurring Type, and "
-     "(N)-Non-Generating Type."},
-    {EntryField::Line, "Label7", "Query:", "txtQuery",
-     "Please specify the name of Query or Stored Procedure. This should be specified ONLY when the type "
-     "selected is (G) or (R). This query should be a two-field query; ID and Description fields. This query "
-     "will feed the Names/Description to be filled when this Node is clicked. Also, if this query has any "
-     "CONSTANT parameter(s), it should be specified here. For example, 'spG_Customers', where spG_Customers "
-     "list all the Customers. When it is required that only Customers beginning with 'A' should be listed, "
-     "then 'A' becomes the constant parameter and it should be specified as (spG_Customers \"A\") -- without the "
-     "brackets! As a matter of Conventions, this query should be prefixed with 'spG_', which means that it is "
-     "a Generating Query (for (R) or (G)-Type Nodes). 'spW_' can be used for all those queries whose results "
-     "are to displayed in Web-Page. ",
-     "When the file is opened again, the query ends at the comma. What follows it in the line is read as the "
-     "parameter, the icon name and the user role, in this order; what is left over is lost."},
-    {EntryField::KindList, "Label9", "Parameter Type:", "lstParm", helpOnParameters},
-    {EntryField::KeyLength, "", "Parameter Type: length nn", "txtnn", "Please enter numeric value"},
-    {EntryField::Parameter, "", "Parameter Type: as it will be stored", "txtParm", "",
-     "When the file is opened again, the parameter ends at the comma. What follows it in the line is read as the "
-     "icon name and the user role, in this order; what is left over is lost."},
-    {EntryField::Line, "Label11", "Icon Name:", "txtIcon",
-     "Name of the Icon which is to be associated with this node. The Icon should be present in ImageList "
-     "Control.",
-     "When the file is opened again, the icon name ends at the comma. What follows it is read as the user role; what "
-     "is left over is lost."},
-    {EntryField::Line, "Label13", "User Role No:", "txtRole",
-     "Pelmo implements the Role-Based Security. Specify the Role Number of the Users who are allowed to access "
-     "this Node.",
-     "When the file is opened again, the user role ends at the comma; the rest of it is lost."},
+constexpr EntryField txtID = {
+    .kind = EntryField::ID,
+    .label = "Label1",
+    .caption = "ID:",
+    .name = "txtID",
 };
+constexpr EntryField txtDescription = {
+    .kind = EntryField::Line,
+    .label = "Label2",
+    .caption = "Description:",
+    .name = "txtDescription",
+    .help =
+        "Description of the Node as it should appear in Treeview Control. If Type is 'G' or 'R', then this fields "
+        "can be left blank or it can be any '<dummy>' text.",
+    .comma =
+        "When the file is opened again, the description ends at the comma. What follows it in the line is read as "
+        "the type and the parent. So this node, with everything below it, will be missing from the tree, and the "
+        "next save drops them from the file.",
+};
+constexpr EntryField lstType = {
+    .kind = EntryField::TypeList,
+    .label = "Label4",
+    .caption = "Node Type:",
+    .name = "lstType",
+    .help =
+        "Select the type of this Node. The types are (F)-Fixed, (G)-Generating Type, (R)-Recurring Type, and "
+        "(N)-Non-Generating Type.",
+};
+constexpr EntryField txtQuery = {
+    .kind = EntryField::Line,
+    .label = "Label7",
+    .caption = "Query:",
+    .name = "txtQuery",
+    .help =
+        "Please specify the name of Query or Stored Procedure. This should be specified ONLY when the type "
+        "selected is (G) or (R). This query should be a two-field query; ID and Description fields. This query "
+        "will feed the Names/Description to be filled when this Node is clicked. Also, if this query has any "
+        "CONSTANT parameter(s), it should be specified here. For example, 'spG_Customers', where spG_Customers "
+        "list all the Customers. When it is required that only Customers beginning with 'A' should be listed, "
+        "then 'A' becomes the constant parameter and it should be specified as (spG_Customers \"A\") -- without the "
+        "brackets! As a matter of Conventions, this query should be prefixed with 'spG_', which means that it is "
+        "a Generating Query (for (R) or (G)-Type Nodes). 'spW_' can be used for all those queries whose results "
+        "are to displayed in Web-Page. ",
+    .comma =
+        "When the file is opened again, the query ends at the comma. What follows it in the line is read as the "
+        "parameter, the icon name and the user role, in this order; what is left over is lost.",
+};
+constexpr EntryField lstParm = {
+    .kind = EntryField::KindList,
+    .label = "Label9",
+    .caption = "Parameter Type:",
+    .name = "lstParm",
+    .help = helpOnParameters,
+};
+constexpr EntryField txtnn = {
+    .kind = EntryField::KeyLength,
+    .caption = "Parameter Type: length nn",
+    .name = "txtnn",
+    .help = "Please enter numeric value",
+};
+constexpr EntryField txtParm = {
+    .kind = EntryField::Parameter,
+    .caption = "Parameter Type: as it will be stored",
+    .name = "txtParm",
+    .comma =
+        "When the file is opened again, the parameter ends at the comma. What follows it in the line is read as the "
+        "icon name and the user role, in this order; what is left over is lost.",
+};
+constexpr EntryField txtIcon = {
+    .kind = EntryField::Line,
+    .label = "Label11",
+    .caption = "Icon Name:",
+    .name = "txtIcon",
+    .help =
+        "Name of the Icon which is to be associated with this node. The Icon should be present in ImageList "
+        "Control.",
+    .comma =
+        "When the file is opened again, the icon name ends at the comma. What follows it is read as the user role; "
+        "what is left over is lost.",
+};
+constexpr EntryField txtRole = {
+    .kind = EntryField::Line,
+    .label = "Label13",
+    .caption = "User Role No:",
+    .name = "txtRole",
+    .help =
+        "Pelmo implements the Role-Based Security. Specify the Role Number of the Users who are allowed to access "
+        "this Node.",
+    .comma = "When the file is opened again, the user role ends at the comma; the rest of it is lost.",
+};
+// In the order of the form.
+constexpr const EntryField* fields[] = {&txtID, &txtDescription, &lstType, &txtQuery, &lstParm,
+                                        &txtnn, &txtParm,        &txtIcon, &txtRole};
 
 constexpr TypeChoice types[] = {
-    {"F - Fixed Branch",
-     {"txtQuery", "lstParm", "txtnn"},
-     {},
-     "(F) Fixed-Type Node, when clicked generates a fixed-number of child nodes. This type should have Child "
-     "Node(s)."},
-    {"G - Generating Branch",
-     {},
-     {"txtQuery", "lstParm"},
-     "(G) Generating-Type Node, when clicked generates a variable number of Child Nodes. These child nodes are "
-     "generated by a Query or Stored Procedure. So when selecting (G)-Type, the query MUST be specified."},
-    {"R - Recurring Branch",
-     {},
-     {"txtQuery", "lstParm"},
-     "(R) Recurring-Type Node generates a variable number of child nodes arranged in a Variable depth of "
-     "hierarchy. Here, the Query/Stored Procedure MUST be specified."},
-    {"N - Non-Generating Branch",
-     {"txtQuery", "lstParm", "txtnn"},
-     {},
-     "(N) Non-Generating-Type Node, as the name suggests do not generate any child nodes."},
+    {.entry = "F - Fixed Branch",
+     .disables = {&txtQuery, &lstParm, &txtnn},
+     .help = "(F) Fixed-Type Node, when clicked generates a fixed-number of child nodes. This type should have Child "
+             "Node(s)."},
+    {.entry = "G - Generating Branch",
+     .enables = {&txtQuery, &lstParm},
+     .help =
+         "(G) Generating-Type Node, when clicked generates a variable number of Child Nodes. These child nodes are "
+         "generated by a Query or Stored Procedure. So when selecting (G)-Type, the query MUST be specified."},
+    {.entry = "R - Recurring Branch",
+     .enables = {&txtQuery, &lstParm},
+     .help = "(R) Recurring-Type Node generates a variable number of child nodes arranged in a Variable depth of "
+             "hierarchy. Here, the Query/Stored Procedure MUST be specified."},
+    {.entry = "N - Non-Generating Branch",
+     .disables = {&txtQuery, &lstParm, &txtnn},
+     .help = "(N) Non-Generating-Type Node, as the name suggests do not generate any child nodes."},
 };
 static_assert(std::ranges::equal(types, nodeTypes, {}, &TypeChoice::letter, &NodeType::letter));
 
@@ -83,24 +136,24 @@ std::string typesNotBelow(char parent) {
 }
 
 QFont footnoteFont() {
-    const auto family = QStringLiteral("MS Sans Serif");
-    QFont font(QFontDatabase::hasFamily(family) ? family : QStringLiteral("Arial"));
-    font.setPointSizeF(8.25);
-    font.setBold(true);
+    auto font = arial(8.25, QFont::Bold);
+    if (const auto sansSerif = QStringLiteral("MS Sans Serif"); QFontDatabase::hasFamily(sansSerif))
+        font.setFamily(sansSerif);
     return font;
 }
 
 // In the order in which they are written.
 using Node = clsNavScheme;
 constexpr EntryMember<Node> members[] = {
-    numberMember<Node, &Node::ID>("txtID"),
-    textMember<Node, &Node::descriptionIs>("txtDescription"),
-    propertyMember<Node, &Node::typeIs, &Node::setTypeIs>("lstType"),  // before query and parameter: its rule
-    propertyMember<Node, &Node::queryIs, &Node::setQueryIs>("txtQuery"),
-    propertyMember<Node, &Node::parmIs, &Node::setParmIs>("txtParm"),
-    textMember<Node, &Node::iconIs>("txtIcon"),
-    textMember<Node, &Node::roleIs>("txtRole"),
+    numberMember<Node, &Node::ID>(txtID),
+    textMember<Node, &Node::descriptionIs>(txtDescription),
+    propertyMember<Node, &Node::typeIs, &Node::setTypeIs>(lstType),  // before query and parameter: its rule
+    propertyMember<Node, &Node::queryIs, &Node::setQueryIs>(txtQuery),
+    propertyMember<Node, &Node::parmIs, &Node::setParmIs>(txtParm),
+    textMember<Node, &Node::iconIs>(txtIcon),
+    textMember<Node, &Node::roleIs>(txtRole),
 };
+static_assert(hasAllFields(fields, types, members));
 
 // Whether a node is the one with this ID, or below it. The file may have made a loop of parents.
 bool standsAtOrBelow(const clsNavSchemes& oNavs, std::int32_t node, std::int32_t id) {
@@ -117,8 +170,12 @@ bool standsAtOrBelow(const clsNavSchemes& oNavs, std::int32_t node, std::int32_t
 
 fNav::fNav(clsNavSchemes& oNavs, QWidget* parent)
     : RecordForm(
-          {"fNav", "Form to Add / Update a Navigational Node.", "Do you want to Update the Node?", fields, types,
-           formFont()},
+          {.name = "fNav",
+           .caption = "Form to Add / Update a Navigational Node.",
+           .question = "Do you want to Update the Node?",
+           .fields = fields,
+           .types = types,
+           .hintFont = formFont()},
           members, [&oNavs](const Pointer& node) { return oNavs.FuseNav(node); }, parent),
       oNavs_(oNavs),
       lblParent_(addHeading("lblParent")) {

@@ -79,15 +79,15 @@ class KeyedCollection {
     [[nodiscard]] std::uint32_t SlotOf(std::int32_t key) const { return places_.find(key); }
 
     /// Removes the record filed under `key`. @return false when there is none
-    bool Remove(std::int32_t key) {
+    bool RemoveKey(std::int32_t key) {
         const auto place = places_.find(key);
         if (place == KeyIndex::none) return false;
         RemoveSlot(place);
         return true;
     }
-    bool Remove(std::string_view key) {
+    bool RemoveKey(std::string_view key) {
         const auto number = readKey(key);
-        return number && Remove(*number);
+        return number && RemoveKey(*number);
     }
 
     /// Removes the record at `position`, counted from 1 in collection order, in O(n). @return false when there is

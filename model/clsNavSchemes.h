@@ -46,11 +46,12 @@ class clsNavSchemes {
     /// Adds a node under its ID; one whose key is taken is not added. @return whether it was added
     bool Add(Pointer oNavScheme);
     [[nodiscard]] std::int32_t Count() const { return nodes_.Count(); }
-    /// The node filed under this number or text, never the one at that position; null when there is none.
+    /// The node filed under this number or text, never the one at that position; null when there is none, where
+    /// `clsWebSchemes::Item` throws.
     [[nodiscard]] Pointer Item(std::int32_t key) const { return nodes_.Item(key); }
     [[nodiscard]] Pointer Item(std::string_view key) const { return nodes_.Item(key); }
     /// Removes the node filed under `key`; a missing one is ignored.
-    void Remove(std::string_view key) { nodes_.Remove(key); }
+    void Remove(std::string_view key) { nodes_.RemoveKey(key); }
     /// Removes the node at `position`, counted from 1.
     void Remove(std::int32_t position) { nodes_.RemoveAt(position); }
     /// The nodes in collection order, for a for-each loop.

@@ -26,7 +26,7 @@ std::shared_ptr<const clsWebScheme> clsWebSchemes::Item(std::string_view key) co
 
 void clsWebSchemes::Remove(std::string_view key) {
     byNode_.reset();
-    paragraphs_.Remove(key);
+    paragraphs_.RemoveKey(key);
 }
 
 void clsWebSchemes::Remove(std::int32_t position) {
@@ -65,7 +65,7 @@ void clsWebSchemes::DelTreeNode(std::string_view dKey) {
 void clsWebSchemes::DropParagraphsOf(const KeyIndex& nodes) {
     byNode_.reset();
     for (const auto& paragraph : paragraphs_)
-        if (nodes.find(paragraph->XST1) != KeyIndex::none) paragraphs_.Remove(paragraph->ID);
+        if (nodes.find(paragraph->XST1) != KeyIndex::none) paragraphs_.RemoveKey(paragraph->ID);
 }
 
 clsWebSchemes::Pointer clsWebSchemes::CloneWeb(std::string_view skey) const {

@@ -29,7 +29,7 @@ class clsWebSchemes {
     /// @return whether it was added
     bool Add(Pointer oWebScheme);
     /// The paragraph filed under this number or text, never the one at that position.
-    /// @throws std::out_of_range when there is none
+    /// @throws std::out_of_range when there is none, where `clsNavSchemes::Item` is null; `HasKey` asks before
     [[nodiscard]] std::shared_ptr<const clsWebScheme> Item(std::int32_t key) const;
     [[nodiscard]] std::shared_ptr<const clsWebScheme> Item(std::string_view key) const;
     [[nodiscard]] std::int32_t Count() const { return paragraphs_.Count(); }

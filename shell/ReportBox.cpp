@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/ReportBox.h"
 
-#include <QAbstractTextDocumentLayout>
 #include <QMimeData>
-#include <QScrollBar>
-#include <QTextBlock>
 #include <algorithm>
 #include <new>
 
@@ -23,47 +20,6 @@ bool ReportBox::hasRoomFor(std::string_view report) {
     void* room = ::operator new(forAByte* report.size() + forALine * lines, std::nothrow);
     ::operator delete(room);
     return room != nullptr;
-}
-
-void ReportBox::setReport(QString report) {
-    constexpr qsizetype manyLines = 10'000;
-    const bool isLong = report.count(u'\n') > manyLines;
-    linesAParagraph_ = isLong ? 16 : 1;
-    if (isLong) joinLines(report);
-    setPlainText(report);
-    countLines();
-}
-
-// In one pass: QString::replace would move the rest of the text a thousand times and more.
-void ReportBox::joinLines(QString& report) const {
-    auto* const end = report.end();
-    auto* to = report.begin();
-    int line = 0;
-    for (const auto* from = report.cbegin(); from != end; ++from) {
-        if (*from == u'\r' && from + 1 != end && from[1] == u'\n') continue;
-        const bool joins = *from == u'\n' && ++line % linesAParagraph_ != 0;
-        *to++ = joins ? QChar(QChar::LineSeparator) : *from;
-    }
-    report.truncate(to - report.begin());
-}
-
-// Qt takes a paragraph for one line until it is scrolled into view, and again after a resize, so it is told
-// how many they are. @return whether there was anything to tell
-bool ReportBox::countLines() {
-    if (linesAParagraph_ == 1) return false;
-    auto paragraph = document()->begin();
-    for (; paragraph != document()->lastBlock(); paragraph = paragraph.next())
-        paragraph.setLineCount(linesAParagraph_);
-    paragraph.setLineCount(1 + static_cast<int>(paragraph.text().count(QChar::LineSeparator)));
-    auto* layout = document()->documentLayout();
-    Q_EMIT layout->documentSizeChanged(layout->documentSize());
-    return true;
-}
-
-void ReportBox::resizeEvent(QResizeEvent* event) {
-    const int top = verticalScrollBar()->value();
-    QPlainTextEdit::resizeEvent(event);
-    if (countLines()) verticalScrollBar()->setValue(top);
 }
 
 // Tab moves the focus in this program, also where there is nothing else to go to: it writes nothing into a report.

@@ -17,7 +17,9 @@ constexpr QRectF textArea(120, 3120, 8895, 3735);
 
 }  // namespace
 
-fIntro::fIntro(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(help) {
+fIntro::fIntro(const HelpFile& help, QWidget* parent)
+    : QDialog(parent),
+      keys_(*this, {{Qt::Key_Escape, [this] { close(); }}, {Qt::Key_F1, [this, &help] { help.show(this); }}}) {
     setObjectName(QStringLiteral("fIntro"));
     setWindowTitle(QStringLiteral("Pelmo Wizard Introduction..."));
     setFixedSize(toPixels({{0, 0}, clientArea}, logicalDpiX()).size());
@@ -40,20 +42,4 @@ fIntro::fIntro(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(h
     text->setFocus();
 
     centreOnScreen(*this);
-}
-
-// Keys act when they are let go; nothing of QDialog's own Enter and Esc.
-void fIntro::keyPressEvent(QKeyEvent* event) {
-    keys_.pressed(*event);
-}
-
-void fIntro::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) keys_.forget();
-    QDialog::changeEvent(event);
-}
-
-void fIntro::keyReleaseEvent(QKeyEvent* event) {
-    if (!keys_.released(*event)) return;
-    if (event->key() == Qt::Key_Escape) close();
-    if (event->key() == Qt::Key_F1) help_.show(this);
 }

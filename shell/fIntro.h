@@ -13,12 +13,6 @@ class fIntro final : public QDialog {
     /// @param help must outlive the window
     fIntro(const HelpFile& help, QWidget* parent);
 
-  protected:
-    void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
-    void changeEvent(QEvent* event) override;
-
   private:
-    const HelpFile& help_;
     ReleasedKeys keys_;
 };

@@ -103,7 +103,10 @@ fMain::fMain()
       frRule_(new RulePanel(inner_)),
       flexNav_(makeGrid<NavGrid>("flexNav", frN_)),
       flexWeb_(makeGrid<WebGrid>("flexWeb", frW_)),
-      help_(programFolder()) {
+      help_(programFolder()),
+      keys_(*this, {{.key = Qt::Key_F1, .run = [this] { mnuHelp_Click(); }},
+                    {.key = Qt::Key_Menu, .run = [this] { popUpAtFocus(); }},
+                    {.key = Qt::Key_F10, .run = [this] { popUpAtFocus(); }, .modifiers = Qt::ShiftModifier}}) {
     setObjectName(QStringLiteral("fMain"));
     setWindowTitle(QStringLiteral("Reporting Scheme Wizard for Pelmo " WIZARD_VERSION));
     setCentralWidget(inner_);
@@ -235,7 +238,8 @@ void fMain::resizeEvent(QResizeEvent* event) {
 
 void fMain::placePanels(QSize inner, clsWebSchemes& webs) {
     const int dpi = logicalDpiX();
-    const auto at = layOutPanels(toTwips(inner.width(), dpi), toTwips(inner.height(), dpi), designOfFrRule.height());
+    const auto at =
+        layOutPanels({toTwips(inner.width(), dpi), toTwips(inner.height(), dpi)}, designOfFrRule.height());
     myTree_->setGeometry(toPixels(at.tree, dpi));
     frN_->setGeometry(toPixels(at.frN, dpi));
     flexNav_->setGeometry(toPixels(at.flexNav, dpi));
@@ -368,23 +372,4 @@ void fMain::showReport(std::string report) {
     if (!fOutput_) fOutput_ = new fOutput(help_, this);
     fOutput_->setSText(std::move(report));
     fOutput_->open();
-}
-
-void fMain::keyPressEvent(QKeyEvent* event) {
-    keys_.pressed(*event);
-    // Shift may be let go first, so what counts is whether it was down when the key was.
-    if (event->key() == Qt::Key_F10 && !event->isAutoRepeat()) isShiftF10_ = event->modifiers() == Qt::ShiftModifier;
-    QMainWindow::keyPressEvent(event);
-}
-
-void fMain::keyReleaseEvent(QKeyEvent* event) {
-    QMainWindow::keyReleaseEvent(event);
-    if (!keys_.released(*event)) return;
-    if (event->key() == Qt::Key_F1) mnuHelp_Click();
-    if (event->key() == Qt::Key_Menu || (event->key() == Qt::Key_F10 && isShiftF10_)) popUpAtFocus();
-}
-
-void fMain::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange && !isActiveWindow()) keys_.forget();
-    QMainWindow::changeEvent(event);
 }

@@ -68,9 +68,6 @@ class fMain final : public QMainWindow, private NavWindow {
 
   protected:
     void resizeEvent(QResizeEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
   private:
     void makeMenus();
@@ -114,6 +111,5 @@ class fMain final : public QMainWindow, private NavWindow {
     HelpFile help_;
     MemoryReserve reserve_;
     ReleasedKeys keys_;
-    bool isShiftF10_ = false;
     bool laidOutMaximized_ = false;
 };

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "shell/fOutput.h"
 
-#include <cstdint>
 #include <utility>
 
+#include "shell/KeyboardGrab.h"
 #include "shell/ReportBox.h"
 #include "views/Centring.h"
 #include "views/CodePage.h"
@@ -17,7 +17,10 @@ constexpr double margin = 10;  // left and above the text, which is smaller than
 
 }  // namespace
 
-fOutput::fOutput(const HelpFile& help, QWidget* parent) : QDialog(parent), help_(help), text_(new ReportBox(this)) {
+fOutput::fOutput(const HelpFile& help, QWidget* parent)
+    : QDialog(parent),
+      text_(new ReportBox(this)),
+      keys_(*this, {{Qt::Key_Escape, [this] { close(); }}, {Qt::Key_F1, [this, &help] { help.show(this); }}}) {
     setObjectName(QStringLiteral("fOutput"));
     setWindowTitle(QStringLiteral("Output..."));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
@@ -51,8 +54,7 @@ void fOutput::load() {
 
 void fOutput::unload() {
     setSText({});
-    text_->setReport({});
-    keys_.forget();
+    text_->clear();
 }
 
 void fOutput::showEvent(QShowEvent* event) {
@@ -77,49 +79,22 @@ void fOutput::layOut() {
     text_->setGeometry(place);
 
     if (isCopied_ && !text_->document()->isModified()) return;
-    text_->setReport(ReportBox::hasRoomFor(sText_)
-                         ? decode(sText_)
-                         : QStringLiteral("There is not enough memory to show this report."));
+    text_->setPlainText(ReportBox::hasRoomFor(sText_)
+                            ? decode(sText_)
+                            : QStringLiteral("There is not enough memory to show this report."));
     isCopied_ = true;
 }
 
 void fOutput::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::ActivationChange) {
-        if (!isActiveWindow())
-            keys_.forget();
-        else if (!std::exchange(isGrabbed_, false) && !isMaximized())
-            centreOnScreen(*this);
-    }
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !std::exchange(isGrabbed_, false) &&
+        !isMaximized())
+        centreOnScreen(*this);
     QDialog::changeEvent(event);
 }
 
-// While the user drags a window, an X11 window manager may grab the keyboard. To Qt the window then becomes
-// inactive, and active at the end of the drag; but no other window was active, and it stays where the user has put
-// it.
+// While the user drags a window, a window manager may grab the keyboard. To Qt the window then becomes inactive, and
+// active at the end of the drag; but no other window was active, and it stays where the user has put it.
 bool fOutput::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
-    struct FocusEvent {  // of the X protocol
-        std::uint8_t type, detail;
-        std::uint16_t sequence;
-        std::uint32_t window;
-        std::uint8_t mode;
-    };
-    constexpr std::uint8_t focusOut = 10;
-    constexpr std::uint8_t grab = 1;
-    constexpr std::uint8_t pointer = 5;  // comes only because the mouse is over the window, whoever has the keyboard
-    if (type == "xcb_generic_event_t") {
-        const auto* focus = static_cast<const FocusEvent*>(message);
-        if ((focus->type & 0x7F) == focusOut && focus->detail != pointer) isGrabbed_ = focus->mode == grab;
-    }
+    isGrabbed_ = keyboardGrab(type, message).value_or(isGrabbed_);
     return QDialog::nativeEvent(type, message, result);
-}
-
-// Keys act when they are let go; nothing of QDialog's own Enter and Esc. What the text box uses does not come here.
-void fOutput::keyPressEvent(QKeyEvent* event) {
-    keys_.pressed(*event);
-}
-
-void fOutput::keyReleaseEvent(QKeyEvent* event) {
-    if (!keys_.released(*event)) return;
-    if (event->key() == Qt::Key_Escape) close();
-    if (event->key() == Qt::Key_F1) help_.show(this);
 }

@@ -29,8 +29,6 @@ class fOutput final : public QDialog {
   protected:
     void showEvent(QShowEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
     void changeEvent(QEvent* event) override;
     bool nativeEvent(const QByteArray& type, void* message, qintptr* result) override;
 
@@ -39,7 +37,6 @@ class fOutput final : public QDialog {
     void unload();
     void layOut();
 
-    const HelpFile& help_;
     ReportBox* text_;
     std::string sText_;
     bool isCopied_ = true;    // sText_ has been copied into the text box

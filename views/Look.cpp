@@ -25,10 +25,15 @@ QPalette lightPalette() {
 
 }  // namespace
 
-QFont captionFont() {
+QFont arial(double points, QFont::Weight weight) {
     QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(9);
+    font.setPointSizeF(points);
+    font.setWeight(weight);
     return font;
+}
+
+QFont captionFont() {
+    return arial(9);
 }
 
 void applyLook(QApplication& application) {

@@ -9,5 +9,8 @@ class QApplication;
 /// colours of nodes and rows were chosen for white), Arial.
 void applyLook(QApplication& application);
 
-/// Arial at the size of all captions, grids and menus.
+/// The font of the whole program in this size.
+[[nodiscard]] QFont arial(double points, QFont::Weight weight = QFont::Normal);
+
+/// The one of all captions, grids and menus.
 [[nodiscard]] QFont captionFont();

@@ -8,6 +8,7 @@
 #include <QStyledItemDelegate>
 
 #include "views/CopyKey.h"
+#include "views/Look.h"
 #include "views/Picture.h"
 #include "views/PlaceBelow.h"
 #include "views/ShowOrNothing.h"
@@ -32,23 +33,17 @@ class RowHeight final : public QStyledItemDelegate {
     }
 };
 
-// 0 for a key that the scheme does not know.
-int keyCodeOf(const QKeyEvent& event) {
-    switch (event.key()) {
-        case Qt::Key_Insert: return keyInsert;
-        case Qt::Key_Delete: return keyDelete;
-        case Qt::Key_F2: return keyF2;
-        default: return 0;
-    }
-}
-
 }  // namespace
 
-NavTree::NavTree(const ImageList& images, QWidget* parent) : QTreeView(parent), model_(images, this) {
-    QFont font(QStringLiteral("Arial"));
-    font.setPointSizeF(fontPoints);
-    font.setBold(true);
-    setFont(font);
+NavTree::NavTree(const ImageList& images, QWidget* parent)
+    : QTreeView(parent),
+      model_(images, this),
+      keys_(*this, {{Qt::Key_Return, [this] { click(currentIndex()); }},
+                    {Qt::Key_Enter, [this] { click(currentIndex()); }},
+                    {Qt::Key_Insert, [this] { raiseKeyUp(keyInsert); }},
+                    {Qt::Key_F2, [this] { raiseKeyUp(keyF2); }},
+                    {Qt::Key_Delete, [this] { raiseKeyUp(keyDelete); }}}) {
+    setFont(arial(fontPoints, QFont::Bold));
     setItemDelegate(new RowHeight(this));
     setModel(&model_);
     setUniformRowHeights(true);
@@ -129,6 +124,10 @@ QPoint NavTree::placeOfCurrent() const {
 
 void NavTree::click(const QModelIndex& index) {
     if (index.isValid() && NodeClick) NodeClick();
+}
+
+void NavTree::raiseKeyUp(int keyCode) {
+    if (KeyUp) KeyUp(keyCode);
 }
 
 void NavTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
@@ -240,21 +239,11 @@ void NavTree::drawBranches(QPainter* painter, const QRect& rect, const QModelInd
 }
 
 void NavTree::keyPressEvent(QKeyEvent* event) {
-    keys_.pressed(*event);
     if (copiesCell(*event, currentIndex())) return;
     if (event->key() == Qt::Key_Asterisk)
         openAllBelow(currentIndex());
     else
         QTreeView::keyPressEvent(event);
-}
-
-void NavTree::keyReleaseEvent(QKeyEvent* event) {
-    QTreeView::keyReleaseEvent(event);
-    if (!keys_.released(*event)) return;
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        click(currentIndex());
-    else if (KeyUp)
-        KeyUp(keyCodeOf(*event));
 }
 
 void NavTree::mousePressEvent(QMouseEvent* event) {
@@ -281,11 +270,6 @@ void NavTree::focusInEvent(QFocusEvent* event) {
     const bool nothing = !currentIndex().isValid();
     QTreeView::focusInEvent(event);
     if (nothing) selectionModel()->clear();
-}
-
-void NavTree::focusOutEvent(QFocusEvent* event) {
-    keys_.forget();
-    QTreeView::focusOutEvent(event);
 }
 
 // A click always selects, with Ctrl too; one beside the nodes changes nothing.

@@ -44,13 +44,11 @@ class NavTree final : public QTreeView, public NavTreeView {
   protected:
     void drawBranches(QPainter* painter, const QRect& rect, const QModelIndex& index) const override;
     void keyPressEvent(QKeyEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
-    void focusOutEvent(QFocusEvent* event) override;
     void updateGeometries() override;
     void doItemsLayout() override;
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
@@ -60,6 +58,7 @@ class NavTree final : public QTreeView, public NavTreeView {
     void fillOnce(const clsNavSchemes& scheme);
     [[nodiscard]] std::uint32_t rowOf(std::string_view key) const;
     void click(const QModelIndex& index);
+    void raiseKeyUp(int keyCode);
     [[nodiscard]] bool isDeep() const { return model_.snapshot().depth() > mostNestedLevels; }
     void openAllBelow(const QModelIndex& top);
     void forgetDeepBranches(const QModelIndex& branch);

@@ -8,13 +8,13 @@ constexpr double gap = 40;
 
 }  // namespace
 
-PanelLayout layOutPanels(double width, double height, double heightOfFrRule) {
+PanelLayout layOutPanels(QSizeF inner, double heightOfFrRule) {
     PanelLayout at;
-    at.tree = {margin, margin, 0.3 * width - gap, height - gap};
+    at.tree = {margin, margin, 0.3 * inner.width() - gap, inner.height() - gap};
 
     const double left = at.tree.left() + at.tree.width();
-    const double frameWidth = width - at.tree.width() - gap;
-    const double frameHeight = (height - heightOfFrRule - 2 * gap) / 2;
+    const double frameWidth = inner.width() - at.tree.width() - gap;
+    const double frameHeight = (inner.height() - heightOfFrRule - 2 * gap) / 2;
     at.frN = {left, margin, frameWidth, frameHeight};
     at.frW = {left, margin + frameHeight + gap, frameWidth, frameHeight};
     at.frRule = {left, (margin + frameHeight + gap) * 2, frameWidth, heightOfFrRule};

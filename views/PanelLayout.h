@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QRectF>
+#include <QSizeF>
 
 /// The places of the main window's panels, in twips (1/1440 inch). The frames' are those within the window's inner
 /// area, the grids' those within their frames.
@@ -15,4 +16,4 @@ struct PanelLayout {
 };
 
 /// Lays the panels out in a window of this inner size, in twips. The rule panel keeps its height.
-[[nodiscard]] PanelLayout layOutPanels(double width, double height, double heightOfFrRule);
+[[nodiscard]] PanelLayout layOutPanels(QSizeF inner, double heightOfFrRule);

@@ -1,22 +1,47 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QKeyEvent>
-#include <QSet>
+#include <QHash>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <optional>
+#include <vector>
 
-/// Tells which key releases count. Commands run when a key is let go; but a key that is held repeats its release,
-/// and one that went down in another window (a message box that it closed, say) means nothing in this one.
-class ReleasedKeys {
+/// Runs the commands of keys when they are let go: those of a window wherever in it the focus is, those of another
+/// widget while the focus is there.
+///
+/// A key that is held repeats its release, and one that went down elsewhere, in a message box that it closed, say,
+/// means nothing here. So a command runs once, at the release that ends a press made here. A key that has a command
+/// reaches no one else, neither when it goes down nor when it comes up.
+class ReleasedKeys final : public QObject {
   public:
-    /// To be told of every key press that reaches the window.
-    void pressed(const QKeyEvent& event) {
-        if (!event.isAutoRepeat()) down_.insert(event.key());
-    }
-    /// Whether this release ends a press that was made here.
-    [[nodiscard]] bool released(const QKeyEvent& event) { return !event.isAutoRepeat() && down_.remove(event.key()); }
-    /// Forgets the presses: the keyboard goes elsewhere.
-    void forget() { down_.clear(); }
+    struct Command {
+        Qt::Key key;
+        std::function<void()> run;
+        /// What must be down together with the key, and nothing else, when it goes down; it may be let go first.
+        /// Nothing: it does not matter.
+        std::optional<Qt::KeyboardModifiers> modifiers = {};
+    };
+
+    explicit ReleasedKeys(std::vector<Command> commands);
+    /// Serves `served` at once.
+    ReleasedKeys(QWidget& served, std::vector<Command> commands);
+    ~ReleasedKeys() override;
+
+    /// Serves this window or widget from now on, and no other.
+    void serve(QWidget& served);
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    QSet<int> down_;
+    [[nodiscard]] bool isServed(const QObject& watched) const;
+    bool press(const QKeyEvent& event);
+    bool release(const QKeyEvent& event);
+
+    const std::vector<Command> commands_;
+    QPointer<QWidget> served_;
+    QHash<int, const Command*> down_;  // the keys that went down here, with the commands that they will run
 };

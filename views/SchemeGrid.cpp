@@ -92,7 +92,7 @@ void SchemeGrid::mousePressEvent(QMouseEvent* event) {
 
 void SchemeGrid::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) QTableView::mouseReleaseEvent(event);
-    if (event->button() == Qt::RightButton) mouseUp(buttonRight);
+    if (event->button() == Qt::RightButton) buttonReleased(buttonRight);
 }
 
 // A click always selects the row, with Ctrl too; one beside the rows changes nothing.
@@ -111,7 +111,7 @@ void SchemeGrid::focusInEvent(QFocusEvent* event) {
 bool SchemeGrid::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease && watched == horizontalHeader()->viewport() &&
         static_cast<QMouseEvent*>(event)->button() == Qt::RightButton)
-        mouseUp(buttonRight);
+        buttonReleased(buttonRight);
     return QTableView::eventFilter(watched, event);
 }
 
@@ -154,6 +154,6 @@ std::string WebGrid::CurrentText(int column) const {
     return gridModel().columns()[static_cast<std::size_t>(column)].caption.toStdString();
 }
 
-void WebGrid::mouseUp(int button) {
+void WebGrid::buttonReleased(int button) {
     if (MouseUp) MouseUp(button);
 }

@@ -31,7 +31,7 @@ class SchemeGrid : public QTableView {
                       [this] { model_.showAtOnce(std::make_unique<Rows>()); });
     }
     /// A mouse button was let go on the grid, its header or the space below its rows.
-    virtual void mouseUp(int /*button*/) {}
+    virtual void buttonReleased(int /*button*/) {}
 
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -72,5 +72,5 @@ class WebGrid final : public SchemeGrid, public WebGridView {
     [[nodiscard]] std::string CurrentText(int column) const override;
 
   protected:
-    void mouseUp(int button) override;
+    void buttonReleased(int button) override;
 };

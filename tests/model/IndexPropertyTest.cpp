@@ -122,8 +122,8 @@ RC_GTEST_PROP(KeyedCollectionProperty, DoesWhatAListOfKeysDoes, ()) {
             RC_ASSERT(collection.Add(record) == !exists);
             if (!exists) list.emplace_back(number, record);
         } else if (operation == Remove || operation == RemoveText) {
-            RC_ASSERT((operation == Remove ? collection.Remove(number) : collection.Remove(std::to_string(number))) ==
-                      exists);
+            RC_ASSERT((operation == Remove ? collection.RemoveKey(number)
+                                           : collection.RemoveKey(std::to_string(number))) == exists);
             if (exists) list.erase(found);
         } else if (operation == RemoveAt) {
             const bool there = number >= 1 && static_cast<std::size_t>(number) <= list.size();

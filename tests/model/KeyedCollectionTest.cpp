@@ -73,12 +73,12 @@ TEST(KeyedCollection, FindsNothingByAnotherSpellingOfAKey) {
 
 TEST(KeyedCollection, RemovesByKey) {
     auto collection = collectionOf({7, 8, 9});
-    EXPECT_TRUE(collection.Remove(8));
-    EXPECT_FALSE(collection.Remove(8));
-    EXPECT_TRUE(collection.Remove("9"));
-    EXPECT_FALSE(collection.Remove("9"));
-    EXPECT_FALSE(collection.Remove("07"));
-    EXPECT_FALSE(collection.Remove("x"));
+    EXPECT_TRUE(collection.RemoveKey(8));
+    EXPECT_FALSE(collection.RemoveKey(8));
+    EXPECT_TRUE(collection.RemoveKey("9"));
+    EXPECT_FALSE(collection.RemoveKey("9"));
+    EXPECT_FALSE(collection.RemoveKey("07"));
+    EXPECT_FALSE(collection.RemoveKey("x"));
     EXPECT_EQ(idsIn(collection), IDs{7});
     EXPECT_EQ(collection.Count(), 1);
     EXPECT_EQ(collection.Item(8), nullptr);
@@ -105,7 +105,7 @@ TEST(KeyedCollection, RemovesByPositionARecordWhoseIDHasChanged) {
 
 TEST(KeyedCollection, AddsAtTheEndAgainAfterRemoving) {
     auto collection = collectionOf({7, 8});
-    collection.Remove(7);
+    collection.RemoveKey(7);
     EXPECT_TRUE(collection.Add(record(7)));
     EXPECT_EQ(idsIn(collection), (IDs{8, 7}));
 }
@@ -116,8 +116,8 @@ TEST(KeyedCollection, KeepsTheKeyWhenTheIDChanges) {
     EXPECT_EQ(collection.Item(7)->ID, 70);
     EXPECT_EQ(collection.Item(70), nullptr);
     EXPECT_FALSE(collection.Add(record(7))) << "the key is still taken";
-    EXPECT_FALSE(collection.Remove(70));
-    EXPECT_TRUE(collection.Remove(7));
+    EXPECT_FALSE(collection.RemoveKey(70));
+    EXPECT_TRUE(collection.RemoveKey(7));
     EXPECT_EQ(idsIn(collection), IDs{8});
 }
 
@@ -143,7 +143,7 @@ TEST(KeyedCollection, FilesEveryRecordUnderTheIDThatItHasNow) {
     EXPECT_FALSE(collection.HasRecordsWithoutKey());
     EXPECT_TRUE(collection.Add(record(7)));
     EXPECT_FALSE(collection.Add(record(100)));
-    EXPECT_TRUE(collection.Remove(8));
+    EXPECT_TRUE(collection.RemoveKey(8));
     EXPECT_EQ(idsIn(collection), (IDs{100, 9, 7}));
 }
 
@@ -161,7 +161,7 @@ TEST(KeyedCollection, OfRecordsThatShareAnIDTheFirstIsFound) {
     EXPECT_TRUE(collection.RemoveAt(2)) << "one without a key";
     EXPECT_EQ(collection.Count(), 2);
     EXPECT_EQ(collection.Item(5)->mark, 1);
-    EXPECT_TRUE(collection.Remove(5));
+    EXPECT_TRUE(collection.RemoveKey(5));
     EXPECT_EQ(collection.Item(5), nullptr);
     EXPECT_EQ(idsIn(collection), IDs{5});
     fileAnew(collection);
@@ -182,7 +182,7 @@ TEST(KeyedCollection, OfRecordsThatShareAnIDThePreferredOneIsFound) {
 
 TEST(KeyedCollection, AsksForThePreferredOnesOnlyWhereRecordsShareAnID) {
     auto collection = collectionOf({1, 2, 3});
-    collection.Remove(2);
+    collection.RemoveKey(2);
     collection.FileAnew([]() -> std::vector<std::uint32_t> { throw std::runtime_error("asked in vain"); });
     EXPECT_EQ(collection.Item(3)->ID, 3);
     collection.Item(3)->ID = 1;
@@ -213,10 +213,10 @@ TEST(KeyedCollection, ClearEmptiesItForGood) {
 
 TEST(KeyedCollection, StartsAfreshWhenTheLastRecordIsGone) {
     auto collection = collectionOf({7, 8});
-    collection.Remove(7);
+    collection.RemoveKey(7);
     EXPECT_EQ(collection.Slots().size(), 2U) << "an empty slot stays behind";
     EXPECT_EQ(collection.Slots()[0], nullptr);
-    collection.Remove(8);
+    collection.RemoveKey(8);
     EXPECT_TRUE(collection.Slots().empty());
     EXPECT_TRUE(collection.Add(record(7)));
     EXPECT_EQ(idsIn(collection), IDs{7});
@@ -238,7 +238,7 @@ TEST(KeyedCollection, RemovingEachRecordInALoopSkipsNobody) {
     for (const auto& found : collection) {
         const auto id = found->ID;
         met.push_back(id);
-        EXPECT_TRUE(collection.Remove(id));
+        EXPECT_TRUE(collection.RemoveKey(id));
     }
     EXPECT_EQ(met, (IDs{1, 2, 3, 4, 5}));
     EXPECT_EQ(collection.Count(), 0);
@@ -250,7 +250,7 @@ TEST(KeyedCollection, RemovingEverySecondRecordInALoopSkipsNobody) {
     for (const auto& found : collection) {
         const auto id = found->ID;
         met.push_back(id);
-        if (id % 2 == 0) collection.Remove(id);
+        if (id % 2 == 0) collection.RemoveKey(id);
     }
     EXPECT_EQ(met, (IDs{1, 2, 3, 4, 5, 6}));
     EXPECT_EQ(idsIn(collection), (IDs{1, 3, 5}));
@@ -262,8 +262,8 @@ TEST(KeyedCollection, RecordsRemovedAheadInALoopAreNotMet) {
     for (const auto& found : collection) {
         const auto id = found->ID;
         met.push_back(id);
-        if (id == 1) collection.Remove(2);
-        if (id == 3) collection.Remove(1);
+        if (id == 1) collection.RemoveKey(2);
+        if (id == 3) collection.RemoveKey(1);
     }
     EXPECT_EQ(met, (IDs{1, 3, 4}));
 }

@@ -302,6 +302,16 @@ TEST_F(Report, AnEscThatIsLetGoElsewhereIsForgotten) {
     EXPECT_FALSE(isClosed());
 }
 
+TEST_F(Report, AnEscThatWasDownWhenItWasClosedIsForgotten) {
+    show(threeLines);
+    QTest::keyPress(window.windowHandle(), Qt::Key_Escape);
+    window.close();
+    EXPECT_TRUE(isClosed());
+    show(threeLines);
+    QTest::keyRelease(window.windowHandle(), Qt::Key_Escape);
+    EXPECT_FALSE(isClosed());
+}
+
 TEST_F(Report, ARepeatedEscDoesNotCloseIt) {
     show(threeLines);
     QTest::keyPress(window.windowHandle(), Qt::Key_Escape);
@@ -433,6 +443,30 @@ TEST_F(Report, OfAHundredThousandFindingsKeepsItsPlaceWhenResized) {
     resize(650, 400);
     EXPECT_TRUE(textOf(edit) == text(report).remove(QChar(u'\r')));
     EXPECT_EQ(edit.document()->lineCount(), 300'001);
+}
+
+TEST_F(Report, ATripleClickSelectsOneLineHoweverLongTheReportIs) {
+    std::string report;
+    for (int line = 0; line < 100'000; ++line) report += "line " + std::to_string(line) + "\r\n";
+    show(report);
+    for (const int line : {3, 50'004, 99'990}) {
+        edit.verticalScrollBar()->setValue(line - 3);
+        const auto place = edit.cursorRect(edit.cursorForPosition({5, 5})).center() +
+                           QPoint(10, 3 * edit.fontMetrics().lineSpacing());
+        QTest::mouseDClick(edit.viewport(), Qt::LeftButton, {}, place);
+        QTest::mouseClick(edit.viewport(), Qt::LeftButton, {}, place);
+        press(window, Qt::Key_C, Qt::ControlModifier);
+        EXPECT_EQ(QApplication::clipboard()->text(), text("line " + std::to_string(line) + "\n"));
+    }
+}
+
+TEST_F(Report, LinesBrokenWithShiftAreCopiedAsLines) {
+    show(threeLines);
+    type("new");
+    press(window, Qt::Key_Return, Qt::ShiftModifier);
+    press(window, Qt::Key_A, Qt::ControlModifier);
+    press(window, Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), text("new\nfirst\n\nthird\n"));
 }
 
 TEST_F(Report, OfAFewLinesAfterALongOneIsShownToo) {

@@ -54,6 +54,10 @@ TEST(Look, WritesInArial) {
     EXPECT_EQ(captionFont().family(), QStringLiteral("Arial"));
     EXPECT_DOUBLE_EQ(captionFont().pointSizeF(), 9);
     EXPECT_FALSE(captionFont().bold());
+    EXPECT_EQ(arial(12.5).family(), QStringLiteral("Arial"));
+    EXPECT_DOUBLE_EQ(arial(12.5).pointSizeF(), 12.5);
+    EXPECT_FALSE(arial(12.5).bold());
+    EXPECT_TRUE(arial(12.5, QFont::Bold).bold());
     EXPECT_EQ(QApplication::font().family(), QStringLiteral("Arial"));
     EXPECT_DOUBLE_EQ(QApplication::font().pointSizeF(), 9);
 }

@@ -15,7 +15,7 @@ void expectRect(const QRectF& rect, double left, double top, double width, doubl
 }  // namespace
 
 TEST(PanelLayout, FollowsTheFormulasInARoundWindow) {
-    const auto at = layOutPanels(14400, 10800, 3400);
+    const auto at = layOutPanels({14400, 10800}, 3400);
     expectRect(at.tree, 10, 10, 4280, 10760, "tree");
     expectRect(at.frN, 4290, 10, 10080, 3660, "frN");
     expectRect(at.flexNav, 40, 300, 9980, 3240, "flexNav");
@@ -25,7 +25,7 @@ TEST(PanelLayout, FollowsTheFormulasInARoundWindow) {
 }
 
 TEST(PanelLayout, FollowsTheFormulasOnALargeScreen) {
-    const auto at = layOutPanels(19200, 15000, 3400);
+    const auto at = layOutPanels({19200, 15000}, 3400);
     expectRect(at.tree, 10, 10, 5720, 14960, "tree");
     expectRect(at.frN, 5730, 10, 13440, 5760, "frN");
     expectRect(at.flexNav, 40, 300, 13340, 5340, "flexNav");
@@ -35,7 +35,7 @@ TEST(PanelLayout, FollowsTheFormulasOnALargeScreen) {
 }
 
 TEST(PanelLayout, KeepsFractions) {
-    const auto at = layOutPanels(10785, 5281, 3400);
+    const auto at = layOutPanels({10785, 5281}, 3400);
     expectRect(at.tree, 10, 10, 3195.5, 5241, "tree");
     expectRect(at.frN, 3205.5, 10, 7549.5, 900.5, "frN");
     expectRect(at.flexNav, 40, 300, 7449.5, 480.5, "flexNav");
@@ -45,7 +45,7 @@ TEST(PanelLayout, KeepsFractions) {
 }
 
 TEST(PanelLayout, MakesRoomForARulePanelOfAnyHeight) {
-    const auto at = layOutPanels(20000, 12000, 2000);
+    const auto at = layOutPanels({20000, 12000}, 2000);
     expectRect(at.tree, 10, 10, 5960, 11960, "tree");
     expectRect(at.frN, 5970, 10, 14000, 4960, "frN");
     expectRect(at.flexNav, 40, 300, 13900, 4540, "flexNav");

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <filesystem>
+
+// Steps of a save that differ from system to system. Elsewhere than on Linux they do nothing, and QSaveFile alone
+// takes care of the old file.
+
+#ifdef WIZARD_LINUX
+/// @param file the handle of a file
+/// @return whether the disk has the bytes; where it cannot be asked, whether closing the file reports no error
+[[nodiscard]] bool isOnDisk(int file);
+
+/// Gives the new file the group and the mode of the one that it is to replace, as far as the user may.
+void takeOver(int newFile, const std::filesystem::path& file);
+
+/// Puts a file that has no name yet in the place of an old one.
+/// @return whether the file is in its place
+[[nodiscard]] bool replaceFromAnotherProcess(int newFile, const std::filesystem::path& file);
+#else
+[[nodiscard]] inline bool isOnDisk(int /*file*/) {
+    return true;
+}
+inline void takeOver(int /*newFile*/, const std::filesystem::path& /*file*/) {
+}
+[[nodiscard]] inline bool replaceFromAnotherProcess(int /*newFile*/, const std::filesystem::path& /*file*/) {
+    return false;
+}
+#endif
