@@ -88,7 +88,7 @@ TEST_F(FuseWeb, RefusesAnEmptyQuery) {
         const auto paragraph = makeFullParagraph(id, "I");
         paragraph->queryIs = "";
         EXPECT_FALSE(navs.FuseWeb(paragraph));
-        EXPECT_EQ(messages, std::vector<std::string>{refusedWithoutQuery});
+        EXPECT_EQ(messages, std::vector<std::string>{refusedBlankQuery});
         EXPECT_EQ(paragraph->formIs, 8) << "nothing is normalised";
         EXPECT_EQ(paragraph->colsAre, "2:3");
     }
