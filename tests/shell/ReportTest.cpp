@@ -449,7 +449,7 @@ TEST_F(Report, ATripleClickSelectsOneLineHoweverLongTheReportIs) {
     std::string report;
     for (int line = 0; line < 100'000; ++line) report += "line " + std::to_string(line) + "\r\n";
     show(report);
-    for (const int line : {3, 50'004, 99'990}) {
+    for (const int line : {3, 50'004, 99'900}) {
         edit.verticalScrollBar()->setValue(line - 3);
         const auto place = edit.cursorRect(edit.cursorForPosition({5, 5})).center() +
                            QPoint(10, 3 * edit.fontMetrics().lineSpacing());
