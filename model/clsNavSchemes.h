@@ -105,13 +105,6 @@ class clsNavSchemes {
     /// without a query, and says so. Draws nothing. @return whether it was stored
     [[nodiscard]] bool FuseWeb(const clsWebSchemes::Pointer& oFuse);
 
-    // --- reports, in analysis/ ---
-
-    /// Checks every node against the rules. @return the rules and what breaks them, lines that end with CR LF
-    [[nodiscard]] std::string CheckNav() const;
-    /// What is left to do in the database, ending with the queries to be written. @return lines that end with CR LF
-    [[nodiscard]] std::string NavToDo() const;
-
     // --- the views ---
 
     /// Keeps the grid of nodes. Call it before `SetTreeview`.
