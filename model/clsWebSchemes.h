@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "model/FileReader.h"
 #include "model/GroupIndex.h"
 #include "model/KeyedCollection.h"
 #include "model/NodeMoves.h"
@@ -71,6 +72,11 @@ class clsWebSchemes {
     /// Replaces the paragraphs by those of a text file, by none if it cannot be read. Draws nothing.
     /// @return true, whatever could be read
     bool LoadData(const std::filesystem::path& vFile);
+    /// Hands the lines that `SaveData` writes to `write`, each with its end.
+    void WriteData(const std::function<void(std::string_view)>& write) const;
+    /// `LoadData` from the bytes of a file.
+    /// @throws std::bad_alloc; the scheme then holds some of the paragraphs
+    void LoadBytes(FileBytes content);
 
     // --- renumbering ---
 
