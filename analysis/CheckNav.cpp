@@ -33,7 +33,7 @@ void findInNodes(const clsNavSchemes& navs, const std::function<void(const NavFi
         const auto children = counts.of(id);
         const NodeFacts facts{
             .type = type, .hasQuery = hasQuery, .fixedBelow = children.hasFixed, .children = children.count};
-        forEachBroken(navRules, type, facts, [&](const auto& rule) { take({rule, *slots[slot], place}); });
+        forEachBroken(navRules, type, facts, [&](const auto& rule) { take({&rule, slots[slot].get(), place}); });
         ++place;
     }
 }
@@ -41,7 +41,7 @@ void findInNodes(const clsNavSchemes& navs, const std::function<void(const NavFi
 std::string CheckNav(const clsNavSchemes& oNavs) {
     std::string report(navRulesInWords);
     findInNodes(oNavs, [&](const NavFinding& finding) {
-        appendFinding(report, finding.rule, finding.record.ID, finding.record.descriptionIs);
+        appendFinding(report, *finding.rule, finding.record->ID, finding.record->descriptionIs);
     });
     return report;
 }

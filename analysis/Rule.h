@@ -37,8 +37,8 @@ struct Rule {
 /// One rule that one record breaks. It points at both, and is good as long as the scheme does not change.
 template <class Record, class Facts>
 struct Finding {
-    const Rule<Facts>& rule;
-    const Record& record;
+    const Rule<Facts>* rule;
+    const Record* record;
     std::uint32_t place;  ///< of the record in collection order, from 0
 };
 

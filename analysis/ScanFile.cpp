@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstring>
 
 #include "analysis/FileFlaws.h"
 #include "model/CodePage.h"
@@ -13,8 +14,21 @@ namespace {
 
 using Kind = SchemeField::Kind;
 
-bool endsLine(char c) {
-    return c == '\n' || c == '\r';
+// The bytes that mean something inside a line: the others are passed over at once.
+constexpr auto specialBytes = [] {
+    std::array<bool, 256> special{};
+    for (unsigned code = 0; code < special.size(); ++code)
+        special[code] = isFreeByte(static_cast<char>(code)) || code == '"' || code == ',';
+    return special;
+}();
+bool isSpecial(char byte) {
+    return specialBytes[static_cast<unsigned char>(byte)];
+}
+
+// Where the first of these bytes is, `last` if there is none.
+const char* findByte(const char* first, const char* last, char byte) {
+    const auto* const found = std::memchr(first, byte, static_cast<std::size_t>(last - first));
+    return found ? static_cast<const char*>(found) : last;
 }
 
 std::string_view withoutBlanks(std::string_view text) {
@@ -43,8 +57,12 @@ struct RawPiece {
     char freeByte = 0;  // the first one
 
     [[nodiscard]] bool isInOneQuotePair() const { return quotes == 2 && raw.front() == '"' && raw.back() == '"'; }
-    // A text that begins with a quote and does not end with one goes on behind the comma.
-    [[nodiscard]] bool isCutByComma() const { return quotes % 2 != 0 && raw.front() == '"'; }
+    // A text that begins with a quote and does not end with one goes on behind the comma. So it looks, too, where
+    // there is another quote in the text: then the number of commas in the line decides.
+    [[nodiscard]] bool isCutByComma(bool areTooMany) const {
+        if (raw.empty() || raw.front() != '"') return false;
+        return quotes % 2 != 0 || (areTooMany && raw.back() != '"');
+    }
 };
 
 class Scanner {
@@ -65,7 +83,8 @@ class Scanner {
   private:
     std::string_view takeLine() {
         const char* const first = next_;
-        while (next_ != end_ && !endsLine(*next_)) ++next_;
+        if (lineFeed_ < first) lineFeed_ = findByte(first, end_, '\n');  // not at every CR: there may be no other
+        next_ = findByte(first, lineFeed_, '\r');
         const std::string_view line(first, static_cast<std::size_t>(next_ - first));
         if (next_ != end_ && *next_++ == '\r' && next_ != end_ && *next_ == '\n') ++next_;
         return line;
@@ -78,23 +97,23 @@ class Scanner {
             if (line_ != 1 || line != header_) report(flaw::passedOver, FileFinding::wholeLine);
             return;
         }
-        type_ = {};
+        type_ = 0;
+        const auto expected = static_cast<int>(table_.fields.size());
+        const bool areTooMany = std::ranges::count(line, ',') >= expected;
         int pieces = 0;
         bool isShifted = false;
         for (bool isLast = false; !isLast; ++pieces) {
             const auto piece = takePiece(line, isLast);
             const auto field = static_cast<std::size_t>(pieces);
             if (isShifted || field >= table_.fields.size()) continue;
-            if (!isLast && table_.fields[field].kind != Kind::Number && piece.isCutByComma()) {
+            if (!isLast && table_.fields[field].kind != Kind::Number && piece.isCutByComma(areTooMany)) {
                 report(flaw::comma, pieces);
                 isShifted = true;
             } else {
                 scanField(pieces, piece);
             }
         }
-        const auto expected = static_cast<int>(table_.fields.size());
-        if (!isShifted && pieces > expected)
-            report(flaw::tooManyFields, FileFinding::wholeLine, std::to_string(pieces));
+        if (!isShifted && areTooMany) report(flaw::tooManyFields, FileFinding::wholeLine, std::to_string(pieces));
         if (pieces < expected) report(flaw::tooFewFields, FileFinding::wholeLine, std::to_string(pieces));
     }
 
@@ -103,8 +122,11 @@ class Scanner {
         RawPiece piece;
         std::size_t at = 0;
         for (; at < line.size() && line[at] != ','; ++at) {
-            if (line[at] == '"') ++piece.quotes;
-            if (isFreeByte(line[at]) && piece.freeByte == 0) piece.freeByte = line[at];
+            if (!isSpecial(line[at])) continue;
+            if (line[at] == '"')
+                ++piece.quotes;
+            else if (piece.freeByte == 0)
+                piece.freeByte = line[at];
         }
         piece.raw = line.substr(0, at);
         isLast = at == line.size();
@@ -167,6 +189,7 @@ class Scanner {
     const SchemeTable& table_;
     const char* next_;
     const char* end_;
+    const char* lineFeed_ = nullptr;  // the next one, `end_` if there is none
     std::string header_;
     std::uint32_t line_ = 0;
     std::string unquoted_;

@@ -119,18 +119,18 @@ void findInParagraphs(const clsWebSchemes& webs, const std::function<void(const 
     std::uint32_t place = 0;
     for (const auto* paragraph : webs.NewEnum()) {
         forEachBroken(all, paragraph->typeIs.letter(), *paragraph, [&](const auto& rule) {
-            take({rule, *paragraph, place});
+            take({&rule, paragraph, place});
         });
         ++place;
     }
 }
 
 void appendFinding(std::string& report, const WebFinding& finding) {
-    const auto& [rule, paragraph, place] = finding;
-    report.append(rule.finding)
+    const auto& paragraph = *finding.record;
+    report.append(finding.rule->finding)
         .append(paragraph.typeIs.view())
         .append(")-Type: [ID=")
         .append(keyText(paragraph.ID))
         .append("] ");
-    report.append(paragraph.titleIs.view()).append("\r\n").append(rule.text).append("\r\n\r\n");
+    report.append(paragraph.titleIs.view()).append("\r\n").append(finding.rule->text).append("\r\n\r\n");
 }

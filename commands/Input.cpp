@@ -6,13 +6,9 @@
 #include <filesystem>
 #include <fstream>
 #include <istream>
-#include <limits>
 #include <system_error>
 
 namespace {
-
-// A line number must do for every line.
-constexpr std::size_t largestFile = std::numeric_limits<std::uint32_t>::max() - 1;
 
 FileBytes readStream(std::istream& in) {
     std::size_t capacity = std::size_t{1} << 16;
@@ -51,7 +47,6 @@ InputFile readInput(const std::string& name, const Console& console) {
         file = {shownName(name), readFile(name)};
         if (!file.content.bytes) throw Unusable(file.name + ": " + whyUnreadable(name));
     }
-    if (file.content.size > largestFile) throw Unusable(file.name + ": the file is too large");
     return file;
 }
 

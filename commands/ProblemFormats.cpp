@@ -57,11 +57,11 @@ Json sarifRules() {
 Json sarifResult(const Problem& problem, const std::string& file) {
     Json location = {{"physicalLocation",
                       {{"artifactLocation", {{"uri", uriOf(file)}}}, {"region", {{"startLine", problem.line}}}}}};
-    if (!problem.field.empty())
-        location["logicalLocations"] = Json::array({{{"name", problem.field}, {"kind", "member"}}});
-    return {{"ruleId", problem.rule},
-            {"level", wordsOf(problem.level).sarif},
-            {"message", {{"text", toUtf8(problem.words)}}},
+    if (!problem.field().empty())
+        location["logicalLocations"] = Json::array({{{"name", problem.field()}, {"kind", "member"}}});
+    return {{"ruleId", problem.rule()},
+            {"level", wordsOf(problem.level()).sarif},
+            {"message", {{"text", toUtf8(problem.words())}}},
             {"locations", Json::array({location})}};
 }
 
@@ -69,9 +69,9 @@ Json sarifResult(const Problem& problem, const std::string& file) {
 template <class Print>
 void printList(const Problems& problems, const Console& console, Print print) {
     const char* before = "\n";
-    for (const auto& problem : problems.found) {
+    for (const auto& problem : problems.found()) {
         console.print(before);
-        console.print(dumped(print(problem, problems.files[problem.file])));
+        console.print(dumped(print(problem, problems.files()[problem.file])));
         before = ",\n";
     }
 }
@@ -79,14 +79,15 @@ void printList(const Problems& problems, const Console& console, Print print) {
 }  // namespace
 
 void printAsText(const Problems& problems, const Console& console) {
-    for (const auto& problem : problems.found) {
-        const auto& level = wordsOf(problem.level);
-        std::string line = problems.files[problem.file] + ":" + std::to_string(problem.line) + ": ";
+    std::string line;
+    for (const auto& problem : problems.found()) {
+        const auto& level = wordsOf(problem.level());
+        line.assign(problems.files()[problem.file]).append(":").append(std::to_string(problem.line)).append(": ");
         if (console.isColoured) line += level.colour;
         line.append(level.text).append(":");
         if (console.isColoured) line += "\x1B[0m";
-        if (!problem.field.empty()) line.append(" ").append(problem.field).append(":");
-        line.append(" ").append(shown(problem.words)).append(" [").append(problem.rule).append("]\n");
+        if (!problem.field().empty()) line.append(" ").append(problem.field()).append(":");
+        line.append(" ").append(shown(problem.words())).append(" [").append(problem.rule()).append("]\n");
         console.print(line);
     }
 }
@@ -96,10 +97,10 @@ void printAsJson(const Problems& problems, const Console& console) {
     printList(problems, console, [](const Problem& problem, const std::string& file) {
         return Json{{"file", file},
                     {"line", problem.line},
-                    {"field", problem.field.empty() ? Json() : Json(problem.field)},
-                    {"level", wordsOf(problem.level).text},
-                    {"rule", problem.rule},
-                    {"message", toUtf8(problem.words)}};
+                    {"field", problem.field().empty() ? Json() : Json(problem.field())},
+                    {"level", wordsOf(problem.level()).text},
+                    {"rule", problem.rule()},
+                    {"message", toUtf8(problem.words())}};
     });
     console.print("\n]}\n");
 }

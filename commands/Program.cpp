@@ -3,7 +3,6 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <map>
 #include <new>
 #include <ostream>
 
@@ -15,6 +14,13 @@ constexpr Command commands[] = {
     {"check", "Says what breaks the rules, and what the wizard would change or lose.",
      "pelmo-scheme check XST1.txt XST2.txt", declareCheck},
     {"todo", "Lists what is left to do in the database.", "pelmo-scheme todo XST1.txt XST2.txt", declareToDo},
+    {"tree", "Prints the tree with all that its nodes and their paragraphs hold.",
+     "pelmo-scheme tree XST1.txt XST2.txt", declareTree},
+    {"orphans", "Lists the paragraphs whose node does not exist.", "pelmo-scheme orphans XST1.txt XST2.txt",
+     declareOrphans},
+    {"renumber", "Numbers the nodes in the order of the tree, and writes both files as the wizard does.",
+     "pelmo-scheme renumber XST1.txt XST2.txt -o FOLDER --map numbers.csv", declareRenumber},
+    {"fmt", "Prints the file that the wizard would save.", "pelmo-scheme fmt XST1.txt", declareFormat},
 };
 
 constexpr auto manual =
@@ -26,12 +32,30 @@ struct Declared {
     RunCommand run;
 };
 
-std::vector<Declared> declareAll(CLI::App& program, Encoding& encoding) {
-    const std::map<std::string, Encoding> encodings = {{"utf-8", Encoding::Utf8},
-                                                       {"windows-1252", Encoding::Windows1252}};
-    program.add_option("--encoding", encoding, "The encoding of what is printed: utf-8 or windows-1252")
+struct EncodingName {
+    const char* name;
+    Encoding encoding;
+};
+constexpr EncodingName encodings[] = {{"utf-8", Encoding::Utf8}, {"windows-1252", Encoding::Windows1252}};
+
+void declareEncoding(CLI::App& program, Encoding& encoding) {
+    const auto choose = [&encoding](const std::string& given) {
+        for (const auto& row : encodings)
+            if (given == row.name) encoding = row.encoding;
+    };
+    program
+        .add_option_function<std::string>("--encoding", choose, "The encoding of what is printed; otherwise utf-8")
         ->type_name("NAME")
-        ->transform(CLI::CheckedTransformer(encodings, CLI::ignore_case));
+        ->check(CLI::IsMember({encodings[0].name, encodings[1].name}));
+}
+
+std::string refusal(const CLI::App*, const CLI::Error& error) {
+    return "pelmo-scheme: " + shownName(error.what()) + "; see pelmo-scheme --help\n";
+}
+
+std::vector<Declared> declareAll(CLI::App& program, Encoding& encoding) {
+    declareEncoding(program, encoding);
+    program.failure_message(refusal);
     program.set_version_flag("--version", std::string("pelmo-scheme ") + WIZARD_VERSION);
     program.require_subcommand(1);
     program.fallthrough();
