@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "analysis/ChildCounts.h"
 #include "analysis/NavRules.h"
+#include "analysis/Reports.h"
 #include "model/clsNavSchemes.h"
 
 namespace {
@@ -8,29 +9,39 @@ namespace {
 // What one look at a record tells. The records of a large scheme are read once only: that takes longer than all else.
 struct Seen {
     std::int32_t id = 0;
-    char type = 0;  // stays 0 where a record was removed: no rule is for it
+    char type = 0;
     bool hasQuery = false;
 };
 
 }  // namespace
 
-std::string clsNavSchemes::CheckNav() const {
-    const auto slots = nodes_.Slots();
-    ChildCounts counts(static_cast<std::size_t>(Count()));
+void findInNodes(const clsNavSchemes& navs, const std::function<void(const NavFinding&)>& take) {
+    const auto slots = navs.NewEnum().Slots();
+    ChildCounts counts(static_cast<std::size_t>(navs.Count()));
     std::vector<Seen> seen(slots.size());
     for (std::size_t slot = 0; slot < slots.size(); ++slot) {
         const auto* node = slots[slot].get();
         if (!node) continue;
         const char type = node->typeIs().letter();
         counts.add(node->parentIs, type == 'F');
-        seen[slot] = {node->ID, type, !node->queryIs().empty()};
+        seen[slot] = {.id = node->ID, .type = type, .hasQuery = !node->queryIs().empty()};
     }
-    std::string report(navRulesInWords);
+    std::uint32_t place = 0;
     for (std::size_t slot = 0; slot < slots.size(); ++slot) {
+        if (!slots[slot]) continue;
         const auto& [id, type, hasQuery] = seen[slot];
         const auto children = counts.of(id);
-        const NodeFacts facts{type, hasQuery, children.hasFixed, children.count};
-        if (breaksARule(facts)) appendFindings(report, facts, id, slots[slot]->descriptionIs);
+        const NodeFacts facts{
+            .type = type, .hasQuery = hasQuery, .fixedBelow = children.hasFixed, .children = children.count};
+        forEachBroken(navRules, type, facts, [&](const auto& rule) { take({&rule, slots[slot].get(), place}); });
+        ++place;
     }
+}
+
+std::string CheckNav(const clsNavSchemes& oNavs) {
+    std::string report(navRulesInWords);
+    findInNodes(oNavs, [&](const NavFinding& finding) {
+        appendFinding(report, *finding.rule, finding.record->ID, finding.record->descriptionIs);
+    });
     return report;
 }

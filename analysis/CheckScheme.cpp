@@ -1,21 +1,23 @@
 // SPDX-License-Identifier: MIT
+#include "analysis/Reports.h"
 #include "analysis/WebRules.h"
 #include "model/Integer.h"
 #include "model/clsNavSchemes.h"
 
 // The renumbering, which changes paragraphs, comes last: what needs memory may fail before.
-std::string clsWebSchemes::CheckScheme(clsNavSchemes& oNC) {
+std::string CheckScheme(clsNavSchemes& oNavs) {
+    auto& webs = oNavs.oWebs;
     std::string report(webRulesInWords);
-    for (const auto& paragraph : paragraphs_) appendFindings(report, *paragraph);
+    findInParagraphs(webs, [&](const WebFinding& finding) { appendFinding(report, finding); });
     report.append("THE ORPHANS: \r\n\r\n");
-    const auto moves = movesOf(oNC);
-    for (const auto& paragraph : paragraphs_)
+    const auto moves = clsWebSchemes::MovesOf(oNavs);
+    for (const auto& paragraph : webs.NewEnum())
         if (!moves.find(paragraph->XST1))
             report.append("[ID=")
                 .append(keyText(paragraph->ID))
                 .append("] ")
                 .append(paragraph->titleIs.view())
                 .append("\r\n");
-    renumber(oNC, moves);
+    webs.Renumber(oNavs, moves);
     return report;
 }

@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "analysis/NavRules.h"
 
-#include <algorithm>
-
-#include "analysis/Rule.h"
 #include "model/Integer.h"
 
 const std::string_view navRulesInWords =
@@ -43,43 +40,80 @@ bool hasNoQuery(const NodeFacts& node) {
 constexpr std::string_view oneChildOnly =
     "RULE #3 Says that there should be ONE AND ONLY ONE Child Node (of type-G, R or N) for Generating-Type Node.";
 
-// In the order of the findings on one node. The wording of the rules is that of the product, slips included: with
-// "any" rule 4 forbids children, and rule 5 for a recurring node speaks of another type.
+// The wording of the rules is that of the product, slips included: with "any" rule 4 forbids children, and rule 5 for
+// a recurring node speaks of another type.
 constexpr Rule<NodeFacts> rules[] = {
-    {"F", hasNoChild, "=> There are no Child Nodes for Fixed-Type: [ID=",
-     "RULE #2 Says that there should be fixed number (1 or more) of Child Nodes for Fixed-Type Node."},
-    {"F", hasQuery, "=> There is a Query Specifed for Fixed-Type: [ID=",
-     "RULE #5 Says that there should be NOT be any query specified for Fixed-Type Node."},
+    {.types = "F",
+     .number = 2,
+     .field = "typeIs",
+     .isBroken = hasNoChild,
+     .finding = "=> There are no Child Nodes for Fixed-Type: [ID=",
+     .text = "RULE #2 Says that there should be fixed number (1 or more) of Child Nodes for Fixed-Type Node."},
+    {.types = "F",
+     .number = 5,
+     .field = "queryIs",
+     .isBroken = hasQuery,
+     .finding = "=> There is a Query Specifed for Fixed-Type: [ID=",
+     .text = "RULE #5 Says that there should be NOT be any query specified for Fixed-Type Node."},
 
-    {"G", hasManyChildren, "=> There are more than one Child Nodes for Generating-Type: [ID=", oneChildOnly},
-    {"G", hasNoChild, "=> There are no Child Nodes for Generating-Type: [ID=", oneChildOnly},
-    {"G", hasNoQuery, "=> There is no Query Specifed for Generating-Type: [ID=",
-     "RULE #5 Says that there should be query specified for Generating-Type Node. Or else, how will they generate "
-     "the child branches !"},
-    {"G", hasFixedBelow, "=> There is a Fixed-Type Node below the Generating-Type: [ID=", oneChildOnly},
+    {.types = "G",
+     .number = 3,
+     .field = "typeIs",
+     .isBroken = hasManyChildren,
+     .finding = "=> There are more than one Child Nodes for Generating-Type: [ID=",
+     .text = oneChildOnly},
+    {.types = "G",
+     .number = 3,
+     .field = "typeIs",
+     .isBroken = hasNoChild,
+     .finding = "=> There are no Child Nodes for Generating-Type: [ID=",
+     .text = oneChildOnly},
+    {.types = "G",
+     .number = 5,
+     .field = "queryIs",
+     .isBroken = hasNoQuery,
+     .finding = "=> There is no Query Specifed for Generating-Type: [ID=",
+     .text = "RULE #5 Says that there should be query specified for Generating-Type Node. Or else, how will they "
+             "generate the child branches !"},
+    {.types = "G",
+     .number = 3,
+     .field = "typeIs",
+     .isBroken = hasFixedBelow,
+     .finding = "=> There is a Fixed-Type Node below the Generating-Type: [ID=",
+     .text = oneChildOnly},
 
-    {"R", hasAChild, "=> There are Child Nodes for Recurring-Type: [ID=",
-     "RULE #4 Says that there should be any Child Node for Recurring-Type Node."},
-    {"R", hasNoQuery, "=> There is no Query Specifed for Recurring-Type: [ID=",
-     "RULE #5 Says that there should be NOT be any query specified for Generating-Type Node."},
+    {.types = "R",
+     .number = 4,
+     .field = "typeIs",
+     .isBroken = hasAChild,
+     .finding = "=> There are Child Nodes for Recurring-Type: [ID=",
+     .text = "RULE #4 Says that there should be any Child Node for Recurring-Type Node."},
+    {.types = "R",
+     .number = 5,
+     .field = "queryIs",
+     .isBroken = hasNoQuery,
+     .finding = "=> There is no Query Specifed for Recurring-Type: [ID=",
+     .text = "RULE #5 Says that there should be NOT be any query specified for Generating-Type Node."},
 
-    {"N", hasAChild, "=> There are Child Nodes for Non-Generating-Type: [ID=",
-     "RULE #4 Says that there should be any Child Node for Non-Generating-Type Node."},
-    {"N", hasQuery, "=> There is a Query Specifed for Non-Generating-Type: [ID=",
-     "RULE #5 Says that there should be NOT be any query specified for Non-Generating-Type Node."},
+    {.types = "N",
+     .number = 4,
+     .field = "typeIs",
+     .isBroken = hasAChild,
+     .finding = "=> There are Child Nodes for Non-Generating-Type: [ID=",
+     .text = "RULE #4 Says that there should be any Child Node for Non-Generating-Type Node."},
+    {.types = "N",
+     .number = 5,
+     .field = "queryIs",
+     .isBroken = hasQuery,
+     .finding = "=> There is a Query Specifed for Non-Generating-Type: [ID=",
+     .text = "RULE #5 Says that there should be NOT be any query specified for Non-Generating-Type Node."},
 };
-const RulesByType<NodeFacts> rulesByType(rules);
 
 }  // namespace
 
-bool breaksARule(const NodeFacts& node) {
-    return std::ranges::any_of(rulesByType.of(node.type), [&](const auto* rule) { return rule->isBroken(node); });
-}
+constinit const std::span<const Rule<NodeFacts>> navRules(rules);
 
-void appendFindings(std::string& report, const NodeFacts& node, std::int32_t id, const Text& description) {
-    for (const auto* rule : rulesByType.of(node.type)) {
-        if (!rule->isBroken(node)) continue;
-        report.append(rule->finding).append(keyText(id)).append("] ").append(description.view()).append("\r\n");
-        report.append(rule->text).append("\r\n\r\n");
-    }
+void appendFinding(std::string& report, const Rule<NodeFacts>& rule, std::int32_t id, const Text& description) {
+    report.append(rule.finding).append(keyText(id)).append("] ").append(description.view()).append("\r\n");
+    report.append(rule.text).append("\r\n\r\n");
 }

@@ -2,10 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
-#include "model/Text.h"
+#include "analysis/Rule.h"
+#include "model/clsNavScheme.h"
+
+class clsNavSchemes;
 
 /// A node as the rules see it: plain values, among them such as no record can hold (a node of type N with a query).
 struct NodeFacts {
@@ -18,8 +22,13 @@ struct NodeFacts {
 /// The rules in words, with which the report on the navigational scheme begins, and the heading of its findings.
 extern const std::string_view navRulesInWords;
 
-/// Whether there is anything to report on the node.
-[[nodiscard]] bool breaksARule(const NodeFacts& node);
+/// The rules, in the order of the findings on one node.
+extern const std::span<const Rule<NodeFacts>> navRules;
 
-/// Adds to the report, for each rule that the node breaks, what was found, the rule, and an empty line.
-void appendFindings(std::string& report, const NodeFacts& node, std::int32_t id, const Text& description);
+using NavFinding = Finding<clsNavScheme, NodeFacts>;
+
+/// Hands every finding on the nodes to `take`, in collection order.
+void findInNodes(const clsNavSchemes& navs, const std::function<void(const NavFinding&)>& take);
+
+/// Adds to a report what was found in a node, the rule, and an empty line.
+void appendFinding(std::string& report, const Rule<NodeFacts>& rule, std::int32_t id, const Text& description);

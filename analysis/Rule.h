@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
-#include <vector>
 
 /// The types of records that a rule is for: a set of capital letters. No other character is ever in it.
 class TypeSet {
@@ -23,30 +22,29 @@ class TypeSet {
 
 /// One rule of a scheme, and so one row of the table that an analysis goes through.
 ///
-/// @tparam Record what the rule looks at: the plain values of a node or of a paragraph
-template <class Record>
+/// @tparam Facts what the rule looks at: the plain values of a node, or a paragraph
+template <class Facts>
 struct Rule {
     TypeSet types;
-    bool (*isBroken)(const Record&);
+    int number;              ///< of the rule, as the words at the head of the report count them
+    std::string_view field;  ///< where to look for the cause: the field that the rule speaks of
+    bool (*isBroken)(const Facts&);
     std::string_view finding;  ///< begins the line that says what was found
     std::string_view text;     ///< the rule, in the words of the report
+    bool isComment = false;    ///< the text itself says that this is no violation
 };
 
-/// The rules of a table that are for one type, in the table's order: a large scheme is held against them record by
-/// record.
-template <class Record>
-class RulesByType {
-  public:
-    template <std::size_t count>
-    explicit RulesByType(const Rule<Record> (&table)[count]) : rules_(256) {
-        for (std::size_t type = 0; type < rules_.size(); ++type)
-            for (const auto& rule : table)
-                if (rule.types.has(static_cast<char>(type))) rules_[type].push_back(&rule);
-    }
-    [[nodiscard]] const std::vector<const Rule<Record>*>& of(char type) const {
-        return rules_[static_cast<unsigned char>(type)];
-    }
-
-  private:
-    std::vector<std::vector<const Rule<Record>*>> rules_;
+/// One rule that one record breaks. It points at both, and is good as long as the scheme does not change.
+template <class Record, class Facts>
+struct Finding {
+    const Rule<Facts>* rule;
+    const Record* record;
+    std::uint32_t place;  ///< of the record in collection order, from 0
 };
+
+/// Calls `take` with each rule that a record of this type breaks, in the order of the table.
+template <class Facts, class Take>
+void forEachBroken(std::span<const Rule<Facts>> rules, char type, const Facts& facts, Take take) {
+    for (const auto& rule : rules)
+        if (rule.types.has(type) && rule.isBroken(facts)) take(rule);
+}

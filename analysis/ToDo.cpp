@@ -2,6 +2,7 @@
 #include <string>
 #include <string_view>
 
+#include "analysis/Reports.h"
 #include "model/Integer.h"
 #include "model/ParameterKind.h"
 #include "model/clsNavSchemes.h"
@@ -96,9 +97,9 @@ void appendQuery(std::string& report, std::int32_t id, std::string_view query, s
 
 }  // namespace
 
-std::string clsNavSchemes::NavToDo() const {
+std::string NavToDo(const clsNavSchemes& oNavs) {
     std::string report(navSteps);
-    for (const auto& node : nodes_) {
+    for (const auto& node : oNavs.NewEnum()) {
         if (node->typeIs() != "G" && node->typeIs() != "R") continue;
         appendQuery(report, node->ID, node->queryIs(), node->parmIs());
         report.append("\r\n");
@@ -106,9 +107,9 @@ std::string clsNavSchemes::NavToDo() const {
     return report;
 }
 
-std::string clsWebSchemes::WebToDo() const {
+std::string WebToDo(const clsWebSchemes& oWebs) {
     std::string report(webSteps);
-    for (const auto& paragraph : paragraphs_) {
+    for (const auto* paragraph : oWebs.NewEnum()) {
         appendQuery(report, paragraph->ID, paragraph->queryIs, paragraph->parmIs);
         for (const auto& row : typeNotes)
             if (paragraph->typeIs == row.type) report.append(row.note);

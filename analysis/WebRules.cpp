@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "analysis/WebRules.h"
 
-#include "analysis/Rule.h"
 #include "model/Integer.h"
+#include "model/clsWebSchemes.h"
 
 // The heading of the findings is that of the navigational scheme here too.
 const std::string_view webRulesInWords =
@@ -40,34 +40,97 @@ constexpr std::string_view rule4 = "RULE #4. Column Field CAN be specified for (
 // In the order of the findings on one paragraph. The wording is that of the product, slips included: two blanks after
 // "Form#" for E and M, and none after "=>" in the comment on S. Columns that nobody reads are held against rule 3.
 constexpr Rule<clsWebScheme> rules[] = {
-    {"CT", hasNoQuery, "=> No Query Specifed for (", rule1},
-    {"CT", hasForm, "=> Form# Field is Specified for (", rule2},
-    {"CT", hasNoColumns, "=> No Column Field Specified for (", rule3},
+    {.types = "CT",
+     .number = 1,
+     .field = "queryIs",
+     .isBroken = hasNoQuery,
+     .finding = "=> No Query Specifed for (",
+     .text = rule1},
+    {.types = "CT",
+     .number = 2,
+     .field = "formIs",
+     .isBroken = hasForm,
+     .finding = "=> Form# Field is Specified for (",
+     .text = rule2},
+    {.types = "CT",
+     .number = 3,
+     .field = "colsAre",
+     .isBroken = hasNoColumns,
+     .finding = "=> No Column Field Specified for (",
+     .text = rule3},
 
-    {"HI", hasNoQuery, "=> No Query Specifed for (", rule1},
-    {"HI", hasColumns, "=> Column Field Specified for (", rule3},
+    {.types = "HI",
+     .number = 1,
+     .field = "queryIs",
+     .isBroken = hasNoQuery,
+     .finding = "=> No Query Specifed for (",
+     .text = rule1},
+    {.types = "HI",
+     .number = 3,
+     .field = "colsAre",
+     .isBroken = hasColumns,
+     .finding = "=> Column Field Specified for (",
+     .text = rule3},
 
-    {"EM", hasNoQuery, "=> No Query Specifed for (", rule1},
-    {"EM", hasForm, "=> Form#  Field is Specified for (", rule2},
-    {"EM", hasColumns, "=> Column Field Specified for (", rule3},
+    {.types = "EM",
+     .number = 1,
+     .field = "queryIs",
+     .isBroken = hasNoQuery,
+     .finding = "=> No Query Specifed for (",
+     .text = rule1},
+    {.types = "EM",
+     .number = 2,
+     .field = "formIs",
+     .isBroken = hasForm,
+     .finding = "=> Form#  Field is Specified for (",
+     .text = rule2},
+    {.types = "EM",
+     .number = 3,
+     .field = "colsAre",
+     .isBroken = hasColumns,
+     .finding = "=> Column Field Specified for (",
+     .text = rule3},
 
-    {"S", hasNoQuery, "=> No Query Specifed for (", rule1},
-    {"S", hasForm, "=> Form# Field is Specified for (", rule2},
-    {"S", hasNoColumns, "=>THIS IS NOT A VIOLATION OF RULE. JUST A COMMENT: No Column Field Specified for (", rule4},
+    {.types = "S",
+     .number = 1,
+     .field = "queryIs",
+     .isBroken = hasNoQuery,
+     .finding = "=> No Query Specifed for (",
+     .text = rule1},
+    {.types = "S",
+     .number = 2,
+     .field = "formIs",
+     .isBroken = hasForm,
+     .finding = "=> Form# Field is Specified for (",
+     .text = rule2},
+    {.types = "S",
+     .number = 4,
+     .field = "colsAre",
+     .isBroken = hasNoColumns,
+     .finding = "=>THIS IS NOT A VIOLATION OF RULE. JUST A COMMENT: No Column Field Specified for (",
+     .text = rule4,
+     .isComment = true},
 };
-const RulesByType<clsWebScheme> rulesByType(rules);
 
 }  // namespace
 
-void appendFindings(std::string& report, const clsWebScheme& paragraph) {
-    const char type = paragraph.typeIs.letter();
-    for (const auto* rule : rulesByType.of(type)) {
-        if (!rule->isBroken(paragraph)) continue;
-        report.append(rule->finding)
-            .append(1, type)
-            .append(")-Type: [ID=")
-            .append(keyText(paragraph.ID))
-            .append("] ");
-        report.append(paragraph.titleIs.view()).append("\r\n").append(rule->text).append("\r\n\r\n");
+void findInParagraphs(const clsWebSchemes& webs, const std::function<void(const WebFinding&)>& take) {
+    const std::span<const Rule<clsWebScheme>> all(rules);
+    std::uint32_t place = 0;
+    for (const auto* paragraph : webs.NewEnum()) {
+        forEachBroken(all, paragraph->typeIs.letter(), *paragraph, [&](const auto& rule) {
+            take({&rule, paragraph, place});
+        });
+        ++place;
     }
+}
+
+void appendFinding(std::string& report, const WebFinding& finding) {
+    const auto& paragraph = *finding.record;
+    report.append(finding.rule->finding)
+        .append(paragraph.typeIs.view())
+        .append(")-Type: [ID=")
+        .append(keyText(paragraph.ID))
+        .append("] ");
+    report.append(paragraph.titleIs.view()).append("\r\n").append(finding.rule->text).append("\r\n\r\n");
 }

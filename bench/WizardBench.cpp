@@ -23,6 +23,7 @@
 #include <string>
 #include <vector>
 
+#include "analysis/Reports.h"
 #include "bench/FirstPaint.h"
 #include "model/NodeTree.h"
 #include "shell/fIntro.h"
@@ -260,8 +261,8 @@ int main(int argc, char* argv[]) {
     print("memory / file bytes", (peakMegabytes() - empty) / bytes);
     if (what == "load") std::_Exit(0);  // the rival's time ends here, too
     measureClicks(window);
-    print("analysis of the nodes", timed([&] { static_cast<void>(navs.CheckNav()); }));
-    print("analysis of paragraphs", timed([&] { static_cast<void>(navs.oWebs.CheckScheme(navs)); }));
+    print("analysis of the nodes", timed([&] { static_cast<void>(CheckNav(navs)); }));
+    print("analysis of paragraphs", timed([&] { static_cast<void>(CheckScheme(navs)); }));
     if (what == "use") measureEdits(window);
     if (what != "all") return 0;
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "Fuzzing.h"
+#include "analysis/Reports.h"
 #include "model/clsNavSchemes.h"
 #include "tests/model/Reference.h"
 
@@ -65,14 +66,14 @@ std::vector<std::string> allParagraphs(const clsNavSchemes& navs) {
 }
 
 void check(clsNavSchemes& navs) {
-    const auto rules = navs.CheckNav();
+    const auto rules = CheckNav(navs);
     requireLines(rules);
-    require(navs.CheckNav() == rules, "checking the nodes changes nothing");
-    requireLines(navs.NavToDo());
-    requireLines(navs.oWebs.WebToDo());
-    const auto first = navs.oWebs.CheckScheme(navs);
+    require(CheckNav(navs) == rules, "checking the nodes changes nothing");
+    requireLines(NavToDo(navs));
+    requireLines(WebToDo(navs.oWebs));
+    const auto first = CheckScheme(navs);
     requireLines(first);
-    const auto second = navs.oWebs.CheckScheme(navs);
+    const auto second = CheckScheme(navs);
     // (A node with the ID 0 takes the orphans in: their node became 0.)
     bool hasZero = false;
     for (const auto& node : navs.NewEnum()) hasZero = hasZero || node->ID == 0;

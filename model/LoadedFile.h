@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -13,11 +12,10 @@
 template <class Record>
 class LoadedFile {
   public:
-    /// Reads `file`, calling `fill(record, pieces)` for the record of each line.
+    /// Reads the bytes of a file, calling `fill(record, pieces)` for the record of each line.
     template <class Fill>
-    static std::shared_ptr<LoadedFile> read(const std::filesystem::path& file, Fill fill) {
+    static std::shared_ptr<LoadedFile> read(FileBytes content, Fill fill) {
         auto loaded = std::make_shared<LoadedFile>();
-        auto content = readFile(file);
         if (!content.bytes) return loaded;
         loaded->bytes_ = std::move(content.bytes);
         FileReader reader(loaded->bytes_.get(), content.size);

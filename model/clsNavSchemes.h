@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/FileReader.h"
 #include "model/KeyedCollection.h"
 #include "model/Screen.h"
 #include "model/clsNavScheme.h"
@@ -80,6 +81,11 @@ class clsNavSchemes {
     /// Replaces the nodes by those of a text file, by none if it cannot be read, and redraws the tree.
     /// @return true, whatever could be read
     bool LoadData(const std::filesystem::path& vFile);
+    /// Hands the lines that `SaveData` writes to `write`, each with its end.
+    void WriteData(const std::function<void(std::string_view)>& write) const;
+    /// `LoadData` from the bytes of a file.
+    /// @throws std::bad_alloc; the scheme then holds some of the nodes, or all of them but is not drawn
+    void LoadBytes(FileBytes content);
     /// `oWebs.LoadData`, then shows all paragraphs. @return always false: do not test it
     bool LoadWeb(const std::filesystem::path& oFile);
     /// `oWebs.SaveData`.
@@ -105,13 +111,6 @@ class clsNavSchemes {
     /// Stores a copy of a new or edited paragraph, having emptied the fields that its type does not use; refuses one
     /// without a query, and says so. Draws nothing. @return whether it was stored
     [[nodiscard]] bool FuseWeb(const clsWebSchemes::Pointer& oFuse);
-
-    // --- reports, in analysis/ ---
-
-    /// Checks every node against the rules. @return the rules and what breaks them, lines that end with CR LF
-    [[nodiscard]] std::string CheckNav() const;
-    /// What is left to do in the database, ending with the queries to be written. @return lines that end with CR LF
-    [[nodiscard]] std::string NavToDo() const;
 
     // --- the views ---
 

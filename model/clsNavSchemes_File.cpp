@@ -25,24 +25,28 @@ void fill(clsNavScheme& node, const FileReader::Pieces& pieces) {
 
 }  // namespace
 
+void clsNavSchemes::WriteData(const std::function<void(std::string_view)>& write) const {
+    write(header);
+    LineBuilder line;
+    walkTree(nodes_, [&](const Pointer& node, std::size_t) {
+        write(line.start()
+                  .number(node->ID)
+                  .text(node->descriptionIs)
+                  .text(node->typeIs())
+                  .number(node->parentIs)
+                  .text(node->queryIs())
+                  .text(node->parmIs())
+                  .text(node->iconIs)
+                  .text(node->roleIs)
+                  .end());
+        return true;
+    });
+}
+
 bool clsNavSchemes::SaveData(const std::filesystem::path& vFile) const try {
     if (Count() == 0) return false;
     FileWriter file(vFile);
-    file.write(header);
-    LineBuilder line;
-    walkTree(nodes_, [&](const Pointer& node, std::size_t) {
-        file.write(line.start()
-                       .number(node->ID)
-                       .text(node->descriptionIs)
-                       .text(node->typeIs())
-                       .number(node->parentIs)
-                       .text(node->queryIs())
-                       .text(node->parmIs())
-                       .text(node->iconIs)
-                       .text(node->roleIs)
-                       .end());
-        return true;
-    });
+    WriteData([&](std::string_view bytes) { file.write(bytes); });
     return file.commit();
 } catch (const std::bad_alloc&) {
     return false;
@@ -51,15 +55,20 @@ bool clsNavSchemes::SaveData(const std::filesystem::path& vFile) const try {
 bool clsNavSchemes::LoadData(const std::filesystem::path& vFile) {
     nodes_.Clear();
     try {
-        const auto loaded = LoadedFile<clsNavScheme>::read(vFile, fill);
-        nodes_.Reserve(loaded->count());
-        LoadedFile<clsNavScheme>::handOver(loaded, [this](Pointer node) { nodes_.Add(std::move(node)); });
-        DispInTV();
+        LoadBytes(readFile(vFile));
     } catch (const std::bad_alloc&) {
         nodes_.Clear();  // a file too large for the memory cannot be read
         DispInTV();
     }
     return true;
+}
+
+void clsNavSchemes::LoadBytes(FileBytes content) {
+    nodes_.Clear();
+    const auto loaded = LoadedFile<clsNavScheme>::read(std::move(content), fill);
+    nodes_.Reserve(loaded->count());
+    LoadedFile<clsNavScheme>::handOver(loaded, [this](Pointer node) { nodes_.Add(std::move(node)); });
+    DispInTV();
 }
 
 bool clsNavSchemes::LoadWeb(const std::filesystem::path& oFile) {

@@ -104,16 +104,16 @@ bool clsWebSchemes::HasID(std::int32_t id) const {
 }
 
 void clsWebSchemes::Renumber(clsNavSchemes& oNC) {
-    renumber(oNC, movesOf(oNC));
+    Renumber(oNC, MovesOf(oNC));
 }
 
-NodeMoves clsWebSchemes::movesOf(const clsNavSchemes& oNC) {
+NodeMoves clsWebSchemes::MovesOf(const clsNavSchemes& oNC) {
     NodeMoves moves(static_cast<std::size_t>(oNC.Count()));
     for (const auto& node : oNC.NewEnum()) moves.add(node->tID != 0 ? node->tID : node->ID, node->ID);
     return moves;
 }
 
-void clsWebSchemes::renumber(clsNavSchemes& oNC, const NodeMoves& moves) {
+void clsWebSchemes::Renumber(clsNavSchemes& oNC, const NodeMoves& moves) {
     for (const auto& node : oNC.NewEnum()) node->tID = node->ID;
     Follow(moves);
 }

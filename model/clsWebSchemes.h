@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 
+#include "model/FileReader.h"
 #include "model/GroupIndex.h"
 #include "model/KeyedCollection.h"
 #include "model/NodeMoves.h"
@@ -71,6 +72,11 @@ class clsWebSchemes {
     /// Replaces the paragraphs by those of a text file, by none if it cannot be read. Draws nothing.
     /// @return true, whatever could be read
     bool LoadData(const std::filesystem::path& vFile);
+    /// Hands the lines that `SaveData` writes to `write`, each with its end.
+    void WriteData(const std::function<void(std::string_view)>& write) const;
+    /// `LoadData` from the bytes of a file.
+    /// @throws std::bad_alloc; the scheme then holds some of the paragraphs
+    void LoadBytes(FileBytes content);
 
     // --- renumbering ---
 
@@ -79,17 +85,12 @@ class clsWebSchemes {
     /// with the same former ID the last one counts. An orphan's `XST1` becomes what an earlier call gave it, or 0.
     /// @throws std::bad_alloc, changing nothing
     void Renumber(clsNavSchemes& oNC);
-    /// The second half of it: lets every paragraph follow its node. Needs no memory.
+    /// The first half of it: where each node has gone since the last renumbering. Changes nothing.
+    [[nodiscard]] static NodeMoves MovesOf(const clsNavSchemes& oNC);
+    /// The second half of it. Needs no memory.
+    void Renumber(clsNavSchemes& oNC, const NodeMoves& moves);
+    /// What that does to the paragraphs: each follows its node. Needs no memory.
     void Follow(const NodeMoves& moves);
-
-    // --- reports, in analysis/ ---
-
-    /// Checks every paragraph against the rules and lists the orphans, to find which it renumbers (see `Renumber`):
-    /// orphans then have the node 0, or that of an earlier renumbering. No grid is filled.
-    /// @return the rules, what breaks them, and the orphans, lines that end with CR LF
-    [[nodiscard]] std::string CheckScheme(clsNavSchemes& oNC);
-    /// What is left to do in the database, ending with the queries to be written. @return lines that end with CR LF
-    [[nodiscard]] std::string WebToDo() const;
 
     // --- the grid ---
 
@@ -110,8 +111,6 @@ class clsWebSchemes {
     void mGrid_MouseUp(int button);
     const GroupIndex& paragraphsByNode();
     void showOrphans();
-    static NodeMoves movesOf(const clsNavSchemes& oNC);  // since the last renumbering
-    void renumber(clsNavSchemes& oNC, const NodeMoves& moves);
 
     KeyedCollection<clsWebScheme> paragraphs_;
     std::optional<GroupIndex> byNode_;  // made when a node is shown, dropped by every change

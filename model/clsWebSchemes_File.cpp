@@ -27,24 +27,28 @@ void fill(clsWebScheme& paragraph, const FileReader::Pieces& pieces) {
 
 }  // namespace
 
+void clsWebSchemes::WriteData(const std::function<void(std::string_view)>& write) const {
+    write(header);
+    LineBuilder line;
+    for (const auto& paragraph : paragraphs_)
+        write(line.start()
+                  .number(paragraph->ID)
+                  .number(paragraph->XST1)
+                  .number(paragraph->seqNo)
+                  .text(paragraph->titleIs)
+                  .text(paragraph->queryIs)
+                  .text(paragraph->parmIs)
+                  .text(paragraph->typeIs)
+                  .number(paragraph->formIs)
+                  .text(paragraph->colsAre)
+                  .text(paragraph->extra)
+                  .end());
+}
+
 bool clsWebSchemes::SaveData(const std::filesystem::path& vFile) const try {
     if (Count() == 0) return false;
     FileWriter file(vFile);
-    file.write(header);
-    LineBuilder line;
-    for (const auto& paragraph : paragraphs_)
-        file.write(line.start()
-                       .number(paragraph->ID)
-                       .number(paragraph->XST1)
-                       .number(paragraph->seqNo)
-                       .text(paragraph->titleIs)
-                       .text(paragraph->queryIs)
-                       .text(paragraph->parmIs)
-                       .text(paragraph->typeIs)
-                       .number(paragraph->formIs)
-                       .text(paragraph->colsAre)
-                       .text(paragraph->extra)
-                       .end());
+    WriteData([&](std::string_view bytes) { file.write(bytes); });
     return file.commit();
 } catch (const std::bad_alloc&) {
     return false;
@@ -53,12 +57,16 @@ bool clsWebSchemes::SaveData(const std::filesystem::path& vFile) const try {
 bool clsWebSchemes::LoadData(const std::filesystem::path& vFile) {
     ClearAll();
     try {
-        const auto loaded = LoadedFile<clsWebScheme>::read(vFile, fill);
-        paragraphs_.Reserve(loaded->count());
-        LoadedFile<clsWebScheme>::handOver(loaded,
-                                           [this](Pointer paragraph) { paragraphs_.Add(std::move(paragraph)); });
+        LoadBytes(readFile(vFile));
     } catch (const std::bad_alloc&) {
         ClearAll();  // a file too large for the memory cannot be read
     }
     return true;
+}
+
+void clsWebSchemes::LoadBytes(FileBytes content) {
+    ClearAll();
+    const auto loaded = LoadedFile<clsWebScheme>::read(std::move(content), fill);
+    paragraphs_.Reserve(loaded->count());
+    LoadedFile<clsWebScheme>::handOver(loaded, [this](Pointer paragraph) { paragraphs_.Add(std::move(paragraph)); });
 }

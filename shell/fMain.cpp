@@ -9,6 +9,7 @@
 #include <QStyle>
 #include <cmath>
 
+#include "analysis/Reports.h"
 #include "shell/FileDialogs.h"
 #include "shell/RulePanel.h"
 #include "shell/fIntro.h"
@@ -339,11 +340,11 @@ void fMain::fileAnew() {
 }
 
 void fMain::mnuCheckNav_Click() {
-    showReport(oNavs->CheckNav());
+    showReport(CheckNav(*oNavs));
 }
 
 void fMain::mnuNavToDo_Click() {
-    showReport(oNavs->NavToDo());
+    showReport(NavToDo(*oNavs));
 }
 
 void fMain::mnuDisSave_Click() {
@@ -360,11 +361,11 @@ void fMain::mnuDisSave_Click() {
 
 // The grids still show what they did: the analysis of the paragraphs takes the orphans' nodes away, unseen.
 void fMain::mnuCheckWeb_Click() {
-    showReport(oNavs->oWebs.CheckScheme(*oNavs));
+    showReport(CheckScheme(*oNavs));
 }
 
 void fMain::mnuWebToDo_Click() {
-    showReport(oNavs->oWebs.WebToDo());
+    showReport(WebToDo(oNavs->oWebs));
 }
 
 void fMain::showReport(std::string report) {

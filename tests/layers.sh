@@ -21,9 +21,10 @@ may() {
 }
 may model model
 may analysis 'model|analysis'
+may commands 'model|analysis|commands'
 may views 'model|views'
 may forms 'model|views|forms'
-may shell 'model|views|forms|shell'
-refuse "model and analysis know no Qt, but for the writing of files" < <(
-    grep -rnE '^ *# *include *<Q' model analysis --include='*.h' --include='*.cpp' | grep -v '^model/FileWriter[.]cpp:')
+may shell 'model|analysis|views|forms|shell'
+refuse "model, analysis and commands know no Qt, but for the writing of files" < <(
+    grep -rnE '^ *# *include *<Q' model analysis commands --include='*.h' --include='*.cpp' | grep -v '^model/FileWriter[.]cpp:')
 exit "$code"

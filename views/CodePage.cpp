@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "model/CodePage.h"
+
 namespace {
 
 #ifdef Q_OS_WIN
@@ -16,24 +18,10 @@ std::optional<std::string> encodeCharacter(const QString& character) {
 
 #else
 
-// Windows-1252, bytes 80 to 9F; all others are the characters of the same number.
-constexpr char16_t upperControls[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                        0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                        0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                        0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-constexpr char16_t firstUpperControl = 0x80;
-
-char16_t character(char byte) {
-    const auto code = static_cast<unsigned char>(byte);
-    return code >= firstUpperControl && code < 0xA0 ? upperControls[code - firstUpperControl] : char16_t{code};
-}
-
 std::optional<std::string> encodeCharacter(const QString& character) {
-    const auto code = character.front().unicode();
-    if (code < firstUpperControl || (code >= 0xA0 && code <= 0xFF)) return std::string(1, static_cast<char>(code));
-    const auto* found = std::ranges::find(upperControls, code);
-    if (found == std::end(upperControls)) return {};
-    return std::string(1, static_cast<char>(firstUpperControl + (found - upperControls)));
+    const auto byte = character.size() == 1 ? byteOf(character.front().unicode()) : std::nullopt;
+    if (!byte) return {};
+    return std::string(1, *byte);
 }
 
 #endif
@@ -56,7 +44,7 @@ QString decode(std::string_view bytes) {
     return QString::fromLocal8Bit(bytes.data(), static_cast<qsizetype>(bytes.size()));
 #else
     QString text(static_cast<qsizetype>(bytes.size()), Qt::Uninitialized);
-    std::ranges::transform(bytes, text.begin(), [](char byte) { return QChar(character(byte)); });
+    std::ranges::transform(bytes, text.begin(), [](char byte) { return QChar(characterOf(byte)); });
     return text;
 #endif
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "analysis/Reports.h"
 #include "tests/model/Helpers.h"
 
 using namespace std::string_literals;
@@ -29,7 +30,7 @@ std::string findings(std::initializer_list<Node> nodes) {
     clsNavSchemes navs;
     for (const auto& [id, parent, type, query] : nodes)
         navs.Add(makeNode(id, parent, type, "node " + std::to_string(id), query));
-    const auto report = navs.CheckNav();
+    const auto report = CheckNav(navs);
     EXPECT_EQ(report.substr(0, head.size()), head);
     return report.substr(head.size());
 }
@@ -45,13 +46,13 @@ const std::string rule4N = "RULE #4 Says that there should be any Child Node for
 }  // namespace
 
 TEST(CheckNav, AnEmptySchemeGivesTheHead) {
-    EXPECT_EQ(clsNavSchemes().CheckNav(), head);
+    EXPECT_EQ(CheckNav(clsNavSchemes()), head);
 }
 
 TEST(CheckNav, ANewSchemeHasARootWithoutChildren) {
     clsNavSchemes navs;
     navs.NewScheme();
-    EXPECT_EQ(navs.CheckNav(), head + "=> There are no Child Nodes for Fixed-Type: [ID=1] Data Browser\r\n" + rule2);
+    EXPECT_EQ(CheckNav(navs), head + "=> There are no Child Nodes for Fixed-Type: [ID=1] Data Browser\r\n" + rule2);
 }
 
 TEST(CheckNav, ASchemeThatKeepsEveryRuleGivesTheHead) {
@@ -71,7 +72,7 @@ TEST(CheckNav, TheSampleBreaksNoRule) {
     clsNavSchemes navs;
     navs.LoadData(SAMPLES "/XST1.txt");
     ASSERT_EQ(navs.Count(), 70);
-    EXPECT_EQ(navs.CheckNav(), head);
+    EXPECT_EQ(CheckNav(navs), head);
 }
 
 // Every rule that a node of a scheme can break, once; the nodes are not in tree order.
@@ -93,7 +94,7 @@ TEST(CheckNav, FindsEachBrokenRule) {
     navs.Add(makeNode(8, 1, "N", "List"));
     navs.Add(makeNode(80, 8, "N", "Entry"));
     EXPECT_EQ(
-        navs.CheckNav(),
+        CheckNav(navs),
         "THE RULES FOR FORMULATING NAVIGATIONAL SCHEME:\r\n"
         "\r\n"
         "1. The Root Node should be of Type (F) Only.\r\n"
@@ -164,7 +165,7 @@ TEST(CheckNav, ATypeIsOneLetterExactly) {
         navs.Add(makeNode(1, 0, "F"));
         navs.Add(makeNode(2, 1, "G", "text", "spG_A"));
         navs.Add(makeNode(3, 2, type, "text", "spG_A"));
-        EXPECT_EQ(navs.CheckNav(), head) << type;
+        EXPECT_EQ(CheckNav(navs), head) << type;
     }
 }
 
@@ -199,9 +200,9 @@ TEST(CheckNav, ChildrenAreFoundByIDNotByKey) {
     for (const auto key : {1, 2}) navs.Add(makeNode(key, 9, "N", "twin " + std::to_string(key)));
     navs.Add(makeNode(3, 7, "F", "child"));
     for (const auto key : {1, 2}) navs.Item(key)->ID = 7;
-    EXPECT_EQ(navs.CheckNav(), head + "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 1\r\n" + rule4N +
-                                   "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 2\r\n" + rule4N +
-                                   "=> There are no Child Nodes for Fixed-Type: [ID=3] child\r\n" + rule2);
+    EXPECT_EQ(CheckNav(navs), head + "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 1\r\n" + rule4N +
+                                  "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 2\r\n" + rule4N +
+                                  "=> There are no Child Nodes for Fixed-Type: [ID=3] child\r\n" + rule2);
 }
 
 TEST(CheckNav, RemovedNodesAreNoChildren) {
@@ -209,13 +210,13 @@ TEST(CheckNav, RemovedNodesAreNoChildren) {
     navs.Add(makeNode(1, 0, "F", "top"));
     navs.Add(makeNode(2, 1, "N", "only child"));
     navs.Remove("2");
-    EXPECT_EQ(navs.CheckNav(), head + "=> There are no Child Nodes for Fixed-Type: [ID=1] top\r\n" + rule2);
+    EXPECT_EQ(CheckNav(navs), head + "=> There are no Child Nodes for Fixed-Type: [ID=1] top\r\n" + rule2);
 }
 
 TEST(CheckNav, TextsStandAsTheyAre) {
     clsNavSchemes navs;
     loadBytes(navs, "7,  a\0b\x1A <i> & \xE9\xA0 \t,F,0\r\n"s);
-    EXPECT_EQ(navs.CheckNav(),
+    EXPECT_EQ(CheckNav(navs),
               head + "=> There are no Child Nodes for Fixed-Type: [ID=7]   a\0b\x1A <i> & \xE9\xA0 \t\r\n"s + rule2);
 }
 
@@ -227,8 +228,8 @@ TEST(CheckNav, ChangesNothing) {
     const auto before = savedBytes(navs) + savedBytes(navs.oWebs);
     Screen screen;
     screen.show(navs);
-    const auto report = navs.CheckNav();
-    EXPECT_EQ(navs.CheckNav(), report);
+    const auto report = CheckNav(navs);
+    EXPECT_EQ(CheckNav(navs), report);
     EXPECT_EQ(savedBytes(navs) + savedBytes(navs.oWebs), before);
     EXPECT_EQ(navs.mLastN, "N4");
     EXPECT_EQ(screen.taken(), Calls());

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "analysis/Reports.h"
 #include "tests/model/Helpers.h"
 
 using namespace std::string_literals;
@@ -38,7 +39,7 @@ std::string findings(const Text& type, const Text& query, std::int32_t form, con
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}});
     navs.oWebs.Add(makeParagraph(31, type, query, form, columns));
-    const auto report = navs.oWebs.CheckScheme(navs);
+    const auto report = CheckScheme(navs);
     EXPECT_EQ(report.substr(0, head.size()), head);
     EXPECT_TRUE(report.ends_with(orphans)) << "it has its node";
     return report.substr(head.size(), report.size() - head.size() - orphans.size());
@@ -59,7 +60,7 @@ std::string withType(const std::string& finding, const std::string& type) {
 
 TEST(CheckScheme, AnEmptySchemeGivesTheHeadAndTheHeadingOfTheOrphans) {
     clsNavSchemes navs;
-    EXPECT_EQ(navs.oWebs.CheckScheme(navs),
+    EXPECT_EQ(CheckScheme(navs),
               "THE RULES :\r\n"
               "\r\n"
               "1. All Paragraphs must have Query Field Specified.\r\n"
@@ -83,7 +84,7 @@ TEST(CheckScheme, ASchemeThatKeepsEveryRuleGivesNoFinding) {
     for (const char* type : {"H", "I"}) navs.oWebs.Add(makeParagraph(++id, type, "spW_B 1", 5, ""));
     for (const char* type : {"E", "M"}) navs.oWebs.Add(makeParagraph(++id, type, "spW_C", 0, ""));
     navs.oWebs.Add(makeParagraph(++id, "S", "spW_D", 0, "All"));
-    EXPECT_EQ(navs.oWebs.CheckScheme(navs), head + orphans);
+    EXPECT_EQ(CheckScheme(navs), head + orphans);
 }
 
 TEST(CheckScheme, TheSamplesBreakNoRule) {
@@ -91,7 +92,7 @@ TEST(CheckScheme, TheSamplesBreakNoRule) {
     navs.LoadData(SAMPLES "/XST1.txt");
     navs.LoadWeb(SAMPLES "/XST2.txt");
     ASSERT_EQ(navs.oWebs.Count(), 105);
-    EXPECT_EQ(navs.oWebs.CheckScheme(navs), head + orphans);
+    EXPECT_EQ(CheckScheme(navs), head + orphans);
 }
 
 // Every rule of every group, once.
@@ -114,7 +115,7 @@ TEST(CheckScheme, FindsEachBrokenRule) {
     orphan->XST1 = 77;
     webs.Add(orphan);
     EXPECT_EQ(
-        webs.CheckScheme(navs),
+        CheckScheme(navs),
         head +
             "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n"
             "RULE #3. Column Field SHOULD be specified for (C), and (T)-Type Paragraphs.\r\n"
@@ -208,7 +209,7 @@ TEST(CheckScheme, OrphansOfAnyTypeAreListedInTheOrderOfAdding) {
     clsNavSchemes navs;
     addNodes(navs, {{3, 0}});
     addParagraphs(navs.oWebs, {{9, 4}, {2, 3}, {5, 0}, {-1, -3}});
-    EXPECT_EQ(navs.oWebs.CheckScheme(navs), head + orphans + "[ID=9] \r\n[ID=5] \r\n[ID=-1] \r\n");
+    EXPECT_EQ(CheckScheme(navs), head + orphans + "[ID=9] \r\n[ID=5] \r\n[ID=-1] \r\n");
     EXPECT_EQ(nodesOf(navs.oWebs), "9>0O 2>3C 5>0O -1>0O");
 }
 
@@ -216,17 +217,17 @@ TEST(CheckScheme, WithoutNodesEveryParagraphIsAnOrphan) {
     clsNavSchemes navs;
     navs.oWebs.Add(::makeParagraph(1, 1, 1, "a"));
     navs.oWebs.Add(::makeParagraph(2, 2, 1, "b"));
-    EXPECT_EQ(orphansIn(navs.oWebs.CheckScheme(navs)), "[ID=1] a\r\n[ID=2] b\r\n");
+    EXPECT_EQ(orphansIn(CheckScheme(navs)), "[ID=1] a\r\n[ID=2] b\r\n");
 }
 
 TEST(CheckScheme, TwiceListsTheSameOrphans) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}, {2, 1}});
     addParagraphs(navs.oWebs, {{10, 2}, {11, 9}, {12, 1}, {13, 8}});
-    const auto report = navs.oWebs.CheckScheme(navs);
+    const auto report = CheckScheme(navs);
     EXPECT_EQ(orphansIn(report), "[ID=11] \r\n[ID=13] \r\n");
     EXPECT_EQ(nodesOf(navs.oWebs), "10>2C 11>0O 12>1C 13>0O");
-    EXPECT_EQ(navs.oWebs.CheckScheme(navs), report);
+    EXPECT_EQ(CheckScheme(navs), report);
     EXPECT_EQ(nodesOf(navs.oWebs), "10>2C 11>0O 12>1C 13>0O");
 }
 
@@ -234,16 +235,16 @@ TEST(CheckScheme, GivesAnOrphanTheNodeThatItOnceHad) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}, {2, 1}});
     addParagraphs(navs.oWebs, {{10, 2}});
-    EXPECT_EQ(orphansIn(navs.oWebs.CheckScheme(navs)), "");
+    EXPECT_EQ(orphansIn(CheckScheme(navs)), "");
     navs.Remove("2");
-    EXPECT_EQ(orphansIn(navs.oWebs.CheckScheme(navs)), "[ID=10] \r\n");
+    EXPECT_EQ(orphansIn(CheckScheme(navs)), "[ID=10] \r\n");
     EXPECT_EQ(nodesOf(navs.oWebs), "10>2O");
 }
 
 TEST(CheckScheme, MarksTheNodesAsNumbered) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}, {6, 1}});
-    static_cast<void>(navs.oWebs.CheckScheme(navs));
+    static_cast<void>(CheckScheme(navs));
     for (const auto& node : navs.NewEnum()) EXPECT_EQ(node->tID, node->ID);
 }
 
@@ -252,15 +253,15 @@ TEST(CheckScheme, LetsParagraphsFollowNodesOfAnotherNumber) {
     addNodes(navs, {{1, 0}, {8, 1}});
     navs.Item(8)->tID = 5;  // its former ID
     addParagraphs(navs.oWebs, {{10, 5}, {11, 8}});
-    EXPECT_EQ(orphansIn(navs.oWebs.CheckScheme(navs)), "[ID=11] \r\n");
+    EXPECT_EQ(orphansIn(CheckScheme(navs)), "[ID=11] \r\n");
     EXPECT_EQ(nodesOf(navs.oWebs), "10>8C 11>0O");
 }
 
 TEST(CheckScheme, ListsOrphansAfterItsFindings) {
     clsNavSchemes navs;
     navs.oWebs.Add(makeParagraph(31, "T", "spW_A", 0, ""));
-    EXPECT_EQ(navs.oWebs.CheckScheme(navs), head + "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n" +
-                                                rule3 + orphans + "[ID=31] Photos\r\n");
+    EXPECT_EQ(CheckScheme(navs), head + "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n" + rule3 +
+                                     orphans + "[ID=31] Photos\r\n");
 }
 
 TEST(CheckScheme, RefreshesNoGrid) {
@@ -269,7 +270,7 @@ TEST(CheckScheme, RefreshesNoGrid) {
     screen.show(navs);
     addNodes(navs, {{1, 0}});
     addParagraphs(navs.oWebs, {{10, 1}, {11, 9}});
-    static_cast<void>(navs.oWebs.CheckScheme(navs));
+    static_cast<void>(CheckScheme(navs));
     EXPECT_EQ(screen.taken(), Calls());
     navs.oWebs.DispInGrid(1);
     EXPECT_EQ(screen.taken(), Calls{"paragraphs 10>1"});
@@ -278,7 +279,6 @@ TEST(CheckScheme, RefreshesNoGrid) {
 TEST(CheckScheme, TextsStandAsTheyAre) {
     clsNavSchemes navs;
     loadBytes(navs.oWebs, "7,1,1, a\0\x1A<br> \xE9 ,,,S,0,All\r\n"s);
-    EXPECT_EQ(navs.oWebs.CheckScheme(navs), head +
-                                                "=> No Query Specifed for (S)-Type: [ID=7]  a\0\x1A<br> \xE9 \r\n"s +
-                                                rule1 + orphans + "[ID=7]  a\0\x1A<br> \xE9 \r\n"s);
+    EXPECT_EQ(CheckScheme(navs), head + "=> No Query Specifed for (S)-Type: [ID=7]  a\0\x1A<br> \xE9 \r\n"s + rule1 +
+                                     orphans + "[ID=7]  a\0\x1A<br> \xE9 \r\n"s);
 }

@@ -13,10 +13,15 @@ constexpr bool query = true;
 constexpr bool noQuery = false;
 constexpr bool fixedBelow = true;
 
+void appendFindings(std::string& report, const NodeFacts& node, std::int32_t id, const Text& description) {
+    forEachBroken(navRules, node.type, node, [&](const auto& rule) { appendFinding(report, rule, id, description); });
+}
+
 // What is found in the node 12, "Customers".
 std::string findings(char type, bool hasQuery, std::int16_t children, bool withFixed = false) {
     std::string report;
-    appendFindings(report, {type, hasQuery, withFixed, children}, 12, "Customers");
+    appendFindings(report, {.type = type, .hasQuery = hasQuery, .fixedBelow = withFixed, .children = children}, 12,
+                   "Customers");
     return report;
 }
 
@@ -122,7 +127,8 @@ TEST(NavRules, OtherTypesAreNotLookedAt) {
 
 TEST(NavRules, TextsOfANodeStandAsTheyAre) {
     std::string report = "before\r\n";
-    appendFindings(report, {'N', noQuery, !fixedBelow, 1}, -7, "a\0b \xE9\"<b>, "s);
+    appendFindings(report, {.type = 'N', .hasQuery = noQuery, .fixedBelow = false, .children = 1}, -7,
+                   "a\0b \xE9\"<b>, "s);
     EXPECT_EQ(report,
               "before\r\n=> There are Child Nodes for Non-Generating-Type: [ID=-7] a\0b \xE9\"<b>, \r\n"
               "RULE #4 Says that there should be any Child Node for Non-Generating-Type Node.\r\n\r\n"s);

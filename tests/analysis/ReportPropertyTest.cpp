@@ -3,6 +3,7 @@
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
+#include "analysis/Reports.h"
 #include "tests/model/Helpers.h"
 
 // The findings of both analyses on random schemes, beside those of a plain search through all records.
@@ -102,7 +103,7 @@ void drawParagraphs(clsWebSchemes& webs) {
 RC_GTEST_PROP(ReportProperty, TheAnalysisOfNodesFindsWhatAPlainSearchFinds, ()) {
     clsNavSchemes navs;
     drawNodes(navs);
-    RC_ASSERT(findingsIn(navs.CheckNav()) == plainFindings(navs));
+    RC_ASSERT(findingsIn(CheckNav(navs)) == plainFindings(navs));
 }
 
 RC_GTEST_PROP(ReportProperty, TheAnalysisOfParagraphsFindsWhatAPlainSearchFinds, ()) {
@@ -116,7 +117,7 @@ RC_GTEST_PROP(ReportProperty, TheAnalysisOfParagraphsFindsWhatAPlainSearchFinds,
         for (const auto& node : navs.NewEnum()) hasNode = hasNode || node->ID == paragraph->XST1;
         if (!hasNode) orphans += label(paragraph->ID) + " \r\n";
     }
-    const auto report = navs.oWebs.CheckScheme(navs);
+    const auto report = CheckScheme(navs);
     RC_ASSERT(findingsIn(report) == expected);
     RC_ASSERT(report.ends_with(orphans));
 }

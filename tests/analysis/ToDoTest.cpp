@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "analysis/Reports.h"
 #include "tests/model/Helpers.h"
 
 using namespace std::string_literals;
@@ -43,7 +44,7 @@ std::string behind(const std::string& head, const std::string& report) {
 std::string nodeLine(std::int32_t id, const Text& query, const Text& parm) {
     clsNavSchemes navs;
     navs.Add(makeNode(id, 0, "G", "text", query, parm));
-    return behind(navHead, navs.NavToDo());
+    return behind(navHead, NavToDo(navs));
 }
 
 // The line of one paragraph in the list.
@@ -54,7 +55,7 @@ std::string paragraphLine(std::int32_t id, const Text& query, const Text& parm, 
     paragraph->parmIs = parm;
     paragraph->typeIs = type;
     webs.Add(paragraph);
-    return behind(webHead, webs.WebToDo());
+    return behind(webHead, WebToDo(webs));
 }
 
 // What both lists say of a parameter.
@@ -78,7 +79,7 @@ std::string constant(const std::string& query) {
 }  // namespace
 
 TEST(NavToDo, OfAnEmptySchemeIsTheHead) {
-    EXPECT_EQ(clsNavSchemes().NavToDo(), navHead);
+    EXPECT_EQ(NavToDo(clsNavSchemes()), navHead);
 }
 
 TEST(NavToDo, WithoutGeneratingAndRecurringNodesIsTheHead) {
@@ -86,7 +87,7 @@ TEST(NavToDo, WithoutGeneratingAndRecurringNodesIsTheHead) {
     int id = 0;
     for (const char* type : {"F", "N", "g", "r", "", "GR", "G ", "x"})
         navs.Add(makeNode(++id, 0, type, "text", "spG_A", "Lkey"));
-    EXPECT_EQ(navs.NavToDo(), navHead);
+    EXPECT_EQ(NavToDo(navs), navHead);
 }
 
 TEST(NavToDo, ListsTheQueriesInTheOrderOfAdding) {
@@ -97,7 +98,7 @@ TEST(NavToDo, ListsTheQueriesInTheOrderOfAdding) {
     navs.Add(makeNode(8, 7, "N", "customer"));
     navs.Add(makeNode(3, 1, "G", "clubs", "spG_Clubs 2 3", "CKey05"));
     navs.Add(makeNode(4, 1, "G"));
-    EXPECT_EQ(navs.NavToDo(),
+    EXPECT_EQ(NavToDo(navs),
               "THE TO-DO LIST FOR NAVIGATIONAL SCHEME:\r\n"
               "\r\n"
               "1. Select 'Analysis of Nav. Scheme'. Correct anomalies, if any.\r\n"
@@ -119,7 +120,7 @@ TEST(NavToDo, ListsTheQueriesInTheOrderOfAdding) {
 TEST(NavToDo, OfTheSample) {
     clsNavSchemes navs;
     navs.LoadData(SAMPLES "/XST1.txt");
-    EXPECT_EQ(navs.NavToDo(),
+    EXPECT_EQ(NavToDo(navs),
               navHead +
                   "004: spG_HiresGoingOut   (Parameter = Date (Today))\r\n"
                   "006: spG_HiresDueBack   (Parameter = Date (Today))\r\n"
@@ -166,14 +167,14 @@ TEST(NavToDo, ChangesNothing) {
     const auto before = all();
     Screen screen;
     screen.show(navs);
-    static_cast<void>(navs.NavToDo());
-    static_cast<void>(navs.oWebs.WebToDo());
+    static_cast<void>(NavToDo(navs));
+    static_cast<void>(WebToDo(navs.oWebs));
     EXPECT_EQ(all(), before) << "no renumbering, which would fill the work fields";
     EXPECT_EQ(screen.taken(), Calls());
 }
 
 TEST(WebToDo, OfAnEmptySchemeIsTheHead) {
-    EXPECT_EQ(clsWebSchemes().WebToDo(), webHead);
+    EXPECT_EQ(WebToDo(clsWebSchemes()), webHead);
 }
 
 TEST(WebToDo, ListsTheQueriesOfAllTypesInTheOrderOfAdding) {
@@ -192,7 +193,7 @@ TEST(WebToDo, ListsTheQueriesOfAllTypesInTheOrderOfAdding) {
     add(5, "", "None", "");
     add(6, "spW_Odd", "", "x");
     EXPECT_EQ(
-        webs.WebToDo(),
+        WebToDo(webs),
         "THE TO-DO LIST FOR WEB-PAGE DISPLAY SCHEME:\r\n"
         "\r\n"
         "1. Select 'Analysis of Web Scheme'. Correct anomalies, if any.\r\n"
@@ -219,7 +220,7 @@ TEST(WebToDo, ListsTheQueriesOfAllTypesInTheOrderOfAdding) {
 TEST(WebToDo, OfTheSample) {
     clsWebSchemes webs;
     webs.LoadData(SAMPLES "/XST2.txt");
-    const auto report = webs.WebToDo();
+    const auto report = WebToDo(webs);
     EXPECT_EQ(report.substr(0, webHead.size()), webHead);
     EXPECT_EQ(std::ranges::count(report, '\n'), std::ranges::count(webHead, '\n') + 105);
     for (const auto& line :

@@ -6,6 +6,7 @@
 #include <set>
 #include <sstream>
 
+#include "analysis/Reports.h"
 #include "tests/database/Sqlite.h"
 #include "tests/model/Helpers.h"
 
@@ -145,8 +146,8 @@ class Shop {
     explicit Shop(const std::string& day = {}) {
         EXPECT_TRUE(navs.LoadData(sample("XST1.txt")));
         EXPECT_TRUE(navs.oWebs.LoadData(sample("XST2.txt")));
-        navList = listed(navs.NavToDo());
-        webList = listed(navs.oWebs.WebToDo());
+        navList = listed(NavToDo(navs));
+        webList = listed(WebToDo(navs.oWebs));
 
         auto script = bytesOf(sample("shop.sql"));
         const std::string today = "date('now', 'localtime')";

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#include "analysis/SchemeTable.h"
+
+namespace {
+
+using Kind = SchemeField::Kind;
+
+constexpr SchemeField navFields[] = {
+    {"ID", Kind::Number},     {"descriptionIs", Kind::Text}, {"typeIs", Kind::Type}, {"parentIs", Kind::Number},
+    {"queryIs", Kind::Query}, {"parmIs", Kind::Parameter},   {"iconIs", Kind::Text}, {"roleIs", Kind::Text},
+};
+
+constexpr SchemeField webFields[] = {
+    {"ID", Kind::Number},     {"XST1", Kind::Number},      {"seqNo", Kind::Number}, {"titleIs", Kind::Text},
+    {"queryIs", Kind::Query}, {"parmIs", Kind::Parameter}, {"typeIs", Kind::Type},  {"formIs", Kind::Number},
+    {"colsAre", Kind::Text},  {"extra", Kind::Text},
+};
+
+}  // namespace
+
+constinit const SchemeTable navTable{.name = "XST1", .fields = navFields, .types = "FGRN", .typesWithoutQuery = "FN"};
+constinit const SchemeTable webTable{
+    .name = "XST2", .fields = webFields, .types = "CHEMIST", .typesWithoutQuery = ""};
+
+std::string SchemeTable::header() const {
+    std::string line;
+    for (const auto& field : fields) line.append(line.empty() ? "\"" : ",\"").append(field.name).append("\"");
+    return line;
+}

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <iosfwd>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+/// How a command ends, as scripts see it.
+enum ExitStatus : int {
+    nothingFound = 0,  ///< all is well
+    found = 1,         ///< there is what was looked for: findings, orphans, a difference
+    unusable = 2,      ///< the input or the command line cannot be used, or the output not be written
+};
+
+/// The input cannot be used, or the output not be written. `what` is one line that says where and why.
+struct Unusable final : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+enum class Encoding { Utf8, Windows1252 };
+
+/// What a command reads and writes.
+struct Console {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+    bool isColoured = false;
+    Encoding encoding = Encoding::Utf8;
+
+    /// Writes UTF-8 to `out` in the encoding that was asked for; a character that it lacks becomes "?".
+    void print(std::string_view text) const;
+};
+
+/// Bytes of a scheme as UTF-8. Control characters, which a terminal might obey, are spelled out: "\x1B".
+[[nodiscard]] std::string shown(std::string_view bytes);
+
+/// The name of a file as UTF-8, likewise; bytes that are no UTF-8 are spelled out, too.
+[[nodiscard]] std::string shownName(std::string_view name);

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "commands/Command.h"
+#include "commands/Input.h"
+#include "model/Integer.h"
+
+namespace {
+
+struct Arguments {
+    std::string nodes;
+    std::string paragraphs;
+};
+
+ExitStatus run(const Arguments& given, const Console& console) {
+    clsNavSchemes navs;
+    loadSchemes(navs, given.nodes, given.paragraphs, console);
+    // By the letter of the wizard's own command: it renumbers, and so finds who has lost the node.
+    std::vector<std::int32_t> nodes;
+    for (const auto* paragraph : navs.oWebs.NewEnum()) nodes.push_back(paragraph->XST1);
+    navs.oWebs.Renumber(navs);
+    std::size_t place = 0;
+    bool isAny = false;
+    for (const auto* paragraph : navs.oWebs.NewEnum()) {
+        const auto node = nodes[place++];
+        if (paragraph->status != "O") continue;
+        isAny = true;
+        console.print("[ID=" + keyText(paragraph->ID) + "] " + shown(paragraph->titleIs) + " (there is no node " +
+                      keyText(node) + ")\n");
+    }
+    return isAny ? found : nothingFound;
+}
+
+}  // namespace
+
+RunCommand declareOrphans(CLI::App& command) {
+    const auto given = std::make_shared<Arguments>();
+    command.add_option("XST1", given->nodes, "The file of the nodes")->required();
+    command.add_option("XST2", given->paragraphs, "The file of the paragraphs")->required();
+    return [given](const Console& console) { return run(*given, console); };
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "analysis/FileFindings.h"
+#include "analysis/NavRules.h"
+#include "analysis/WebRules.h"
+#include "commands/Input.h"
+
+/// A finding at its place, whichever of the analyses it comes from. There may be millions: its words are made when
+/// they are printed.
+struct Problem {
+    std::uint32_t file;  ///< 0 the nodes, 1 the paragraphs
+    std::uint32_t line;  ///< from 1
+    std::variant<FileFinding, NavFinding, WebFinding> finding;
+
+    /// Names the rule or the kind of flaw: "XST1-rule-5", "twin-id".
+    [[nodiscard]] std::string rule() const;
+    [[nodiscard]] Level level() const;
+    /// The name of the field to look at; empty for the whole line.
+    [[nodiscard]] std::string_view field() const;
+    /// What was found, in bytes of the files' code page.
+    [[nodiscard]] std::string words() const;
+};
+
+/// All that is found in one file or both.
+class Problems {
+  public:
+    /// @param paragraphs null where only the nodes are looked at
+    Problems(InputFile nodes, InputFile* paragraphs);
+    Problems(const Problems&) = delete;  // what was found points at the records
+    Problems& operator=(const Problems&) = delete;
+
+    /// The names of the files, as they are shown.
+    [[nodiscard]] const std::vector<std::string>& files() const { return files_; }
+    /// Sorted by file and line; what is found in one line, as the analyses come: bytes, tree, rules.
+    [[nodiscard]] const std::vector<Problem>& found() const { return found_; }
+
+  private:
+    std::vector<std::uint32_t> scan(const SchemeTable& table, InputFile& file);
+    void addAll(std::vector<FileFinding> findings);
+    template <class Finding>
+    void add(const Finding& finding, const std::vector<std::uint32_t>& lines);
+    void sortIn(std::size_t batch);
+
+    clsNavSchemes navs_;
+    std::vector<std::string> files_;
+    std::vector<Problem> found_;
+    std::size_t startOfFile_ = 0;  // in found_
+};
+
+/// One rule or kind of flaw.
+struct ProblemKind {
+    std::string rule;
+    Level level;
+    std::string words;
+};
+
+/// Every kind that there is, whether it was found or not.
+[[nodiscard]] std::vector<ProblemKind> allProblemKinds();

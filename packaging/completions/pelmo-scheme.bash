@@ -1,0 +1,41 @@
+# SPDX-License-Identifier: MIT
+# shellcheck shell=bash
+# Completion of pelmo-scheme for bash.
+
+_pelmo_scheme() {
+    local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' words='' i
+    for ((i = 1; i < COMP_CWORD; ++i)); do
+        case ${COMP_WORDS[i]} in
+            check | todo | tree | orphans | renumber | fmt) command=${COMP_WORDS[i]} && break ;;
+        esac
+    done
+    case $before in
+        --encoding) words='utf-8 windows-1252' ;;
+        --format) words='text json sarif' ;;
+        --table) words='XST1 XST2' ;;
+        -o | --output)
+            mapfile -t COMPREPLY < <(compgen -d -- "$word")
+            return
+            ;;
+        *)
+            if [[ -z $command && $word != -* ]]; then
+                words='check todo tree orphans renumber fmt'
+            elif [[ $word == -* ]]; then
+                words='--encoding --help'
+                case $command in
+                    '') words+=' --version' ;;
+                    check) words+=' --format --strict' ;;
+                    tree) words+=' --no-ids' ;;
+                    renumber) words+=' --output --map' ;;
+                    fmt) words+=' --check --table' ;;
+                esac
+            fi
+            ;;
+    esac
+    if [[ -n $words ]]; then
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
+    else
+        mapfile -t COMPREPLY < <(compgen -f -- "$word")
+    fi
+}
+complete -o filenames -F _pelmo_scheme pelmo-scheme
