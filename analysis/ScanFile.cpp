@@ -154,12 +154,11 @@ class Scanner {
         if (piece.freeByte != 0) report(flaw::freeByte, field, hexOf(piece.freeByte));
         if (kind == Kind::Type) {
             type_ = text.size() == 1 ? text.front() : '\0';
-            if (type_ == 0 || table_.types.find(type_) == std::string_view::npos)
-                report(flaw::unknownType, field, excerpt(text));
+            if (!table_.isType(type_)) report(flaw::unknownType, field, excerpt(text));
             return;
         }
         if (kind == Kind::Text || text.empty()) return;
-        if (type_ != 0 && table_.typesWithoutQuery.find(type_) != std::string_view::npos)
+        if (!table_.keepsQuery(type_))
             report(flaw::droppedText, field, excerpt(text));
         else if (kind == Kind::Parameter && !readParameterKind(text))
             report(flaw::unknownParameter, field, excerpt(text));

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "analysis/SchemeTable.h"
 
+#include "model/NodeType.h"
+#include "model/ParagraphType.h"
+
 namespace {
 
 using Kind = SchemeField::Kind;
@@ -18,9 +21,18 @@ constexpr SchemeField webFields[] = {
 
 }  // namespace
 
-constinit const SchemeTable navTable{.name = "XST1", .fields = navFields, .types = "FGRN", .typesWithoutQuery = "FN"};
-constinit const SchemeTable webTable{
-    .name = "XST2", .fields = webFields, .types = "CHEMIST", .typesWithoutQuery = ""};
+constinit const SchemeTable navTable{.name = "XST1",
+                                     .fields = navFields,
+                                     .isType = [](char letter) { return nodeType(letter) != nullptr; },
+                                     .keepsQuery =
+                                         [](char letter) {
+                                             const auto* type = nodeType(letter);
+                                             return !type || type->hasQuery;
+                                         }};
+constinit const SchemeTable webTable{.name = "XST2",
+                                     .fields = webFields,
+                                     .isType = [](char letter) { return paragraphType(letter) != nullptr; },
+                                     .keepsQuery = [](char /*letter*/) { return true; }};
 
 std::string SchemeTable::header() const {
     std::string line;

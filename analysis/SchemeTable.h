@@ -16,9 +16,8 @@ struct SchemeField {
 struct SchemeTable {
     std::string_view name;                ///< "XST1"
     std::span<const SchemeField> fields;  ///< in the order of a line; the first one is the ID
-    std::string_view types;               ///< the letters that a type may be
-    std::string_view
-        typesWithoutQuery;  ///< of these, those whose records lose query and parameter when they are read
+    bool (*isType)(char letter);          ///< whether a record's type may be this letter
+    bool (*keepsQuery)(char letter);      ///< whether a record of this type keeps query and parameter when it is read
 
     /// The first line of a file, without its end.
     [[nodiscard]] std::string header() const;

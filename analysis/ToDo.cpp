@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <string>
 #include <string_view>
 
 #include "analysis/Reports.h"
 #include "model/Integer.h"
+#include "model/NodeType.h"
+#include "model/ParagraphType.h"
 #include "model/ParameterKind.h"
 #include "model/clsNavSchemes.h"
 
@@ -51,16 +54,7 @@ constexpr ParameterNote parameterNotes[] = {
     {ParameterKind::Text, "   (Parameter = Text)", false},
     {ParameterKind::Today, "   (Parameter = Date (Today))", false},
 };
-
-// What is said of a paragraph type.
-struct TypeNote {
-    std::string_view type;
-    std::string_view note;
-};
-constexpr TypeNote typeNotes[] = {
-    {"I", " <One field-name SHOULD be prefixed with 'IMG'>"},
-    {"T", " <One field-name SHOULD be prefixed with 'FILE'>"},
-};
+static_assert(std::ranges::equal(parameterNotes, parameterKinds, {}, &ParameterNote::kind, &StoredParameter::kind));
 
 // At least three digits, and the sign before them.
 void appendID(std::string& report, std::int32_t id) {
@@ -100,7 +94,8 @@ void appendQuery(std::string& report, std::int32_t id, std::string_view query, s
 std::string NavToDo(const clsNavSchemes& oNavs) {
     std::string report(navSteps);
     for (const auto& node : oNavs.NewEnum()) {
-        if (node->typeIs() != "G" && node->typeIs() != "R") continue;
+        const auto* type = nodeType(node->typeIs().letter());
+        if (!type || !type->hasQuery) continue;
         appendQuery(report, node->ID, node->queryIs(), node->parmIs());
         report.append("\r\n");
     }
@@ -111,8 +106,9 @@ std::string WebToDo(const clsWebSchemes& oWebs) {
     std::string report(webSteps);
     for (const auto* paragraph : oWebs.NewEnum()) {
         appendQuery(report, paragraph->ID, paragraph->queryIs, paragraph->parmIs);
-        for (const auto& row : typeNotes)
-            if (paragraph->typeIs == row.type) report.append(row.note);
+        const auto* type = paragraphType(paragraph->typeIs.letter());
+        if (type && !type->fieldPrefix.empty())
+            report.append(" <One field-name SHOULD be prefixed with '").append(type->fieldPrefix).append("'>");
         report.append("\r\n");
     }
     return report;

@@ -17,7 +17,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ["model", "analysis", "views", "forms", "shell"]
+FOLDERS = ["model", "analysis", "views", "forms", "shell", "commands"]
 
 
 def flags_of(build):

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "Helpers.h"
+#include "analysis/Reports.h"
 #include "forms/fNav.h"
 #include "forms/fWeb.h"
 #include "model/NodeType.h"
@@ -155,8 +156,8 @@ TEST_F(EveryType, OfANodeSaysWhyItTakesNoMoreChildren) {
 TEST_F(EveryType, OfANodeIsAnalysedAndListed) {
     addNodes();
     addNodesThatBreakRules();
-    const auto report = navs.CheckNav();
-    const auto toDo = navs.NavToDo();
+    const auto report = CheckNav(navs);
+    const auto toDo = NavToDo(navs);
     std::int32_t id = 1;
     for (const auto& type : nodeTypes) {
         ++id;
@@ -181,8 +182,8 @@ TEST_F(EveryType, OfAParagraphIsShownExplainedAndAnalysed) {
         EXPECT_EQ(formNumber, type.keepsForm || type.letter == 'I') << entry;
     }
     navs.oWebs.DispInGrid(0);
-    const auto report = navs.oWebs.CheckScheme(navs);
-    const auto toDo = navs.oWebs.WebToDo();
+    const auto report = CheckScheme(navs);
+    const auto toDo = WebToDo(navs.oWebs);
     for (std::int32_t row = 0; row < id; ++row) {
         const auto cell = wizard.paragraphGrid().model()->index(row, 0);
         spoken.insert(cell.data(Qt::AccessibleDescriptionRole).toString().toStdString());
@@ -226,7 +227,7 @@ TEST_F(EveryType, OfAParameterIsOfferedStoredReadAndListed) {
             auto paragraph = paragraphOf(1, "S");
             paragraph->parmIs = stored;
             navs.oWebs.Add(paragraph);
-            const auto toDo = navs.oWebs.WebToDo();
+            const auto toDo = WebToDo(navs.oWebs);
             const auto line = toDo.find("\r\n001: ");
             ASSERT_NE(line, std::string::npos);
             notes.insert(toDo.substr(line));
