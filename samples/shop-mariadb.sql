@@ -564,8 +564,7 @@ CREATE PROCEDURE spG_TakingsYears()
 
 CREATE PROCEDURE spG_MonthsOfYear(given_key varchar(10))
     SELECT DISTINCT DATE_FORMAT(r.day, '%Y%m') AS ID, DATE_FORMAT(r.day, '%b %Y') AS Month
-    FROM Receipts r
-    WHERE DATE_FORMAT(r.day, '%Y') = given_key ORDER BY 1;
+    FROM Receipts r WHERE DATE_FORMAT(r.day, '%Y') = given_key ORDER BY 1;
 
 CREATE PROCEDURE spG_DaysOfMonth(given_key varchar(10))
     SELECT DISTINCT DATE_FORMAT(day, '%Y%m%d') AS ID, CAST(day AS char) AS Day FROM Receipts

@@ -582,14 +582,14 @@ $$;
 -- The time line: the key of a year is 2026, of a month 202603, of a day 20260305.
 CREATE FUNCTION spG_TakingsYears() RETURNS TABLE ("ID" text, "Year" text)
 LANGUAGE sql STABLE AS $$
-    SELECT DISTINCT to_char(day, 'YYYY') AS ID, to_char(day, 'YYYY') AS Year FROM Receipts ORDER BY 1 DESC;
+    SELECT DISTINCT to_char(day, 'YYYY') AS ID, to_char(day, 'YYYY') AS Year
+    FROM Receipts ORDER BY 1 DESC;
 $$;
 
 CREATE FUNCTION spG_MonthsOfYear(given_key text) RETURNS TABLE ("ID" text, "Month" text)
 LANGUAGE sql STABLE AS $$
     SELECT DISTINCT to_char(r.day, 'YYYYMM') AS ID, to_char(r.day, 'Mon YYYY') AS Month
-    FROM Receipts r
-    WHERE to_char(r.day, 'YYYY') = given_key ORDER BY 1;
+    FROM Receipts r WHERE to_char(r.day, 'YYYY') = given_key ORDER BY 1;
 $$;
 
 CREATE FUNCTION spG_DaysOfMonth(given_key text) RETURNS TABLE ("ID" text, "Day" text)

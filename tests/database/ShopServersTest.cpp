@@ -372,12 +372,16 @@ TEST(ShopHeader, CommandsOfTheHelpMakeADatabaseInMariaDB) {
     const MariaDB server;
     std::string commands;
     for (const auto& line : linesIn(bytesOf(std::string(HELP) + "/import-mariadb.html")))
-        if (line.starts_with("sudo mariadb ")) commands += line.substr(5) + "\n";
+        if (line.starts_with("sudo mariadb ") || line.starts_with("mariadb -e "))
+            commands += line.substr(line.find("mariadb")) + "\n";
     ASSERT_EQ(linesIn(commands).size(), 3U);
     const auto done = ::run({"env", "HOME=" + server.home().string(), "sh", "-e", "-c", commands});
     EXPECT_EQ(done.code, 0) << done.err;
     const auto grants = server.run("SHOW GRANTS FOR you@localhost;\n");
     EXPECT_NE(grants.find("IDENTIFIED VIA unix_socket"), std::string::npos) << grants;
+    EXPECT_EQ(server.run("SELECT default_character_set_name FROM information_schema.schemata\n"
+                         "WHERE schema_name = 'shop';\n"),
+              "default_character_set_name\nutf8mb4\n");
     EXPECT_NE(grants.find("GRANT ALL PRIVILEGES ON `shop`.* TO `you`@`localhost`"), std::string::npos) << grants;
 }
 
