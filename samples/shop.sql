@@ -1,24 +1,27 @@
 -- SPDX-License-Identifier: MIT
--- The database of the sample shop, which hires out and mends bicycles: its tables, made-up data, and every query that
--- the schemes in XST1.txt and XST2.txt name. For SQLite 3.30 or later. Load it into a new database, then import both
--- files into the tables XST1 and XST2, which it makes:
+-- The database of the sample shop, which hires out and repairs bicycles: its tables, made-up data, and every query that
+-- the schemes in XST1.txt and XST2.txt name. For SQLite 3.32 or later; shop-postgresql.sql and shop-mariadb.sql are the
+-- same for other databases. In a terminal, load it into a new database, convert both files to UTF-8, which SQLite
+-- needs, and import them into the tables XST1 and XST2, which it creates:
 --
 --     sqlite3 shop.db < shop.sql
---     sqlite3 shop.db ".import --csv --skip 1 XST1.txt XST1" ".import --csv --skip 1 XST2.txt XST2"
+--     iconv -f WINDOWS-1252 -t UTF-8 XST1.txt > XST1.utf8
+--     iconv -f WINDOWS-1252 -t UTF-8 XST2.txt > XST2.utf8
+--     sqlite3 shop.db ".import --csv --skip 1 XST1.utf8 XST1" ".import --csv --skip 1 XST2.utf8 XST2"
 --
 -- How to run a query
 --
--- Every query that returns rows is a view of the same name. SQLite has no stored procedures: what a query is called
--- with stands in the only row of the table Given:
+-- Every query that returns rows is a view of the same name. SQLite has no stored procedures, so the only row of the
+-- table Given holds what a query is called with:
 --
---     constant     what the scheme writes behind the query's name: 2 in "spG_HiresLate 2"; NULL if there is nothing
+--     constant     what the scheme writes after the query's name: 2 in "spG_HiresLate 2"; NULL if there is nothing
 --     parameter    what the parameter kind supplies; NULL if there is none
---                    Lkey     the ID of the clicked tree node, a number; 0 for a node that no query made
---                    CKeynn   the ID of the clicked tree node, a text of nn characters
---                    Text     the text of the clicked tree node
+--                    Lkey     the ID of the selected tree node, a number; 0 for a node that no query produced
+--                    CKeynn   the ID of the selected tree node, a text of nn characters
+--                    Text     the text of the selected tree node
 --                    Today    the day as a text: '05-Mar-2026'
 --
--- Set both, then select:
+-- Set both, then select. In sqlite3:
 --
 --     UPDATE Given SET constant = NULL, parameter = 1003;
 --     SELECT * FROM spW_HireHead;
@@ -35,8 +38,8 @@
 -- cross table, whose paragraph says "All", the ID names the line, since all other columns are summed. A query for
 -- several chapters has a row for each line of the inner chapter, and repeats the fields of the outer one before it.
 --
--- All dates lie around the day on which the script is loaded. For another day, write that into the statement that
--- fills the table Shop, in place of date('now', ...).
+-- All dates lie around the day on which the script is loaded. For another day, replace date('now', ...) in the
+-- statement that fills the table Shop.
 
 BEGIN;
 
@@ -53,7 +56,7 @@ INSERT INTO Given VALUES(NULL, NULL, NULL);
 
 -- The numbers from 0 to 199, from which most of the data is made.
 CREATE TEMP TABLE N AS
-    WITH RECURSIVE Count(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM Count WHERE n < 199) SELECT n FROM Count;
+    WITH RECURSIVE Numbers(n) AS (SELECT 0 UNION ALL SELECT n + 1 FROM Numbers WHERE n < 199) SELECT n FROM Numbers;
 
 CREATE TABLE Sections(ID INTEGER PRIMARY KEY, name TEXT);
 INSERT INTO Sections VALUES(1, 'Hire'), (2, 'Repairs'), (3, 'Sales');
@@ -104,7 +107,8 @@ INSERT INTO Certificates(employee, name, passed, validYears)
     FROM Employees e, Shop s,
         (SELECT 0 AS step, 'First aid' AS name, 2 AS years UNION ALL SELECT 1, 'Fire safety', 3
          UNION ALL SELECT 2, 'Electric drives', 5) c
-    WHERE c.step = 0 OR (c.step = 1 AND e.ID % 2 = 0) OR (c.step = 2 AND e.code IS NOT NULL);
+    WHERE c.step = 0 OR (c.step = 1 AND e.ID % 2 = 0) OR (c.step = 2 AND e.code IS NOT NULL)
+    ORDER BY e.ID, c.step;
 
 CREATE TABLE Rota(mechanic TEXT, day TEXT, hours INTEGER, PRIMARY KEY(mechanic, day));
 INSERT INTO Rota
@@ -219,7 +223,7 @@ INSERT INTO HireLines(hire, bicycle, quantity, charge)
     ORDER BY p.hire, p.k;
 INSERT INTO HireLines(hire, extra, quantity, charge)
     SELECT h.ID, e.ID, 1 + (h.ID / 2) % 2, e.price * (1 + (h.ID / 2) % 2)
-    FROM Hires h JOIN Extras e ON e.ID = 1 + (h.ID / 2) % 5 WHERE h.ID % 2 = 0;
+    FROM Hires h JOIN Extras e ON e.ID = 1 + (h.ID / 2) % 5 WHERE h.ID % 2 = 0 ORDER BY h.ID;
 
 UPDATE Customers SET since = (SELECT min(taken) FROM Hires WHERE customer = Customers.ID);
 
@@ -229,7 +233,8 @@ CREATE TABLE LateCharges(ID INTEGER PRIMARY KEY, hire INTEGER REFERENCES Hires(I
 INSERT INTO LateCharges(hire, day, amount)
     SELECT h.ID, date(h.due, '+' || k.n || ' days'), 10
     FROM Hires h, Shop s, N k
-    WHERE h.status = 'OUT' AND k.n >= 1 AND date(h.due, '+' || k.n || ' days') < s.today;
+    WHERE h.status = 'OUT' AND k.n >= 1 AND date(h.due, '+' || k.n || ' days') < s.today
+    ORDER BY h.ID, k.n;
 
 CREATE TABLE Cafes(ID INTEGER PRIMARY KEY, name TEXT);
 INSERT INTO Cafes VALUES(1, 'Lock House'), (2, 'The Old Ferry'), (3, 'Windmill Kitchen'), (4, 'Station Buffet');
@@ -237,7 +242,7 @@ INSERT INTO Cafes VALUES(1, 'Lock House'), (2, 'The Old Ferry'), (3, 'Windmill K
 CREATE TABLE Vouchers(ID INTEGER PRIMARY KEY, cafe INTEGER REFERENCES Cafes(ID), hire INTEGER REFERENCES Hires(ID),
     day TEXT, value REAL);
 INSERT INTO Vouchers(cafe, hire, day, value)
-    SELECT 1 + (ID / 2) % 4, ID, taken, 4 + ID % 3 FROM Hires WHERE ID % 2 = 0;
+    SELECT 1 + (ID / 2) % 4, ID, taken, 4 + ID % 3 FROM Hires WHERE ID % 2 = 0 ORDER BY ID;
 
 CREATE VIEW HireSums AS
     SELECT h.ID, c.name AS customer, h.customer AS customerID, h.taken, h.hour, h.due, h.dueHour, h.status, h.deposit,
@@ -345,7 +350,8 @@ INSERT INTO OrderLines(purchase, part, quantity, price)
     FROM Orders o JOIN N k ON k.n <= 1
         JOIN (SELECT *, row_number() OVER (PARTITION BY supplier ORDER BY ID) - 1 AS place,
                   count(*) OVER (PARTITION BY supplier) AS places FROM Parts) p
-            ON p.supplier = o.supplier AND p.place = (o.ID / 6 + k.n) % p.places;
+            ON p.supplier = o.supplier AND p.place = (o.ID / 6 + k.n) % p.places
+    ORDER BY o.ID, k.n;
 
 -- Workshop ---------------------------------------------------------------------------------------------------------
 
@@ -368,16 +374,17 @@ CREATE TABLE TaskParts(ID INTEGER PRIMARY KEY, task INTEGER REFERENCES Tasks(ID)
     quantity INTEGER);
 CREATE TEMP TABLE TaskKinds(n INTEGER, name TEXT, hours REAL, part INTEGER, quantity INTEGER);
 INSERT INTO TaskKinds VALUES(0, 'Replace the brake pads', 0.5, 34, 4), (1, 'Fit a new chain', 0.5, 41, 1),
-    (2, 'True the rear wheel', 1, 23, 3), (3, 'Mend a puncture', 0.5, 15, 1), (4, 'Replace the gear cable', 1, 25, 1),
+    (2, 'True the rear wheel', 1, 23, 3), (3, 'Repair a puncture', 0.5, 15, 1), (4, 'Replace the gear cable', 1, 25, 1),
     (5, 'Fit a head lamp', 0.5, 51, 1), (6, 'Overhaul the front hub', 1.5, 17, 2),
     (7, 'Replace the brake cables', 1, 32, 2);
 INSERT INTO Tasks
     SELECT (j.ID - 3000) * 10 + k.n, j.ID, t.name, t.hours
     FROM RepairJobs j JOIN N k ON k.n <= j.ID % 3 JOIN TaskKinds t ON t.n = (j.ID + k.n * 3) % 8;
 INSERT INTO TaskParts(task, part, quantity)
-    SELECT t.ID, k.part, k.quantity FROM Tasks t JOIN TaskKinds k ON k.name = t.name
+    SELECT t.ID AS task, k.part, k.quantity FROM Tasks t JOIN TaskKinds k ON k.name = t.name
     UNION ALL SELECT t.ID, 53, 1 FROM Tasks t WHERE t.name = 'Fit a head lamp'
-    UNION ALL SELECT t.ID, 18, 18 FROM Tasks t WHERE t.name = 'Overhaul the front hub';
+    UNION ALL SELECT t.ID, 18, 18 FROM Tasks t WHERE t.name = 'Overhaul the front hub'
+    ORDER BY task, part;
 DROP TABLE TaskKinds;
 
 CREATE TABLE JobPictures(ID INTEGER PRIMARY KEY, job INTEGER REFERENCES RepairJobs(ID), moment TEXT);
@@ -393,7 +400,7 @@ CREATE VIEW TaskSums AS
 CREATE VIEW JobSums AS
     SELECT j.ID, c.name AS customer, j.customer AS customerID, j.bicycle, j.mechanic, j.taken, j.status, j.paid,
         sum(t.hours) AS hours, sum(t.labour) AS labour, sum(t.parts) AS parts
-    FROM RepairJobs j JOIN Customers c ON c.ID = j.customer JOIN TaskSums t ON t.job = j.ID GROUP BY j.ID;
+    FROM RepairJobs j JOIN Customers c ON c.ID = j.customer JOIN TaskSums t ON t.job = j.ID GROUP BY j.ID, c.ID;
 
 CREATE TABLE Claims(ID INTEGER PRIMARY KEY, supplier TEXT REFERENCES Suppliers(ID), subject TEXT, opened TEXT);
 CREATE TABLE ClaimLetters(ID INTEGER PRIMARY KEY, claim INTEGER REFERENCES Claims(ID), day TEXT, subject TEXT);
@@ -405,7 +412,7 @@ INSERT INTO Claims
 INSERT INTO ClaimLetters(claim, day, subject)
     SELECT c.ID, date(c.opened, '+' || (k.n * 9) || ' days'),
         CASE k.n WHEN 0 THEN 'Our claim' WHEN 1 THEN 'Their answer' ELSE 'Our reply' END
-    FROM Claims c JOIN N k ON k.n < 4 - c.ID;
+    FROM Claims c JOIN N k ON k.n < 4 - c.ID ORDER BY c.ID, k.n;
 
 -- Money ------------------------------------------------------------------------------------------------------------
 
@@ -421,10 +428,11 @@ INSERT INTO Receipts
 INSERT INTO ReceiptLines(receipt, what, quantity, amount)
     SELECT ID, CASE section WHEN 1 THEN 'Hire' ELSE 'Repair' END, 1,
         CASE section WHEN 1 THEN 28 + ID % 7 * 14 ELSE 18 + ID % 11 * 9 END
-    FROM Receipts WHERE section < 3;
+    FROM Receipts WHERE section < 3 ORDER BY ID;
 INSERT INTO ReceiptLines(receipt, what, goods, quantity, amount)
     SELECT r.ID, g.name, g.ID, 1 + (r.ID + k.n) % 2, g.price * (1 + (r.ID + k.n) % 2)
-    FROM Receipts r JOIN N k ON k.n <= 1 JOIN Goods g ON g.ID = 1 + (r.ID / 3 + k.n * 5) % 16 WHERE r.section = 3;
+    FROM Receipts r JOIN N k ON k.n <= 1 JOIN Goods g ON g.ID = 1 + (r.ID / 3 + k.n * 5) % 16 WHERE r.section = 3
+    ORDER BY r.ID, k.n;
 
 CREATE VIEW Takings AS
     SELECT r.day, r.section, r.ID AS receipt, r.paidBy, l.what, l.goods, l.quantity, l.amount
@@ -433,7 +441,7 @@ CREATE VIEW Takings AS
 CREATE TABLE Costs(ID INTEGER PRIMARY KEY, section INTEGER REFERENCES Sections(ID), day TEXT, amount REAL);
 INSERT INTO Costs(section, day, amount)
     SELECT c.ID, date(s.today, 'start of month', '-' || k.n || ' months'), 90 + (c.ID * 40 + k.n * 7) % 60
-    FROM Sections c, Shop s, N k WHERE k.n < 24;
+    FROM Sections c, Shop s, N k WHERE k.n < 24 ORDER BY c.ID, k.n;
 
 -- The till book has a line for each day that was closed.
 CREATE TABLE TillBook(day TEXT PRIMARY KEY, receipts INTEGER, amount REAL);
@@ -453,15 +461,16 @@ INSERT INTO Invoices
 INSERT INTO InvoiceLines(invoice, item, quantity, price)
     SELECT i.ID, CASE k.n WHEN 0 THEN 'Hire, days' ELSE 'Extras' END, 2 + (i.ID + k.n) % 6,
         CASE k.n WHEN 0 THEN 22 ELSE 4 END
-    FROM Invoices i JOIN N k ON k.n <= 1;
+    FROM Invoices i JOIN N k ON k.n <= 1 ORDER BY i.ID, k.n;
 UPDATE Invoices SET paid = (SELECT sum(quantity * price) FROM InvoiceLines WHERE invoice = Invoices.ID)
     * CASE WHEN status = 'PAID' THEN 1 WHEN ID % 3 = 0 THEN 0.5 ELSE 0 END;
 INSERT INTO Reminders(invoice, day)
-    SELECT ID, date(due, '+16 days') FROM Invoices WHERE status = 'UNPAID' AND ID <= 7005;
+    SELECT ID, date(due, '+16 days') FROM Invoices WHERE status = 'UNPAID' AND ID <= 7005 ORDER BY ID;
 
 CREATE VIEW InvoiceSums AS
     SELECT i.ID, c.name AS customer, i.day, i.due, i.status, i.paid, sum(l.quantity * l.price) AS amount
-    FROM Invoices i JOIN Customers c ON c.ID = i.customer JOIN InvoiceLines l ON l.invoice = i.ID GROUP BY i.ID;
+    FROM Invoices i JOIN Customers c ON c.ID = i.customer JOIN InvoiceLines l ON l.invoice = i.ID
+    GROUP BY i.ID, c.ID;
 
 CREATE INDEX LinesOfHire ON HireLines(hire);
 CREATE INDEX LinesOfReceipt ON ReceiptLines(receipt);
@@ -505,7 +514,7 @@ CREATE VIEW spG_HiresDueBack AS
 
 CREATE VIEW spG_HiresLate AS
     SELECT h.ID, h.customer || ', due ' || h.due AS Hire FROM OpenHires h, GivenDay g, Given
-    WHERE julianday(g.day) - julianday(h.due) > Given.constant ORDER BY h.due;
+    WHERE julianday(g.day) - julianday(h.due) > Given.constant ORDER BY h.due, h.ID;
 
 CREATE VIEW spG_BikeTypes AS SELECT ID, name AS Type FROM BikeTypes ORDER BY name;
 
@@ -515,7 +524,7 @@ CREATE VIEW spG_BikesOfType AS
 
 CREATE VIEW spG_RepairJobs AS
     SELECT j.ID, j.customer || ': ' || j.bicycle AS Job FROM JobSums j, Given WHERE j.status = Given.constant
-    ORDER BY j.taken;
+    ORDER BY j.taken, j.ID;
 
 CREATE VIEW spG_TasksOfJob AS
     SELECT t.ID, t.name AS Task FROM Tasks t, Given WHERE t.job = Given.parameter ORDER BY t.ID;
@@ -524,7 +533,7 @@ CREATE VIEW spG_Mechanics AS SELECT code AS ID, name AS Mechanic FROM Employees 
 
 CREATE VIEW spG_JobsOfMechanic AS
     SELECT j.ID, j.taken || ' ' || j.bicycle AS Job FROM RepairJobs j, Given WHERE j.mechanic = Given.parameter
-    ORDER BY j.taken DESC;
+    ORDER BY j.taken DESC, j.ID;
 
 CREATE VIEW spG_PurchaseYears AS
     SELECT DISTINCT strftime('%Y', bought) AS ID, strftime('%Y', bought) AS Year FROM Bicycles ORDER BY 1;
@@ -549,7 +558,7 @@ CREATE VIEW spG_CustomersByInitial AS
 
 CREATE VIEW spG_HiresOfCustomer AS
     SELECT h.ID, h.taken || ' to ' || h.due AS Hire FROM Hires h, Given WHERE h.customer = Given.parameter
-    ORDER BY h.taken DESC;
+    ORDER BY h.taken DESC, h.ID;
 
 CREATE VIEW spG_Clubs AS SELECT ID, name AS Club FROM Clubs ORDER BY name;
 
@@ -590,7 +599,7 @@ CREATE VIEW spW_WeekSummary AS
         (SELECT count(*) FROM Hires WHERE back = w.day) AS "Hires back",
         (SELECT count(*) FROM RepairJobs WHERE taken = w.day) AS "Jobs taken in",
         (SELECT ifnull(sum(amount), 0) FROM Takings WHERE day = w.day) AS Takings
-    FROM Week w;
+    FROM Week w ORDER BY w.day;
 
 CREATE VIEW spW_HireRates AS
     SELECT s.ID, s.hours AS "Opening hours", (SELECT dayRate FROM Styles WHERE ID = 1) AS "City, a day",
@@ -610,7 +619,7 @@ CREATE VIEW spW_OutAndBackByHour AS
     SELECT hour AS ID, hour || ':00' AS Hour,
         (SELECT ifnull(sum(bicycles), 0) FROM HireSums h WHERE h.taken = g.day AND h.hour = Hours.hour) AS Out,
         (SELECT ifnull(sum(bicycles), 0) FROM OpenHires h WHERE h.due = g.day AND h.dueHour = Hours.hour) AS Back
-    FROM Hours, GivenDay g;
+    FROM Hours, GivenDay g ORDER BY ID;
 
 CREATE VIEW spW_HiresGoingOut AS
     SELECT h.ID, h.customer AS Customer, h.hour || ':00' AS Time, h.due AS "Due back", h.bicycles AS Bicycles,
@@ -645,7 +654,7 @@ CREATE VIEW spW_HiresLate AS
         CAST(julianday(g.day) - julianday(h.due) AS INTEGER) AS "Days late", h.bicycles AS Bicycles,
         h.lateCharge AS "Late charges"
     FROM OpenHires h JOIN Customers c ON c.ID = h.customerID, GivenDay g, Given
-    WHERE julianday(g.day) - julianday(h.due) > Given.constant ORDER BY h.due;
+    WHERE julianday(g.day) - julianday(h.due) > Given.constant ORDER BY h.due, h.ID;
 
 CREATE VIEW spW_HireCustomer AS
     SELECT c.ID, c.name AS Customer, c.phone AS Phone, h.due AS "Due back"
@@ -688,7 +697,7 @@ CREATE VIEW spW_FreeCrossTab AS
     FROM Bicycles b JOIN BikeNames n ON n.ID = b.ID, GivenDay g
     WHERE n.inFleet AND b.ID NOT IN (SELECT l.bicycle FROM HireLines l JOIN Hires h ON h.ID = l.hire
         WHERE l.bicycle IS NOT NULL AND h.taken <= g.day AND h.status <> 'BACK')
-    GROUP BY n.style;
+    GROUP BY n.style, n.styleName ORDER BY n.style;
 
 CREATE VIEW spW_FreeOfStyle AS
     SELECT b.ID, n.name AS Bicycle, b.size AS Size, n.dayRate AS "Rate a day"
@@ -716,12 +725,12 @@ CREATE VIEW spW_Notices AS
 CREATE VIEW spW_JobsByWeekday AS
     SELECT CAST(strftime('%w', taken) AS INTEGER) AS ID,
         substr('SunMonTueWedThuFriSat', 3 * strftime('%w', taken) + 1, 3) AS Weekday, count(*) AS Jobs
-    FROM RepairJobs GROUP BY 1 ORDER BY 1;
+    FROM RepairJobs GROUP BY 1, 2 ORDER BY 1;
 
 CREATE VIEW spW_RepairJobs AS
     SELECT j.ID, j.customer AS Customer, j.bicycle AS Bicycle, j.taken AS "Taken in", j.labour AS Labour,
         j.parts AS Parts
-    FROM JobSums j, Given WHERE j.status = Given.constant ORDER BY j.taken;
+    FROM JobSums j, Given WHERE j.status = Given.constant ORDER BY j.taken, j.ID;
 
 CREATE VIEW spW_JobHead AS
     SELECT j.ID, c.name AS Customer, j.bicycle AS Bicycle, e.name AS Mechanic, j.taken AS "Taken in",
@@ -758,11 +767,11 @@ CREATE VIEW spW_JobPictures AS
 
 CREATE VIEW spW_HoursByMechanic AS
     SELECT e.code AS ID, e.name AS Mechanic, count(*) AS Jobs, sum(j.hours) AS Hours
-    FROM Employees e JOIN JobSums j ON j.mechanic = e.code GROUP BY e.code ORDER BY e.name;
+    FROM Employees e JOIN JobSums j ON j.mechanic = e.code GROUP BY e.ID ORDER BY e.name;
 
 CREATE VIEW spW_JobsOfMechanic AS
     SELECT j.ID, j.bicycle AS Bicycle, j.status AS Status, j.hours AS Hours, j.labour AS Labour
-    FROM JobSums j, Given WHERE j.mechanic = Given.parameter ORDER BY j.taken DESC;
+    FROM JobSums j, Given WHERE j.mechanic = Given.parameter ORDER BY j.taken DESC, j.ID;
 
 -- The week from Monday to Sunday that holds the day.
 CREATE VIEW spW_RotaCrossTab AS
@@ -774,7 +783,8 @@ CREATE VIEW spW_RotaCrossTab AS
         sum(CASE strftime('%w', r.day) WHEN '6' THEN r.hours ELSE 0 END) AS Sat,
         sum(CASE strftime('%w', r.day) WHEN '0' THEN r.hours ELSE 0 END) AS Sun
     FROM Rota r, GivenDay g
-    WHERE r.day BETWEEN date(g.day, '-6 days', 'weekday 1') AND date(g.day, 'weekday 0') GROUP BY r.mechanic;
+    WHERE r.day BETWEEN date(g.day, '-6 days', 'weekday 1') AND date(g.day, 'weekday 0')
+    GROUP BY r.mechanic ORDER BY r.mechanic;
 
 CREATE VIEW spW_ClaimsShaped AS
     SELECT c.ID, s.name AS Supplier, c.subject AS Claim, c.opened AS Opened, l.day AS Day, l.subject AS Letter
@@ -802,18 +812,18 @@ CREATE VIEW spW_ServiceDue AS
     SELECT b.ID, n.name AS Bicycle, CAST(julianday(g.day) - julianday(b.serviced) AS INTEGER) AS "Days since service",
         b.km - b.servicedAtKm AS "Kilometres since service"
     FROM Bicycles b JOIN BikeNames n ON n.ID = b.ID, GivenDay g, Given
-    WHERE n.inFleet AND b.km - b.servicedAtKm >= Given.constant ORDER BY 4 DESC;
+    WHERE n.inFleet AND b.km - b.servicedAtKm >= Given.constant ORDER BY 4 DESC, b.ID;
 
 CREATE VIEW spW_SpentByYear AS
     SELECT strftime('%Y', bought) AS ID, strftime('%Y', bought) AS Year, count(*) AS Bicycles, sum(price) AS Spent
-    FROM Bicycles GROUP BY 1 ORDER BY 1;
+    FROM Bicycles GROUP BY 1, 2 ORDER BY 1;
 
 -- A bicycle loses a sixth of its price each year.
 CREATE VIEW spW_BikesBoughtIn AS
     SELECT b.ID, n.name AS Bicycle, b.bought AS Bought, b.price AS Price,
         round(b.price * max(0, 1 - (julianday(s.today) - julianday(b.bought)) / 365 / 6)) AS "Worth now"
     FROM Bicycles b JOIN BikeNames n ON n.ID = b.ID, Shop s, Given
-    WHERE strftime('%Y', b.bought) = CAST(Given.parameter AS TEXT) ORDER BY b.bought;
+    WHERE strftime('%Y', b.bought) = CAST(Given.parameter AS TEXT) ORDER BY b.bought, b.ID;
 
 CREATE VIEW spW_ForSalePictures AS
     SELECT b.ID, n.name AS Bicycle, s.pictureFolder || 'bicycles/' || b.ID || '.jpg' AS FILEBicycle
@@ -821,12 +831,12 @@ CREATE VIEW spW_ForSalePictures AS
 
 CREATE VIEW spW_ForSale AS
     SELECT b.ID, n.name AS Bicycle, n.typeName AS Type, b.size AS Size, b.salePrice AS Price
-    FROM Bicycles b JOIN BikeNames n ON n.ID = b.ID WHERE NOT n.inFleet ORDER BY b.salePrice;
+    FROM Bicycles b JOIN BikeNames n ON n.ID = b.ID WHERE NOT n.inFleet ORDER BY b.salePrice, b.ID;
 
 -- The stock --------------------------------------------------------------------------------------------------------
 
 CREATE VIEW spW_StockValue AS
-    SELECT room AS ID, room AS Room, sum(stock) AS Pieces, sum(value) AS Value FROM Stored GROUP BY room;
+    SELECT room AS ID, room AS Room, sum(stock) AS Pieces, sum(value) AS Value FROM Stored GROUP BY room ORDER BY room;
 
 CREATE VIEW spW_PartsBelow AS
     SELECT p.ID, p.name AS Part, s.name AS Supplier, p.quantity AS Quantity, p.price * p.quantity AS Cost
@@ -861,7 +871,7 @@ CREATE VIEW spW_OrdersCrossTab AS
         sum(CASE strftime('%m', o.day) WHEN '10' THEN l.quantity * l.price ELSE 0 END) AS Oct,
         sum(CASE strftime('%m', o.day) WHEN '11' THEN l.quantity * l.price ELSE 0 END) AS Nov,
         sum(CASE strftime('%m', o.day) WHEN '12' THEN l.quantity * l.price ELSE 0 END) AS Dec
-    FROM Orders o JOIN OrderLines l ON l.purchase = o.ID GROUP BY o.supplier;
+    FROM Orders o JOIN OrderLines l ON l.purchase = o.ID GROUP BY o.supplier ORDER BY o.supplier;
 
 CREATE VIEW spW_SupplierHead AS
     SELECT s.ID, s.name AS Supplier, s.town AS Town, s.phone AS Phone
@@ -889,7 +899,7 @@ CREATE VIEW spW_PartsToReorder AS
 
 CREATE VIEW spW_StockByShelf AS
     SELECT shelf AS ID, room || ' ' || shelf AS Shelf, sum(stock) AS Pieces, sum(value) AS Value
-    FROM Stored GROUP BY shelf;
+    FROM Stored GROUP BY shelf, room ORDER BY shelf;
 
 -- The customers ----------------------------------------------------------------------------------------------------
 
@@ -899,7 +909,7 @@ CREATE VIEW spW_CustomerFigures AS
     FROM Customers;
 
 CREATE VIEW spW_CustomersPerInitial AS
-    SELECT unicode(name) AS ID, substr(name, 1, 1) AS Initial, count(*) AS Customers FROM Customers GROUP BY 1
+    SELECT unicode(name) AS ID, substr(name, 1, 1) AS Initial, count(*) AS Customers FROM Customers GROUP BY 1, 2
     ORDER BY 1;
 
 CREATE VIEW spW_CustomersByInitial AS
@@ -913,7 +923,7 @@ CREATE VIEW spW_CustomerHead AS
 
 CREATE VIEW spW_HiresOfCustomer AS
     SELECT h.ID, h.taken AS "From", h.due AS "To", h.bicycles AS Bicycles, h.charge AS Charge
-    FROM HireSums h, Given WHERE h.customerID = Given.parameter ORDER BY h.taken DESC;
+    FROM HireSums h, Given WHERE h.customerID = Given.parameter ORDER BY h.taken DESC, h.ID;
 
 CREATE VIEW spW_CustomerJobsShaped AS
     SELECT j.ID, j.bicycle AS Bicycle, j.taken AS "Taken in", t.name AS Task, t.hours AS Hours
@@ -931,16 +941,16 @@ CREATE VIEW spW_ClubHead AS
 
 CREATE VIEW spW_ClubHiresByMonth AS
     SELECT strftime('%Y%m', h.taken) AS ID, strftime('%Y-%m', h.taken) AS Month, count(*) AS Hires
-    FROM Hires h JOIN Customers c ON c.ID = h.customer, Given WHERE c.club = Given.parameter GROUP BY 1 ORDER BY 1;
+    FROM Hires h JOIN Customers c ON c.ID = h.customer, Given WHERE c.club = Given.parameter GROUP BY 1, 2 ORDER BY 1;
 
 CREATE VIEW spW_DepositsOwed AS
     SELECT h.ID, h.customer AS Customer, h.taken AS "Goes out", h.deposit AS Deposit FROM OpenHires h
-    WHERE NOT h.depositPaid ORDER BY h.taken;
+    WHERE NOT h.depositPaid ORDER BY h.taken, h.ID;
 
 CREATE VIEW spW_NewCustomers AS
-    SELECT c.ID, c.name AS Customer, c.since AS Since, min(h.ID) AS "First hire", h.charge AS Charge
-    FROM Customers c JOIN HireSums h ON h.customerID = c.ID, GivenDay g
-    WHERE c.since BETWEEN date(g.day, 'start of month') AND g.day GROUP BY c.ID ORDER BY c.since;
+    SELECT c.ID, c.name AS Customer, c.since AS Since, h.ID AS "First hire", h.charge AS Charge
+    FROM Customers c JOIN HireSums h ON h.ID = (SELECT min(f.ID) FROM Hires f WHERE f.customer = c.ID), GivenDay g
+    WHERE c.since BETWEEN date(g.day, 'start of month') AND g.day ORDER BY c.since, c.ID;
 
 -- The accounts -----------------------------------------------------------------------------------------------------
 
@@ -948,7 +958,7 @@ CREATE VIEW spW_TakingsByMonth AS
     SELECT strftime('%Y%m', t.day) AS ID, strftime('%Y-%m', t.day) AS Month, sum(t.amount) AS Takings
     FROM Takings t, GivenDay g, Given
     WHERE t.day BETWEEN date(g.day, 'start of month', '-' || (Given.constant - 1) || ' months') AND g.day
-    GROUP BY 1 ORDER BY 1;
+    GROUP BY 1, 2 ORDER BY 1;
 
 CREATE VIEW spW_TakingsCrossTab AS
     SELECT strftime('%Y', day) AS ID, sum(CASE section WHEN 1 THEN amount ELSE 0 END) AS Hire,
@@ -962,19 +972,19 @@ CREATE VIEW spW_TakingsOfYear AS
         sum(CASE t.section WHEN 2 THEN t.amount ELSE 0 END) AS Repairs,
         sum(CASE t.section WHEN 3 THEN t.amount ELSE 0 END) AS Sales
     FROM Takings t JOIN Months m ON m.number = strftime('%m', t.day), Given
-    WHERE strftime('%Y', t.day) = CAST(Given.parameter AS TEXT) GROUP BY 1 ORDER BY 1;
+    WHERE strftime('%Y', t.day) = CAST(Given.parameter AS TEXT) GROUP BY 1, 2 ORDER BY 1;
 
 CREATE VIEW spW_TakingsOfMonth AS
     SELECT strftime('%Y%m%d', day) AS ID, day AS Day, sum(CASE section WHEN 1 THEN amount ELSE 0 END) AS Hire,
         sum(CASE section WHEN 2 THEN amount ELSE 0 END) AS Repairs,
         sum(CASE section WHEN 3 THEN amount ELSE 0 END) AS Sales
-    FROM Takings, Given WHERE strftime('%Y%m', day) = CAST(Given.parameter AS TEXT) GROUP BY 1 ORDER BY 1;
+    FROM Takings, Given WHERE strftime('%Y%m', day) = CAST(Given.parameter AS TEXT) GROUP BY 1, 2 ORDER BY 1;
 
 CREATE VIEW spW_ReceiptsShaped AS
     SELECT t.receipt AS ID, s.name AS Section, t.paidBy AS "Paid by", t.what AS Item, t.quantity AS Quantity,
         t.amount AS Amount
     FROM Takings t JOIN Sections s ON s.ID = t.section, Given
-    WHERE strftime('%Y%m%d', t.day) = CAST(Given.parameter AS TEXT) ORDER BY t.receipt;
+    WHERE strftime('%Y%m%d', t.day) = CAST(Given.parameter AS TEXT) ORDER BY t.receipt, t.what;
 
 CREATE VIEW spW_MoneyOwed AS
     SELECT 1 AS ID, (SELECT sum(amount - paid) FROM InvoiceSums WHERE day <= g.day) AS "Owed to us",
@@ -1005,7 +1015,7 @@ CREATE VIEW spW_InvoiceLines AS
 
 CREATE VIEW spW_DepositsHeld AS
     SELECT h.ID, h.customer AS Customer, h.due AS "Due back", h.deposit AS Deposit FROM OpenHires h
-    WHERE h.depositPaid ORDER BY h.due;
+    WHERE h.depositPaid ORDER BY h.due, h.ID;
 
 CREATE VIEW spW_ProfitBySection AS
     SELECT s.ID, s.name AS Section, i.amount AS Income, c.amount AS Costs, i.amount - c.amount AS Profit
@@ -1021,7 +1031,7 @@ END;
 
 CREATE VIEW spW_TillCount AS
     SELECT t.paidBy AS ID, t.paidBy AS "Paid by", count(DISTINCT t.receipt) AS Receipts, sum(t.amount) AS Amount
-    FROM Takings t JOIN GivenDay g ON g.day = t.day GROUP BY t.paidBy;
+    FROM Takings t JOIN GivenDay g ON g.day = t.day GROUP BY t.paidBy ORDER BY t.paidBy;
 
 CREATE TRIGGER spW_AddLateCharges AFTER UPDATE OF run ON Given WHEN NEW.run = 'spW_AddLateCharges' BEGIN
     INSERT OR IGNORE INTO LateCharges(hire, day, amount)

@@ -59,6 +59,11 @@ Finished PostgreSQL::tryOut(const std::string& script) const {
                  "SET client_encoding = 'UTF8';\n" + script);
 }
 
+Command PostgreSQL::environment() const {
+    return {"PGHOST=" + (folder_ / "server").string(), "PGUSER=wizard", "PGCLIENTENCODING=UTF8",
+            "PSQLRC=" + (folder_ / "none").string()};
+}
+
 std::string PostgreSQL::run(const std::string& script) const {
     const auto finished = tryOut(script);
     EXPECT_EQ(finished.code, 0) << script.substr(0, 500);

@@ -22,6 +22,8 @@ class PostgreSQL {
     [[nodiscard]] Finished tryOut(const std::string& script) const;
     /// The same where no error may come; what was printed, a line a row and the fields joined by "|".
     std::string run(const std::string& script) const;
+    /// The variables of the environment that lead PostgreSQL's clients to this server, each as "NAME=value".
+    [[nodiscard]] Command environment() const;
 
   private:
     TempFolder folder_;

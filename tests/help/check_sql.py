@@ -98,6 +98,11 @@ for page in sorted((root / "help").glob("*.html")):
         expect(shots.get(page.stem), number, f"the paragraph in the picture of {page.name}")
         expect(f'<img src="pictures/{page.stem}.png"' in text, True, f"{page.name} has its picture")
         expect(f'alt="The form with paragraph {number}, {title}"' in text, True, f"{page.name} has a true alt text")
+# The form drops the form number of an I paragraph: the page of that type names each one that has such a number.
+for number, title in database.execute("SELECT ID, titleIs FROM XST2 WHERE typeIs = 'I' AND formIs <> 0").fetchall():
+    said = f'paragraph {number}, "{title}", has the number' in " ".join(text_of("image-header.html").split())
+    expect(said, True, f"image-header.html explains the form number of paragraph {number}")
+
 expect(paragraph_pages, 7, "pages with an example of a paragraph type")
 
 known = " ".join(samples.values()) + nodes + paragraphs

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Spoils a copy of the help in many ways, and checks that check_pages.py notices each of them."""
+"""Spoils a copy of the help in many ways, and checks that check_pages.py or check_rows.py notices each of them."""
 import pathlib
 import shutil
 import sys
@@ -8,6 +8,7 @@ import tempfile
 
 sys.dont_write_bytecode = True  # nothing is left behind in the source tree
 import check_pages  # noqa: E402
+import check_rows  # noqa: E402
 
 SOURCES = ["analysis/NavRules.cpp", "analysis/WebRules.cpp", "model/clsNavSchemes_Fuse.cpp", "shell/fMain.cpp",
            "shell/fMain_Edit.cpp", "shell/FileDialogs.cpp", "shell/HelpFile.cpp", "forms/fNav.cpp", "forms/fWeb.cpp",
@@ -53,6 +54,31 @@ SPOILS = [
     ("forms/ParameterChoices.cpp", "How to Segment Time-Line", "How to Cut Time", "explain 'How to Cut Time'"),
 ]
 
+# The same for check_rows.py.
+SPOILT_ROWS = [
+    ("help/show-table.html", "CTL 067", "CTL 068", "line 2: ['374', 'CTL 068', 'City, low step', '1', '42.00'] instead"),
+    ("help/show-table.html", "<th>Kind</th>", "<th>Size</th>", "line 1: ['ID', 'Item', 'Size'"),
+    ("help/show-table.html", "<b>52.00</b>", "<b>53.00</b>", "line 4: ['', '', '', '3', '53.00']"),
+    ("help/show-table.html", "<tr><td>481</td>", "<tr><td>481</td></tr><tr>", "5 lines instead of 4"),
+    ("help/show-table.html", "<!-- rows: spW_HireLines(1190) sums 3:4 -->\n", "", "show-table.html has 0 examples"),
+    ("help/chart.html", "12   12:00   4     2", "12   12:00   3     2", "['12', '12:00', '3', '2'] instead"),
+    ("help/chart.html", 'width="120"', 'width="110"', "the bar of 4 is 110 pixels wide"),
+    ("help/chart.html", "&nbsp;1</td>", "&nbsp;2</td>", "the bar of 2 is 30 pixels wide"),
+    ("help/header.html", "Abbott, Jonas</td></tr>", "Abbott, Jon</td></tr>", "['Customer', 'Abbott, Jon'] instead"),
+    ("help/multi-chapter.html", "<b>4027, 2025-12-05, Yes</b>", "<b>4027</b>", "line 4: ['4027'] instead"),
+    ("help/image-header.html", "<td>Workshop W2</td>", "<td>Workshop W3</td>", "['Place', 'Workshop W3'] instead"),
+    ("help/node-generating.html", "  Stopwell\n    Brake cable\n", "  Stopwell\n", "below 'Stopwell' stand"),
+    ("help/node-recurring.html", "        Bearing ball\n", "      Bearing ball\n", "below 'Front bearing' stand []"),
+    ("help/node-recurring.html", "STABLE AS $$", "AS $$", "shop-postgresql.sql has no 'CREATE FUNCTION spG_PartsBelow"),
+    ("help/time-line.html", "'YYYYMM') = given_key", "'YYYY') = given_key", "no 'CREATE FUNCTION spG_DaysOfMonth"),
+    ("help/time-line.html", "<!-- runs in psql -->\n", "", "nobody runs 'SELECT * FROM spG_TakingsYears();'"),
+    ("help/sample.html", "createdb shop", "createdb shops", "the commands are not those of shop-postgresql.sql"),
+    ("help/queries.html", "<h2>", "<pre>\nSELECT 1;\n</pre><h2>", "nobody runs 'SELECT 1;'"),
+    ("samples/shop.sql", "'Brake pad'", "'Brake block'", "'Brake pad'"),
+    ("samples/shop-mariadb.sql", "SELECT p.ID, p.name AS Part FROM", "SELECT p.ID, p.name FROM",
+     "import-mariadb.html: shop-mariadb.sql has no"),
+]
+
 
 def spoil(root, name, old, new):
     path = root / name
@@ -67,22 +93,24 @@ def spoil(root, name, old, new):
 def main():
     root = pathlib.Path(__file__).parents[2]
     unnoticed = 0
-    for name, old, new, fault in SPOILS:
+    all_spoils = [(check_pages, *spoilt) for spoilt in SPOILS] + [(check_rows, *spoilt) for spoilt in SPOILT_ROWS]
+    for check, name, old, new, fault in all_spoils:
         with tempfile.TemporaryDirectory() as folder:
             copy = pathlib.Path(folder)
             shutil.copytree(root / "help", copy / "help")
+            shutil.copytree(root / "samples", copy / "samples")
             for source in SOURCES:
                 (copy / source).parent.mkdir(exist_ok=True)
                 shutil.copy(root / source, copy / source)
-            if list(check_pages.faults(copy)):
+            if list(check.faults(copy)):
                 print("the copy has faults before it is spoilt")
                 return 1
             spoil(copy, name, old, new)
-            reported = list(check_pages.faults(copy))
+            reported = list(check.faults(copy))
             if not reported or not any(fault in line for line in reported):
                 unnoticed += 1
                 print(f"{name}: {old!r} by {new!r} is not noticed, but {reported}")
-    print(f"{len(SPOILS) - unnoticed} of {len(SPOILS)} faults were noticed")
+    print(f"{len(all_spoils) - unnoticed} of {len(all_spoils)} faults were noticed")
     return 1 if unnoticed else 0
 
 
