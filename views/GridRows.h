@@ -8,8 +8,8 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "model/LargeArray.h"
 #include "model/clsNavSchemes.h"
 #include "views/NodeTypes.h"
 #include "views/TextKeeper.h"
@@ -53,9 +53,9 @@ class NavGridRows final : public GridRows {
     struct Row {
         Text::Ref description, type, query, parm, icon, role;
     };
-    std::vector<Row> rows_;
-    std::vector<std::int32_t> ids_, parents_;  // apart, so that a search passes over little memory
-    std::vector<QRgb> colours_;
+    LargeArray<Row> rows_;
+    LargeArray<std::int32_t> ids_, parents_;  // apart, so that a search passes over little memory
+    LargeArray<QRgb> colours_;
     TextKeeper texts_;
 };
 
@@ -83,6 +83,6 @@ class WebGridRows final : public GridRows {
         Text::Ref title, query, parm, type, cols;
         std::int32_t id, node, seqNo, form;
     };
-    std::vector<Row> rows_;
+    LargeArray<Row> rows_;
     TextKeeper texts_;
 };
