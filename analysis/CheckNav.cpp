@@ -17,7 +17,7 @@ struct Seen {
 std::string clsNavSchemes::CheckNav() const {
     const auto slots = nodes_.Slots();
     ChildCounts counts(static_cast<std::size_t>(Count()));
-    std::vector<Seen> seen(slots.size());
+    LargeArray<Seen> seen(slots.size());
     for (std::size_t slot = 0; slot < slots.size(); ++slot) {
         const auto* node = slots[slot].get();
         if (!node) continue;
