@@ -28,8 +28,7 @@ class Text {
 
     /// Makes the bytes from `first` up to `last` of a loaded file a text without copying them. The byte before
     /// `first` and the byte at `last` become line feeds, which is how the text knows where it lies and where it
-    /// ends; no byte between them may be one. The bytes must outlive the text. A text of one byte stands elsewhere:
-    /// the types of a million records are then read without a look into their files.
+    /// ends; no byte between them may be one. The bytes must outlive the text.
     [[nodiscard]] static Text inFile(char* first, char* last) noexcept;
 
     [[nodiscard]] std::string_view view() const noexcept;
