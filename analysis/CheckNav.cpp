@@ -2,6 +2,7 @@
 #include "analysis/ChildCounts.h"
 #include "analysis/NavRules.h"
 #include "analysis/Reports.h"
+#include "model/LargeArray.h"
 #include "model/clsNavSchemes.h"
 
 namespace {
@@ -18,7 +19,7 @@ struct Seen {
 void findInNodes(const clsNavSchemes& navs, const std::function<void(const NavFinding&)>& take) {
     const auto slots = navs.NewEnum().Slots();
     ChildCounts counts(static_cast<std::size_t>(navs.Count()));
-    std::vector<Seen> seen(slots.size());
+    LargeArray<Seen> seen(slots.size());
     for (std::size_t slot = 0; slot < slots.size(); ++slot) {
         const auto* node = slots[slot].get();
         if (!node) continue;

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "model/KeyIndex.h"
 
@@ -12,7 +11,7 @@
 class ChildCounts {
   public:
     /// Expects `count` nodes in all.
-    explicit ChildCounts(std::size_t count) { parents_.reserve(count); }
+    explicit ChildCounts(std::size_t count) { byParent_.reserve(count); }
 
     /// To be told of every node.
     void add(std::int32_t parent, bool isFixed);
@@ -23,11 +22,13 @@ class ChildCounts {
     };
     /// The children of the nodes with this ID.
     [[nodiscard]] Children of(std::int32_t id) const {
-        const auto place = parents_.find(id);
-        return place == KeyIndex::none ? Children() : children_[place];
+        const auto found = byParent_.find(id);
+        if (found == KeyIndex::none) return {};
+        return {static_cast<std::int16_t>(found & ~fixedBit), (found & fixedBit) != 0};
     }
 
   private:
-    KeyIndex parents_;  // parent's ID -> place in children_
-    std::vector<Children> children_;
+    static constexpr std::uint32_t fixedBit = 1U << 16;
+
+    KeyIndex byParent_;  // in place of a place the count itself, with this bit where one is of type F
 };

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
-// Times what a user waits for, in the real main window, and prints one "name milliseconds" line each.
+// Times what a user waits for, in the real main window, and prints one "name milliseconds" line each; for some also
+// how often the program needed a new page of memory ("faults"), which is the same on every machine.
 //   wizard_bench start                  the main window, painted
 //   wizard_bench introduction           the first window that a user sees, painted; the main window waits behind it
-//   wizard_bench load PREFIX            both files loaded and painted; peak memory
+//   wizard_bench load PREFIX            both files loaded and painted; peak memory in MiB
 //   wizard_bench use PREFIX             that, and clicks, analyses and edits
 //   wizard_bench all PREFIX FOLDER      that, and renumbering, saving into FOLDER, deleting a branch
 // PREFIX.xst1 and PREFIX.xst2 are the two files.
@@ -61,10 +62,31 @@ void print(const char* name, double value) {
     std::fflush(stdout);
 }
 
-double peakMegabytes() {
+rusage used() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) / 1024;
+    return usage;
+}
+
+double peakMegabytes() {
+    return static_cast<double>(used().ru_maxrss) / 1024;
+}
+
+// Pages that the program has touched for the first time since this was made; what was in a file is not among them.
+class Faults {
+  public:
+    [[nodiscard]] double count() const { return static_cast<double>(used().ru_minflt - before_); }
+
+  private:
+    long before_ = used().ru_minflt;
+};
+
+// Prints the time of a step, and its faults.
+template <class Step>
+void measure(const char* name, const char* nameOfFaults, Step step) {
+    const Faults faults;
+    print(name, timed(step));
+    print(nameOfFaults, faults.count());
 }
 
 // The moments at which widgets have been painted.
@@ -126,6 +148,7 @@ void measureClicks(fMain& window) {
     };
     Painted paragraphsPainted({paragraphGrid});
     Painted allPainted({paragraphGrid, nodeGrid, tree.viewport()});
+    double mostFaults = 0;
     const auto clickOn = [&](std::size_t number) {
         const auto index = tree.treeModel().indexOf(static_cast<std::uint32_t>(number * 7919 % count));
         tree.scrollTo(index);
@@ -136,10 +159,13 @@ void measureClicks(fMain& window) {
         const QPointF at(place.left() + tree.iconSize().width() / 2, place.center().y());
         paragraphsPainted.start();
         allPainted.start();
-        return timed([&] {
+        const Faults faults;
+        const auto time = timed([&] {
             sendMouse(QEvent::MouseButtonPress, at);
             sendMouse(QEvent::MouseButtonRelease, at);
         });
+        mostFaults = std::max(mostFaults, faults.count());
+        return time;
     };
     print("click, the first", clickOn(1));
     constexpr std::size_t clicks = 400;
@@ -166,6 +192,7 @@ void measureClicks(fMain& window) {
     print("all paragraphs", median(filling));
     print("leaving them", median(leaving));
     print("leaving them, painted", median(leavingPainted));
+    print("click, most faults", mostFaults);
     tree.setCurrentIndex(tree.model()->index(0, 0));
     print("open all", timed([&] { sendKey(tree, Qt::Key_Asterisk); }));
     print("collapse all", timed([&] { window.mnuCollapse_Click(); }));
@@ -248,6 +275,7 @@ int main(int argc, char* argv[]) {
 
     auto& navs = *window.oNavs;
     const auto empty = peakMegabytes();
+    const Faults faults;
     auto nodes = prefix;
     auto paragraphs = prefix;
     nodes += ".xst1";
@@ -257,22 +285,26 @@ int main(int argc, char* argv[]) {
     print("load and draw nodes", nodeTime);
     print("load and draw paragraphs", paragraphTime);
     print("load and draw both", nodeTime + paragraphTime);
+    print("faults of that", faults.count());
+    print("memory, empty", empty);
+    print("memory, loaded", peakMegabytes());
     const auto bytes = static_cast<double>(file_size(nodes) + file_size(paragraphs)) / (1 << 20);
     print("memory / file bytes", (peakMegabytes() - empty) / bytes);
     if (what == "load") std::_Exit(0);  // the rival's time ends here, too
     measureClicks(window);
-    print("analysis of the nodes", timed([&] { static_cast<void>(CheckNav(navs)); }));
-    print("analysis of paragraphs", timed([&] { static_cast<void>(CheckScheme(navs)); }));
+    measure("analysis of the nodes", "faults of that analysis", [&] { static_cast<void>(CheckNav(navs)); });
+    measure("analysis of paragraphs", "faults of that, too",
+            [&] { static_cast<void>(CheckScheme(navs)); });
     if (what == "use") measureEdits(window);
     if (what != "all") return 0;
 
     const std::filesystem::path folder = argv[3];
     bool saved = true;
     QProcess::execute(QCoreApplication::applicationDirPath() + QStringLiteral("/touch_memory"), {});  // as before dd
-    print("save both",
-          timed([&] { saved = navs.SaveData(folder / "saved.xst1") && navs.oWebs.SaveData(folder / "saved.xst2"); }));
+    measure("save both", "faults of saving",
+            [&] { saved = navs.SaveData(folder / "saved.xst1") && navs.oWebs.SaveData(folder / "saved.xst2"); });
     if (!saved) fail("the files were not saved");
-    print("renumber and redraw", timed([&] { navs.Renumber(); }));
+    measure("renumber and redraw", "faults of Re-Number", [&] { navs.Renumber(); });
     navs.LoadData(nodes);
     navs.LoadWeb(paragraphs);
     const auto branch = std::to_string(branchOfTwoPercent(navs));

@@ -1,7 +1,8 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Builds the benchmarks and prints the goals of docs/performance.md with what this machine reaches.
-# usage: bench/compare.sh [NODES [RUNS]]; needs python3, sqlite3, Xvfb and openbox
+# usage: bench/compare.sh [NODES [RUNS]]; needs python3, sqlite3, Xvfb and openbox; for the start also
+# doxywizard and sqlitebrowser
 set -eu
 cd "$(dirname "$0")/.."
 [ -f build/bench/build.ninja ] || cmake --preset bench

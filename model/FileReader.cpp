@@ -78,14 +78,14 @@ FileBytes readFile(const std::filesystem::path& file) {
     if (error) return {};
     try {
         std::size_t capacity = static_cast<std::size_t>(expected) + 2;  // one to meet the end of the file, one spare
-        FileBytes content{std::unique_ptr<char[]>(new char[capacity]), 0};
+        FileBytes content{makeLargeBytes(capacity), 0};
         for (;;) {
             in.read(content.bytes.get() + content.size, static_cast<std::streamsize>(capacity - 1 - content.size));
             content.size += static_cast<std::size_t>(in.gcount());
             if (in.eof()) return content;
             if (!in) return {};  // it could not be opened, or not be read
             // The file is longer than it said: one that grows, or one made by the system.
-            std::unique_ptr<char[]> larger(new char[capacity * 2]);
+            auto larger = makeLargeBytes(capacity * 2);
             std::memcpy(larger.get(), content.bytes.get(), content.size);
             content.bytes = std::move(larger);
             capacity *= 2;

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <memory>
 #include <string_view>
 
+#include "model/LargeArray.h"
 #include "model/Text.h"
 
 /// One comma-separated piece of a line, without its quotes.
@@ -53,7 +53,7 @@ class FileReader {
 
 /// A text file's bytes.
 struct FileBytes {
-    std::unique_ptr<char[]> bytes;  ///< with one spare byte behind them
+    LargeBytes bytes;  ///< with one spare byte behind them
     std::size_t size = 0;
 };
 

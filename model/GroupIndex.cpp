@@ -16,7 +16,7 @@ std::uint32_t GroupIndex::groupFor(std::int32_t number) {
     return lastGroup_;
 }
 
-void GroupIndex::distribute(const std::vector<std::uint32_t>& groupOf) {
+void GroupIndex::distribute(const LargeArray<std::uint32_t>& groupOf) {
     std::uint32_t start = 0;  // ends_ holds the sizes; turn them into starts, which filling moves to the ends
     for (auto& end : ends_) {
         const auto size = end;

@@ -3,9 +3,9 @@
 
 #include <cstdint>
 #include <span>
-#include <vector>
 
 #include "model/KeyIndex.h"
+#include "model/LargeArray.h"
 
 /// Groups list places by a number, keeping their order: the children of each node, the paragraphs of each node.
 /// Built in O(n) for one operation; it does not follow later changes of the list.
@@ -15,7 +15,7 @@ class GroupIndex {
     /// @param numberOf callable: place -> pointer to the number that it is grouped by, null to leave the place out
     template <class NumberOf>
     GroupIndex(std::uint32_t count, NumberOf numberOf) {
-        std::vector<std::uint32_t> groupOf(count, KeyIndex::none);
+        LargeArray<std::uint32_t> groupOf(count, KeyIndex::none);
         groups_.reserve(count);
         for (std::uint32_t place = 0; place < count; ++place)
             if (const std::int32_t* number = numberOf(place)) groupOf[place] = groupFor(*number);
@@ -39,11 +39,11 @@ class GroupIndex {
 
   private:
     std::uint32_t groupFor(std::int32_t number);  // counts one more member
-    void distribute(const std::vector<std::uint32_t>& groupOf);
+    void distribute(const LargeArray<std::uint32_t>& groupOf);
 
     KeyIndex groups_;
-    std::vector<std::uint32_t> ends_;  // group g holds members_[ends_[g - 1] .. ends_[g])
-    std::vector<std::uint32_t> members_;
+    LargeArray<std::uint32_t> ends_;  // group g holds members_[ends_[g - 1] .. ends_[g])
+    LargeArray<std::uint32_t> members_;
     std::uint32_t lastGroup_ = KeyIndex::none;
     std::int32_t lastNumber_ = 0;
 };

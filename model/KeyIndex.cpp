@@ -32,10 +32,8 @@ void KeyIndex::reserve(std::size_t count) {
     expected_ = std::max(expected_, count);
 }
 
-std::uint32_t KeyIndex::find(std::int32_t number) const {
-    const auto place = unsignedOf(number);
-    if (place < table_.size() && table_[place] != none) return table_[place];
-    const auto other = others_.empty() ? others_.end() : others_.find(number);
+std::uint32_t KeyIndex::findOther(std::int32_t number) const {
+    const auto other = others_.find(number);
     return other == others_.end() ? none : other->second;
 }
 
@@ -46,6 +44,9 @@ std::uint32_t& KeyIndex::slotFor(std::int32_t number) {
     if (place < table_.size()) return table_[place];
     expected_ = std::max(expected_, inserted_ + 1);
     if (place < std::max(smallestTable, expected_ * slotsPerEntry)) {
+        // Room for numbers with gaps between them, at once: what is not used of it is never touched.
+        if (place >= table_.capacity())
+            table_.reserve(std::max({place + 1, expected_ * 2, smallestTable, table_.capacity() * 2}));
         table_.resize(std::max(place + 1, smallestTable), none);
         ++inserted_;
         return table_[place];

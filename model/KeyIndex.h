@@ -4,7 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <unordered_map>
-#include <vector>
+
+#include "model/LargeArray.h"
 
 /// Maps 32-bit numbers (keys, IDs) to places 0, 1, 2 … in a list.
 ///
@@ -18,7 +19,11 @@ class KeyIndex {
     /// Expects `count` entries in all, so that the table has its size at once.
     void reserve(std::size_t count);
     /// @return the place of `number`, or `none`
-    [[nodiscard]] std::uint32_t find(std::int32_t number) const;
+    [[nodiscard]] std::uint32_t find(std::int32_t number) const {
+        const auto inTable = static_cast<std::uint32_t>(number);
+        const auto place = inTable < table_.size() ? table_[inTable] : none;
+        return place != none || others_.empty() ? place : findOther(number);
+    }
     /// Gives `number` a place. @return false, changing nothing, when it has one
     bool insert(std::int32_t number, std::uint32_t place);
     /// Gives `number` a place, replacing the one it has.
@@ -32,9 +37,10 @@ class KeyIndex {
         std::size_t operator()(std::int32_t number) const noexcept;
     };
 
+    [[nodiscard]] std::uint32_t findOther(std::int32_t number) const;
     std::uint32_t& slotFor(std::int32_t number);  // makes one, holding `none`, where there is none
 
-    std::vector<std::uint32_t> table_;                               // by number, `none` where there is no entry
+    LargeArray<std::uint32_t> table_;                                // by number, `none` where there is no entry
     std::unordered_map<std::int32_t, std::uint32_t, Mixed> others_;  // the numbers outside the table when they came
     std::size_t expected_ = 0;  // entries: those reserved, or those below if they are more
     std::size_t inserted_ = 0;  // entries that were outside the table when they came

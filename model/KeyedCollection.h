@@ -6,10 +6,10 @@
 #include <memory>
 #include <span>
 #include <string_view>
-#include <vector>
 
 #include "model/Integer.h"
 #include "model/KeyIndex.h"
+#include "model/LargeArray.h"
 
 /// The collection behind both schemes: records in the order in which they were added, each filed under the ID that
 /// it had at that moment. A record whose ID changes later keeps its key until `FileAnew`.
@@ -112,8 +112,8 @@ class KeyedCollection {
     }
 
     void Clear() {
-        slots_ = std::vector<Pointer>();  // an empty list in braces would keep the memory
-        keys_ = std::vector<std::int32_t>();
+        slots_ = LargeArray<Pointer>();  // an empty list in braces would keep the memory
+        keys_ = LargeArray<std::int32_t>();
         places_.clear();
         count_ = 0;
         withoutKey_ = 0;
@@ -163,9 +163,9 @@ class KeyedCollection {
         keys_.reserve(room);
     }
 
-    std::vector<Pointer> slots_;
-    std::vector<std::int32_t> keys_;  // by slot; of a record without a key its ID
-    KeyIndex places_;                 // key -> slot
+    LargeArray<Pointer> slots_;
+    LargeArray<std::int32_t> keys_;  // by slot; of a record without a key its ID
+    KeyIndex places_;                // key -> slot
     std::int32_t count_ = 0;
     std::int32_t withoutKey_ = 0;
 };

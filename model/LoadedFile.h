@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "model/FileReader.h"
+#include "model/LargeArray.h"
 
 /// The records read from one file and, owned with them, the bytes that their texts lie in.
 template <class Record>
@@ -35,7 +36,7 @@ class LoadedFile {
 
   private:
     static constexpr std::size_t firstPart = 32;
-    static constexpr std::size_t largestPart = 16384;
+    static constexpr std::size_t largestPart = std::size_t{1} << 18;
 
     Record& append() {
         if (parts_.empty() || parts_.back().size() == parts_.back().capacity()) {
@@ -46,7 +47,7 @@ class LoadedFile {
         return parts_.back().emplace_back();
     }
 
-    std::unique_ptr<char[]> bytes_;           // outlives the records: declared before them
-    std::vector<std::vector<Record>> parts_;  // each filled up to its capacity, so records never move
+    LargeBytes bytes_;                       // outlives the records: declared before them
+    std::vector<LargeArray<Record>> parts_;  // each filled up to its capacity, so records never move
     std::size_t count_ = 0;
 };

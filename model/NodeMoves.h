@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <vector>
 
 #include "model/KeyIndex.h"
+#include "model/LargeArray.h"
 
 /// Which ID each node had before a renumbering and which it has now. It is complete before anything is changed by it:
 /// then nothing that needs memory can leave the work half done.
@@ -33,5 +33,5 @@ class NodeMoves {
 
   private:
     KeyIndex places_;  // former ID -> its place in now_
-    std::vector<std::int32_t> now_;
+    LargeArray<std::int32_t> now_;
 };

@@ -4,8 +4,8 @@
 NodeTree::NodeTree(const KeyedCollection<clsNavScheme>& nodes) {
     const auto slots = nodes.Slots();
     const auto count = static_cast<std::uint32_t>(slots.size());
-    std::vector<std::int32_t> ids(count);
-    std::vector<std::int32_t> parents(count);
+    LargeArray<std::int32_t> ids(count);
+    LargeArray<std::int32_t> parents(count);
     for (std::uint32_t slot = 0; slot < count; ++slot) {
         if (!slots[slot]) continue;
         ids[slot] = slots[slot]->ID;

@@ -48,9 +48,9 @@ class NodeTree {
     }
 
   private:
-    GroupIndex children_;                     // slots by parent ID
-    std::vector<std::uint32_t> childGroups_;  // by slot: the group of the node's children
-    std::vector<std::uint32_t> root_;         // the root's slot, if there is a root
+    GroupIndex children_;                    // slots by parent ID
+    LargeArray<std::uint32_t> childGroups_;  // by slot: the group of the node's children
+    std::vector<std::uint32_t> root_;        // the root's slot, if there is a root
 };
 
 /// `NodeTree::walk` with the nodes themselves.

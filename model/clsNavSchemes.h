@@ -11,6 +11,7 @@
 
 #include "model/FileReader.h"
 #include "model/KeyedCollection.h"
+#include "model/LargeArray.h"
 #include "model/Screen.h"
 #include "model/clsNavScheme.h"
 #include "model/clsWebSchemes.h"
@@ -136,7 +137,7 @@ class clsNavSchemes {
     struct NewNumbers {
         std::int32_t id = 0, parent = 0;
     };
-    [[nodiscard]] std::vector<NewNumbers> newNumbers() const;
+    [[nodiscard]] LargeArray<NewNumbers> newNumbers() const;
 
     KeyedCollection<clsNavScheme> nodes_;
     NavGridView* mGrid = nullptr;

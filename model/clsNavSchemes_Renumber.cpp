@@ -44,8 +44,8 @@ bool clsNavSchemes::Renumber() {
 }
 
 // The new numbers of the reachable nodes, by slot; 0 for the others.
-std::vector<clsNavSchemes::NewNumbers> clsNavSchemes::newNumbers() const {
-    std::vector<NewNumbers> numbers(nodes_.Slots().size());
+LargeArray<clsNavSchemes::NewNumbers> clsNavSchemes::newNumbers() const {
+    LargeArray<NewNumbers> numbers(nodes_.Slots().size());
     std::int32_t last = 0;
     std::vector<std::int32_t> path;  // the new IDs from the root down to the node last numbered
     NodeTree(nodes_).walk([&](std::uint32_t slot, std::size_t depth) {

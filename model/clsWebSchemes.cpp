@@ -152,8 +152,10 @@ void clsWebSchemes::DispInGrid(std::int32_t pXST1) {
             mGrid->Fill(slots);
             return;
         }
-        std::vector<Pointer> shown;
-        for (const auto slot : paragraphsByNode()[pXST1]) shown.push_back(slots[slot]);
+        const auto places = paragraphsByNode()[pXST1];
+        LargeArray<Pointer> shown;
+        shown.reserve(places.size());
+        for (const auto slot : places) shown.push_back(slots[slot]);
         mGrid->Fill(shown);
     });
 }

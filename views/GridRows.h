@@ -8,8 +8,8 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "model/LargeArray.h"
 #include "model/clsNavSchemes.h"
 #include "views/NodeLook.h"
 #include "views/TextKeeper.h"
@@ -62,9 +62,9 @@ class NavGridRows final : public GridRows {
     };
     [[nodiscard]] static std::span<const Column> columns();
 
-    std::vector<Row> rows_;
-    std::vector<std::int32_t> ids_, parents_;  // apart, so that a search passes over little memory
-    std::vector<QRgb> colours_;
+    LargeArray<Row> rows_;
+    LargeArray<std::int32_t> ids_, parents_;  // apart, so that a search passes over little memory
+    LargeArray<QRgb> colours_;
     TextKeeper texts_;
 };
 
@@ -93,6 +93,6 @@ class WebGridRows final : public GridRows {
     };
     [[nodiscard]] static std::span<const Column> columns();
 
-    std::vector<Row> rows_;
+    LargeArray<Row> rows_;
     TextKeeper texts_;
 };

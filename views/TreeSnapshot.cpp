@@ -2,6 +2,7 @@
 #include "views/TreeSnapshot.h"
 
 #include <algorithm>
+#include <vector>
 
 #include "model/NodeTree.h"
 
@@ -25,7 +26,7 @@ struct Unplaced {
 TreeSnapshot::TreeSnapshot(const clsNavSchemes& scheme) {
     // What there is to show, read in the order in which the records lie in memory; then the way through the tree.
     const auto slots = scheme.NewEnum().Slots();
-    std::vector<Unplaced> unplaced(slots.size());
+    LargeArray<Unplaced> unplaced(slots.size());
     KeyIndex slotOf;  // by ID
     slotOf.reserve(slots.size());
     for (std::uint32_t slot = 0; slot < slots.size(); ++slot) {

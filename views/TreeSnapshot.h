@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "model/LargeArray.h"
 #include "model/clsNavSchemes.h"
 #include "views/NodeLook.h"
 #include "views/TextKeeper.h"
@@ -45,8 +45,8 @@ class TreeSnapshot {
   private:
     void addChildLists();
 
-    std::vector<Row> rows_;
-    std::vector<std::uint32_t> children_;  // the child lists of all rows, one after the other
+    LargeArray<Row> rows_;
+    LargeArray<std::uint32_t> children_;  // the child lists of all rows, one after the other
     std::size_t depth_ = 0;
     TextKeeper texts_;
 };

@@ -154,6 +154,24 @@ TEST(TextInFile, LiesInTheBytesOfTheFile) {
     EXPECT_EQ(file.bytes, "7\nSales\nF\0"s);
 }
 
+TEST(TextInFile, OfOneByteTouchesNoByteOfTheFile) {
+    for (int byte = 0; byte < 256; ++byte) {
+        if (byte == '\n') continue;
+        FileOf file("7," + std::string(1, static_cast<char>(byte)) + ",8");
+        const auto before = file.bytes;
+        const Text text = file.textAt(2, 3);
+        EXPECT_EQ(file.bytes, before) << byte;
+        EXPECT_EQ(text.view(), before.substr(2, 1)) << byte;
+        EXPECT_EQ(text.letter(), before[2]) << byte;
+        EXPECT_TRUE(text == before.substr(2, 1)) << byte;
+        EXPECT_FALSE(text.isOwned()) << byte;
+        EXPECT_FALSE(text.empty()) << byte;
+        file.overwrite();
+        EXPECT_EQ(text.view(), before.substr(2, 1)) << byte;
+        EXPECT_EQ(Text(text).view(), before.substr(2, 1)) << byte;
+    }
+}
+
 TEST(TextInFile, MayEndAtTheSpareByteBehindTheFile) {
     FileOf file("7,Sales");
     EXPECT_EQ(file.textAt(2, 7).view(), "Sales");
