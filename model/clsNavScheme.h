@@ -16,9 +16,9 @@ class clsNavScheme {
     clsNavScheme& operator=(const clsNavScheme&) = default;
 
     Text descriptionIs;          ///< shown for the node in the tree
+    std::int32_t parentIs = 0;   ///< ID of the parent node; 0 marks the root
     Text iconIs;                 ///< icon that the reporting product shows for the node
     Text roleIs;                 ///< user role, empty when not set
-    std::int32_t parentIs = 0;   ///< ID of the parent node; 0 marks the root
     std::int32_t tID = 0;        ///< the new ID while renumbering, the former one while the paragraphs
                                  ///< follow, then the current one; not in the file
     std::int32_t tParentIs = 0;  ///< while renumbering the new parent's ID; not in the file
