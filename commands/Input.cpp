@@ -12,13 +12,13 @@ namespace {
 
 FileBytes readStream(std::istream& in) {
     std::size_t capacity = std::size_t{1} << 16;
-    FileBytes content{std::unique_ptr<char[]>(new char[capacity]), 0};
+    FileBytes content{makeLargeBytes(capacity), 0};
     for (;;) {
         in.read(content.bytes.get() + content.size, static_cast<std::streamsize>(capacity - 1 - content.size));
         content.size += static_cast<std::size_t>(in.gcount());
         if (in.eof()) return content;
         if (!in) throw Unusable("standard input: cannot be read");
-        std::unique_ptr<char[]> larger(new char[capacity * 2]);
+        auto larger = makeLargeBytes(capacity * 2);
         std::memcpy(larger.get(), content.bytes.get(), content.size);
         content.bytes = std::move(larger);
         capacity *= 2;
