@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "forms/KeyLength.h"
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include "model/Integer.h"
