@@ -96,7 +96,7 @@ Text::~Text() {
 Text Text::inFile(char* first, char* last) noexcept {
     Text text;
     if (last - first == 1) {
-        text.first_ = &singleBytes[2 * static_cast<unsigned char>(*first) + 1];
+        text.first_ = &singleBytes[2 * std::size_t{static_cast<unsigned char>(*first)} + 1];
     } else if (first != last) {
         first[-1] = endInFile;
         *last = endInFile;
