@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "shell/fIntro.h"
 
+#include <QImageReader>
 #include <QLabel>
 #include <QPlainTextEdit>
 
@@ -15,6 +16,14 @@ constexpr QSizeF clientArea(9150, 6960);
 constexpr QRectF pictureArea(120, 120, 8895, 2880);
 constexpr QRectF textArea(120, 3120, 8895, 3735);
 
+// The picture in as many pixels as are shown of it: whole, it would take four times the memory and time on most
+// screens.
+QPixmap pictureOf(QSize pixels) {
+    QImageReader reader(QStringLiteral(":/images/introduction.jpg"));
+    if (pixels.width() < reader.size().width()) reader.setScaledSize(pixels);
+    return QPixmap::fromImageReader(&reader);
+}
+
 }  // namespace
 
 fIntro::fIntro(const HelpFile& help, QWidget* parent)
@@ -28,7 +37,7 @@ fIntro::fIntro(const HelpFile& help, QWidget* parent)
     picture->setObjectName(QStringLiteral("Image1"));
     picture->setGeometry(toPixels(pictureArea, logicalDpiX()));
     picture->setScaledContents(true);
-    picture->setPixmap(QPixmap(QStringLiteral(":/images/introduction.jpg")));
+    picture->setPixmap(pictureOf(picture->size() * devicePixelRatioF()));
     picture->setAccessibleName(QStringLiteral("A navigation tree beside a report page"));
 
     auto* text = new QPlainTextEdit(this);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <QIcon>
+#include <QTimer>
 
 #include "shell/DetectableAutoRepeat.h"
 #include "shell/fMain.h"
@@ -11,8 +12,10 @@ int main(int, char* argv[]) {
     Application application(argc, argv);
     detectAutoRepeat(application);
     QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/wizard.svg")));
     applyLook(application);
+    // Once the first window is there: it need not wait until this is drawn in all sizes.
+    QTimer::singleShot(0, &application,
+                       [] { QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/wizard.svg"))); });
 
     fMain window;
     QApplication::setQuitOnLastWindowClosed(false);  // the windows of the start-up come and go before the main one
