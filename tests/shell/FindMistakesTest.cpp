@@ -120,12 +120,23 @@ class PageReader {
         const auto mine = ++next_;
         busy_ = true;
         before_ = QApplication::activeModalWidget();
+        letTheKeyboardArrive();
         try {
             take(steps_[mine - 1]);
         } catch (const std::exception& error) {
             ADD_FAILURE() << "step " << mine << ", " << steps_[mine - 1].text << ": " << error.what();
         }
         if (next_ == mine) busy_ = false;
+    }
+
+    // A window manager may take the keyboard away from a new window and give it back, and so may the end of a window:
+    // a person is slower than that.
+    void letTheKeyboardArrive() {
+        auto* where = &window();
+        if (std::exchange(last_, where) == where) return;
+        activate(*where);
+        constexpr int aMoment = 150;
+        QTest::qWait(aMoment);
     }
 
     void take(const Step& step) {
@@ -207,6 +218,7 @@ class PageReader {
     std::size_t next_ = 0;
     Rows expected_;
     bool busy_ = false;
+    const QWidget* last_ = nullptr;    // the window of the step before; only to be compared
     const QWidget* before_ = nullptr;  // the modal window that was open when the step began
     QObject context_;
 };

@@ -386,6 +386,7 @@ TEST_F(KeysPage, CtrlCCopiesTheCurrentCell) {
 
 TEST_F(KeysPage, EnterAndTabGoThroughTheFieldsOfAForm) {
     inForm([&](QDialog& form) {
+        activate(form);
         Rows fields{focusName()};
         for (const auto next : {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Return}) {
             press(form, next);
