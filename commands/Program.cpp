@@ -15,6 +15,16 @@ constexpr Command commands[] = {
     {"check", "Says what breaks the rules, and what the wizard would change or lose.",
      "pelmo-scheme check XST1.txt XST2.txt", declareCheck},
     {"todo", "Lists what is left to do in the database.", "pelmo-scheme todo XST1.txt XST2.txt", declareToDo},
+    {"sql",
+     "Prints a script that makes both tables where they are missing, empties them and fills them with what the "
+     "wizard "
+     "would save. A node that no save writes is left out, with a message.",
+     "pelmo-scheme sql XST1.txt XST2.txt --dialect sqlite | sqlite3 -bail shop.db", declareSql},
+    {"stubs",
+     "Prints a script with the skeleton of each query that is still to be written. A node that no save writes is "
+     "left "
+     "out, with a message.",
+     "pelmo-scheme stubs XST1.txt XST2.txt --dialect sqlite | sqlite3 shop.db", declareStubs},
 };
 
 constexpr auto manual =
