@@ -27,5 +27,7 @@ struct Command {
 [[nodiscard]] RunCommand declareFormat(CLI::App& command);
 [[nodiscard]] RunCommand declareOrphans(CLI::App& command);
 [[nodiscard]] RunCommand declareRenumber(CLI::App& command);
+[[nodiscard]] RunCommand declareSql(CLI::App& command);
+[[nodiscard]] RunCommand declareStubs(CLI::App& command);
 [[nodiscard]] RunCommand declareToDo(CLI::App& command);
 [[nodiscard]] RunCommand declareTree(CLI::App& command);

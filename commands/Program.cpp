@@ -21,6 +21,16 @@ constexpr Command commands[] = {
     {"renumber", "Numbers the nodes in the order of the tree, and writes both files as the wizard does.",
      "pelmo-scheme renumber XST1.txt XST2.txt -o FOLDER --map numbers.csv", declareRenumber},
     {"fmt", "Prints the file that the wizard would save.", "pelmo-scheme fmt XST1.txt", declareFormat},
+    {"sql",
+     "Prints a script that makes both tables where they are missing, empties them and fills them with what the "
+     "wizard "
+     "would save. A node that no save writes is left out, with a message.",
+     "pelmo-scheme sql XST1.txt XST2.txt --dialect sqlite | sqlite3 -bail shop.db", declareSql},
+    {"stubs",
+     "Prints a script with the skeleton of each query that is still to be written. A node that no save writes is "
+     "left "
+     "out, with a message.",
+     "pelmo-scheme stubs XST1.txt XST2.txt --dialect sqlite | sqlite3 shop.db", declareStubs},
 };
 
 constexpr auto manual =

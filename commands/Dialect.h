@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "commands/Console.h"
+
+namespace CLI {
+class App;
+}
+
+/// What the values of queries can be.
+enum class ValueType { Integer, Number, Text, Image };
+
+/// What differs between the databases for which scripts are written: one row of the table in `Dialects.cpp`. Words in
+/// braces are filled in; see `filled`.
+struct Dialect {
+    std::string_view name;   ///< as --dialect takes it
+    std::string_view title;  ///< as people write it
+
+    /// How the script is written.
+    struct Lines {
+        std::string_view end;
+        std::string_view comment;  ///< begins a comment that ends with its line
+    } lines;
+
+    /// What of a text stands in the script as it is. All else is joined to it by its number.
+    enum class Plain {
+        AsEncoded,      ///< all but control characters: the script says its encoding, or is known to be in it
+        UnlessEncoded,  ///< the same, but only ASCII in an encoding other than UTF-8, which the database does not
+                        ///< read
+        Ascii,          ///< only ASCII: nothing tells the database the encoding of the script
+    };
+
+    /// How a text is quoted. A control character, and one that is not plain, is joined to the rest by its number.
+    struct Texts {
+        std::string_view open;
+        std::string_view close;
+        std::string_view doubled;  ///< the bytes that are written twice
+        std::string_view openJoin, join, closeJoin;
+        std::string_view longJoin;  ///< stands before the first part when the text is long
+        std::string (*character)(char16_t character);
+        Plain plain;
+        bool hasVariables;  ///< whether "$(" is something else even within a text
+    } texts;
+
+    /// How a name is quoted.
+    struct Names {
+        std::string_view open;
+        std::string_view close;  ///< written twice where it stands in a name
+    } names;
+
+    /// The script that fills the tables.
+    struct Script {
+        std::string_view usage;  ///< how to run it
+        std::string_view integer, text;
+        std::string_view begin;
+        std::string_view beforeRows, afterRows;  ///< of each table
+        std::string_view end;
+        std::string_view utf8, windows1252;  ///< the names of the encodings
+    } script;
+
+    /// The script of the queries.
+    struct Queries {
+        std::string_view usage;
+        std::string_view begin;
+        std::string_view returningRows, action;
+        std::string_view openArguments, closeArguments;  ///< only where there are any
+        std::string_view argument, optional;
+        std::array<std::string_view, 4> argumentTypes;  ///< by ValueType
+        std::array<std::string_view, 4> columns;        ///< by ValueType: declared
+        std::array<std::string_view, 4> fields;         ///< by ValueType: selected
+    } queries;
+
+    /// Whether both scripts are modules of the database's own language, with a limit for lines and procedures.
+    bool isModule;
+};
+
+/// One option --dialect, which must be given. @param dialect what is set
+void declareDialect(CLI::App& command, const Dialect*& dialect);
+
+/// Bytes of the code page as an expression of that database; in UTF-8, on one line. They hold no byte 00.
+[[nodiscard]] std::string quotedText(const Dialect& dialect, Encoding encoding, std::string_view bytes);
+
+/// The name of a query, in UTF-8; the parts of "dbo.spG_Customers" on their own. A name with the prefix spG_ or spW_
+/// stays without quotes where letters, digits and underscores follow: no database reserves it, and some change the
+/// case of names without quotes.
+[[nodiscard]] std::string quotedName(const Dialect& dialect, std::string_view bytes);
+
+/// Whether a script in this encoding can hold the name.
+[[nodiscard]] bool canBeName(const Dialect& dialect, Encoding encoding, std::string_view bytes);
+
+/// The words {like} this are replaced by what stands beside them.
+[[nodiscard]] std::string filled(std::string_view text,
+                                 std::initializer_list<std::pair<std::string_view, std::string_view>> words);
+
+/// Prints lines, which end with a line feed here, as that database wants them to end.
+void printLines(const Dialect& dialect, const Console& console, std::string_view lines);
+
+/// Makes lines comments.
+[[nodiscard]] std::string asComment(const Dialect& dialect, std::string_view lines);

@@ -1,0 +1,292 @@
+// SPDX-License-Identifier: MIT
+#include "commands/Queries.h"
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <unordered_map>
+
+#include "model/Integer.h"
+#include "model/ParameterKind.h"
+
+namespace {
+
+constexpr std::size_t anyLength = 255;  // of a text of which no length is known
+constexpr std::size_t mostFields = 250;
+
+// What a parameter kind supplies: the name of the argument, its type, and in words.
+struct Supply {
+    ParameterKind kind;
+    std::string_view argument;
+    ValueType type;
+    std::size_t length;
+    std::string_view words;
+};
+constexpr Supply supplies[] = {
+    {ParameterKind::LKey, "given_key", ValueType::Integer, 0, "the key of the node, a whole number"},
+    {ParameterKind::CKey, "given_key", ValueType::Text, anyLength, "the key of the node, a text"},
+    {ParameterKind::Text, "given_text", ValueType::Text, anyLength, "the text of the node"},
+    {ParameterKind::Today, "given_today", ValueType::Text, 11, "the day as a text, like 21-Nov-2026"},
+};
+
+// Splits at each of these bytes; of several in a row, nothing comes between them.
+std::vector<std::string_view> piecesOf(std::string_view text, char separator) {
+    std::vector<std::string_view> pieces;
+    while (!text.empty()) {
+        const auto end = std::min(text.find(separator), text.size());
+        if (end > 0) pieces.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return pieces;
+}
+
+std::optional<std::size_t> keyLength(std::string_view parmIs) {
+    if (readParameterKind(parmIs) != ParameterKind::CKey) return {};
+    const auto digits = keyLengthOf(parmIs);
+    const bool isNumber =
+        digits.size() == 2 && std::ranges::all_of(digits, [](char byte) { return byte >= '0' && byte <= '9'; });
+    const auto length = isNumber ? readWholeNumber(digits).value_or(0) : 0;
+    return length > 0 ? static_cast<std::size_t>(length) : anyLength;
+}
+
+// One value more for an argument or a field: the widest type of all holds.
+template <class Slot>
+void widen(Slot& slot, ValueType type, std::size_t length) {
+    if (slot.type != ValueType::Text) slot.type = type;
+    slot.length = std::max(slot.length, length);
+}
+
+std::string lower(std::string_view text) {
+    std::string result(text);
+    std::ranges::transform(result, result.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return result;
+}
+
+// A text of a record in a comment: short, and in quotes.
+std::string told(std::string_view bytes) {
+    constexpr std::size_t most = 60;
+    return "\"" + shown(bytes.substr(0, most)) + (bytes.size() > most ? "...\"" : "\"");
+}
+
+// A node or paragraph that calls a query.
+struct Use {
+    std::string who;  // "Node 8", "Paragraph 14 of node 8"
+    bool isNode = false;
+    std::string_view type, text, query, parmIs, colsAre;
+    std::optional<std::size_t> idLength;  // of a node: of the keys that its query gives, where they are texts
+};
+
+class Draft {
+  public:
+    explicit Draft(std::string_view name) { query_.name = name; }
+
+    void add(const Use& use) {
+        const auto constants = constantsOf(use.query);
+        query_.uses += words(use, constants);
+        addArguments(use, constants);
+        if (use.isNode)
+            addNode(use);
+        else if (use.type != "E")
+            addParagraph(use);
+    }
+
+    [[nodiscard]] Query finished() && {
+        for (std::size_t place = 0; place < query_.arguments.size(); ++place) {
+            auto& argument = query_.arguments[place];
+            argument.isOptional = place >= fewestArguments_;
+            const auto isBefore = [&](const QueryArgument& other) { return other.name == argument.name; };
+            if (std::any_of(query_.arguments.begin(), query_.arguments.begin() + std::ptrdiff_t(place), isBefore))
+                argument.name += std::to_string(place + 1);
+        }
+        if (columns_ > 0) makeFields();
+        return std::move(query_);
+    }
+
+  private:
+    static std::vector<std::string_view> constantsOf(std::string_view query) {
+        auto pieces = piecesOf(query, ' ');
+        if (!query.starts_with(' ')) pieces.erase(pieces.begin());
+        return pieces;
+    }
+
+    static std::string words(const Use& use, const std::vector<std::string_view>& constants) {
+        auto line = use.who + ", type " + told(use.type) + ", " + told(use.text);
+        if (!use.colsAre.empty()) line += ", columns " + told(use.colsAre);
+        line += ". It is called with ";
+        for (const auto constant : constants) line += told(constant) + ", then ";
+        return line + suppliedWords(use.parmIs) + ".\n";
+    }
+
+    static std::string suppliedWords(std::string_view parmIs) {
+        const auto kind = readParameterKind(parmIs);
+        if (!kind) return "what " + told(parmIs) + " means; nothing reads this kind of parameter";
+        if (kind == ParameterKind::None) return "no parameter";
+        std::string words(std::ranges::find(supplies, *kind, &Supply::kind)->words);
+        if (kind == ParameterKind::CKey && *keyLength(parmIs) != anyLength)
+            words += " of " + std::to_string(*keyLength(parmIs)) + " characters";
+        return words;
+    }
+
+    void addArguments(const Use& use, const std::vector<std::string_view>& constants) {
+        std::size_t place = 0;
+        for (const auto constant : constants) {
+            const bool isNumber = readWholeNumber(constant).has_value();
+            widen(argument(place++), isNumber ? ValueType::Integer : ValueType::Text,
+                  isNumber ? constant.size() : anyLength);
+        }
+        const auto* const supply = std::ranges::find_if(
+            supplies, [&](const Supply& row) { return row.kind == readParameterKind(use.parmIs); });
+        if (supply != std::end(supplies)) {
+            auto& given = argument(place++);
+            given.name = supply->argument;
+            widen(given, supply->type, keyLength(use.parmIs).value_or(supply->length));
+        }
+        fewestArguments_ = std::min(fewestArguments_, place);
+    }
+
+    QueryArgument& argument(std::size_t place) {
+        while (query_.arguments.size() <= place) query_.arguments.push_back({.name = "given_constant"});
+        return query_.arguments[place];
+    }
+
+    void addNode(const Use& use) {
+        columns_ = std::max<std::size_t>(columns_, 2);
+        idLength_ = std::max(idLength_, use.idLength.value_or(0));
+    }
+
+    void addParagraph(const Use& use) {
+        columns_ = std::max<std::size_t>(columns_, 2);
+        hasImage_ = hasImage_ || use.type == "I";
+        hasFile_ = hasFile_ || use.type == "T";
+        if (use.type == "C") addChart(use.colsAre);
+        if (use.type == "S") addSums(use.colsAre);
+    }
+
+    // Columns "X:Y"; with "All" each column is set against the first one.
+    void addChart(std::string_view colsAre) {
+        const auto axes = piecesOf(colsAre, ':');
+        if (axes.size() != 2 || !addNumber(readWholeNumber(axes[1]))) addNumber(2);
+        if (axes.size() == 2) addColumn(readWholeNumber(axes[0]));
+    }
+
+    void addSums(std::string_view colsAre) {
+        if (colsAre == "All") addNumber(1);
+        for (const auto column : piecesOf(colsAre, ':')) addNumber(readWholeNumber(column));
+    }
+
+    bool addColumn(std::optional<std::int32_t> column) {
+        if (!column || *column < 1 || static_cast<std::size_t>(*column) >= mostFields) return false;
+        columns_ = std::max(columns_, static_cast<std::size_t>(*column) + 1);
+        return true;
+    }
+
+    bool addNumber(std::optional<std::int32_t> column) {
+        if (!addColumn(column)) return false;
+        numbers_.insert(static_cast<std::size_t>(*column));
+        return true;
+    }
+
+    void makeFields() {
+        query_.fields.push_back(
+            {.name = "ID", .type = idLength_ > 0 ? ValueType::Text : ValueType::Integer, .length = idLength_});
+        for (std::size_t place = 1; place < columns_; ++place) {
+            const bool isNumber = numbers_.contains(place);
+            const auto number = std::to_string(place);
+            query_.fields.push_back({.name = isNumber     ? "Number" + number
+                                             : place == 1 ? "Description"
+                                                          : "Field" + number,
+                                     .type = isNumber ? ValueType::Number : ValueType::Text,
+                                     .length = anyLength});
+        }
+        if (hasImage_) query_.fields.push_back({.name = "IMGPicture", .type = ValueType::Image});
+        if (hasFile_) query_.fields.push_back({.name = "FILEPicture", .length = anyLength});
+    }
+
+    Query query_;
+    std::size_t fewestArguments_ = static_cast<std::size_t>(-1);
+    std::size_t columns_ = 0;        // with the ID; 0 where no use wants rows
+    std::set<std::size_t> numbers_;  // the columns that must be numbers
+    std::size_t idLength_ = 0;
+    bool hasImage_ = false;
+    bool hasFile_ = false;
+};
+
+// The lengths of the keys that queries give, where they are texts, as those who get the keys know them.
+class KeyLengths {
+  public:
+    explicit KeyLengths(const SavedScheme& scheme) {
+        for (const auto* node : scheme.nodes()) note(own_, node->ID, keyLength(node->parmIs()));
+        for (const auto* paragraph : scheme.paragraphs()) note(own_, paragraph->XST1, keyLength(paragraph->parmIs));
+        for (const auto* node : scheme.nodes()) note(below_, node->parentIs, lengthIn(own_, node->ID));
+    }
+
+    // The rows of a generating node are its children, those of a recurring one nodes like itself.
+    [[nodiscard]] std::optional<std::size_t> givenBy(const clsNavScheme& node) const {
+        const auto below = lengthIn(below_, node.ID);
+        return node.typeIs() == "R" ? std::max(below, lengthIn(own_, node.ID)) : below;
+    }
+
+  private:
+    using Lengths = std::unordered_map<std::int32_t, std::size_t>;
+
+    static void note(Lengths& lengths, std::int32_t id, std::optional<std::size_t> length) {
+        if (length) lengths[id] = std::max(lengths[id], *length);
+    }
+    static std::optional<std::size_t> lengthIn(const Lengths& lengths, std::int32_t id) {
+        const auto place = lengths.find(id);
+        return place == lengths.end() ? std::nullopt : std::optional(place->second);
+    }
+
+    Lengths own_;    // by node: of the key with which its query and its paragraphs are called
+    Lengths below_;  // by node: the same of the nodes below it
+};
+
+class Collector {
+  public:
+    void add(const Use& use) {
+        if (use.query.empty()) return;
+        const auto name = use.query.substr(0, use.query.find(' '));
+        const auto [place, isNew] = places_.try_emplace(lower(name), drafts_.size());
+        if (isNew) drafts_.emplace_back(name);
+        drafts_[place->second].add(use);
+    }
+
+    [[nodiscard]] std::vector<Query> finished() && {
+        std::vector<Query> queries;
+        queries.reserve(drafts_.size());
+        for (auto& draft : drafts_) queries.push_back(std::move(draft).finished());
+        return queries;
+    }
+
+  private:
+    std::unordered_map<std::string, std::size_t> places_;  // in drafts_, by name
+    std::vector<Draft> drafts_;
+};
+
+}  // namespace
+
+std::vector<Query> queriesOf(const SavedScheme& scheme) {
+    Collector collector;
+    const KeyLengths lengths(scheme);
+    for (const auto* node : scheme.nodes())
+        if (node->typeIs() == "G" || node->typeIs() == "R")
+            collector.add({.who = "Node " + keyText(node->ID),
+                           .isNode = true,
+                           .type = node->typeIs(),
+                           .text = node->descriptionIs,
+                           .query = node->queryIs(),
+                           .parmIs = node->parmIs(),
+                           .colsAre = {},
+                           .idLength = lengths.givenBy(*node)});
+    for (const auto* paragraph : scheme.paragraphs())
+        collector.add({.who = "Paragraph " + keyText(paragraph->ID) + " of node " + keyText(paragraph->XST1),
+                       .isNode = false,
+                       .type = paragraph->typeIs,
+                       .text = paragraph->titleIs,
+                       .query = paragraph->queryIs,
+                       .parmIs = paragraph->parmIs,
+                       .colsAre = paragraph->colsAre,
+                       .idLength = {}});
+    return std::move(collector).finished();
+}

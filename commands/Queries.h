@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "commands/Dialect.h"
+#include "commands/SavedScheme.h"
+
+// The queries that a scheme names, and what the database must know of each to make it.
+
+/// A value that a query is called with.
+struct QueryArgument {
+    std::string name;  ///< "given_key"
+    ValueType type = ValueType::Integer;
+    std::size_t length = 0;   ///< of a text
+    bool isOptional = false;  ///< some calls do without
+};
+
+/// A field that a query returns.
+struct QueryField {
+    std::string name;
+    ValueType type = ValueType::Text;
+    std::size_t length = 0;  ///< of a text
+};
+
+struct Query {
+    std::string_view name;  ///< bytes, as its first use writes it
+    std::string uses;       ///< a line for each node and paragraph that calls it, in UTF-8
+    std::vector<QueryArgument> arguments;
+    std::vector<QueryField> fields;  ///< none where it only acts
+};
+
+/// Every query that a node of type G or R or a paragraph names, once, in the order of the first uses. Names that
+/// differ in the case of ASCII letters only are one.
+[[nodiscard]] std::vector<Query> queriesOf(const SavedScheme& scheme);
