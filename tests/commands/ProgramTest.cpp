@@ -196,7 +196,7 @@ TEST(Program, CompletesInBash) {
     EXPECT_EQ(completed("tree --n", 2), "--no-ids\n");
     EXPECT_EQ(completed("renumber --m", 2), "--map\n");
     EXPECT_EQ(completed("fmt --table X", 3), "XST1 XST2\n");
-    EXPECT_EQ(completed("check " SAMPLES "/XST1", 2), SAMPLES "/XST1.txt\n");
+    EXPECT_EQ(completed("check " SAMPLES "/XST1.", 2), SAMPLES "/XST1.txt\n");
 }
 
 // `script` runs a program on a terminal of its own.

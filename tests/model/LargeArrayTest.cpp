@@ -135,7 +135,7 @@ TEST(LargeArray, HoldsWhatBelongsToALargeScheme) {
     EXPECT_TRUE(asksForHugePages(last->descriptionIs.view().data())) << "the texts";
     LargeArray<std::int32_t> parents;
     for (const auto& node : navs.NewEnum()) parents.push_back(node->ID % 2);
-    const GroupIndex halves(count, [&](std::uint32_t place) { return &parents[place]; });
+    const GroupIndex halves(2 * count, [&](std::uint32_t place) { return &parents[place / 2]; });
     EXPECT_TRUE(asksForHugePages(halves[1].data() + 50'000)) << "an index";
 }
 

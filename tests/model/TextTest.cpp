@@ -222,14 +222,14 @@ TEST(TextInFile, ComparesByItsBytes) {
 }
 
 TEST(TextInFile, ComparesNoFurtherThanItsEnd) {
-    FileOf file("7,abc,,F");
+    FileOf file("7,abc,,FG");
     const Text text = file.textAt(2, 5);
-    const Text afterAnEmptyOne = file.textAt(7, 8);
-    EXPECT_EQ(file.bytes, "7\nabc\n\nF\n"s);
+    const Text afterAnEmptyOne = file.textAt(7, 9);
+    EXPECT_EQ(file.bytes, "7\nabc\n\nFG\n"s);
     EXPECT_FALSE(text == "abc\n");
-    EXPECT_FALSE(text == "abc\n\nF");
+    EXPECT_FALSE(text == "abc\n\nFG");
     EXPECT_TRUE(text == "abc");
-    EXPECT_TRUE(afterAnEmptyOne == "F");
+    EXPECT_TRUE(afterAnEmptyOne == "FG");
 }
 
 TEST(TextInFile, CopiesOwnTheirBytes) {
