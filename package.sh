@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds the wizard and makes its packages, in build/package: a .deb, and a .tar.gz of the program's folder.
+# Builds the wizard and pelmo-scheme, and makes their packages, in build/package: a .deb of each, and a .tar.gz of the
+# wizard's folder.
 # On Debian 12 or later it installs what is missing for that.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")"
@@ -12,11 +13,13 @@ need_tools cmake cpack ninja c++ dpkg-shlibdeps file gzip rsvg-convert
 build release
 cmake --preset release # the last time it may not have found all that is installed now
 build release
+cmake --build --preset release --target pelmo-scheme
 if [[ ! -f build/release/bin/Pelmo.chm ]]; then say "the packages are made without the help file, Pelmo.chm"; fi
 rm -rf build/package
 # The time of the files in the packages: that of the release, so that the same program makes the same packages.
 SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l packaging/changelog -S Timestamp)
 export SOURCE_DATE_EPOCH
 cpack --config build/release/CPackConfig.cmake -B "$PWD/build/package"
+cpack --config build/release/CPackScheme.cmake -B "$PWD/build/package"
 rm -rf build/package/_CPack_Packages
 ls -l build/package

@@ -62,8 +62,11 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # No library asks for these: Arial, by its metrics; and Qt's reader of SVG images, a package of its own since Debian 13.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libqt6svg6 (<< 6.8~) | qt6-svg-plugins")
-# They show the help file.
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, xchm | kchmviewer | okular-extra-backends")
+# They show the help file; and the same rules, for scripts.
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, xchm | kchmviewer | okular-extra-backends, pelmo-scheme")
 
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/PortableFolder.cmake)
 include(CPack)
+if(TARGET pelmo-scheme)
+  include(${CMAKE_CURRENT_LIST_DIR}/SchemePackage.cmake)
+endif()

@@ -6,7 +6,7 @@
 say() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
 fail() { say "FAILED: $*" && exit 1; }
 
-packages=(build/package/*.deb build/package/*.tar.gz)
+packages=(build/package/pelmo-wizard_*.deb build/package/*.tar.gz)
 if [[ ${#packages[@]} != 2 || ! -f ${packages[0]} || ! -f ${packages[1]} ]]; then fail "not one package of each kind"; fi
 package=${packages[0]}
 archive=${packages[1]}

@@ -20,21 +20,24 @@ quiet() {
     return 1
 }
 
-deb=(build/package/*.deb)
+deb=(build/package/pelmo-wizard_*.deb)
+scheme=(build/package/pelmo-scheme_*.deb)
 archive=(build/package/*.tar.gz)
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 dpkg-deb -x "${deb[0]}" "$folder/deb"
+dpkg-deb -x "${scheme[0]}" "$folder/scheme"
 mkdir "$folder/portable"
 tar -xzf "${archive[0]}" -C "$folder/portable"
 mv "$folder"/portable/* "$folder/portable/it" # fails when the archive holds more than one folder
 share=$folder/deb/usr/share
 
-check "lintian" lintian --fail-on error,warning "${deb[0]}"
+check "lintian" lintian --fail-on error,warning "${deb[0]}" "${scheme[0]}"
 check "AppStream" appstreamcli validate --no-net "$share"/metainfo/*.xml
 check "desktop entry" quiet desktop-file-validate "$share"/applications/*.desktop
-man_page() { { MANROFFSEQ='' man --warnings -E UTF-8 -l -Tutf8 -Z "$share/man/man1/pelmo-wizard.1.gz" >/dev/null; } 2>&1; }
-check "man page" quiet man_page
+man_page() { { MANROFFSEQ='' man --warnings -E UTF-8 -l -Tutf8 -Z "$1" >/dev/null; } 2>&1; }
+check "man page" quiet man_page "$share/man/man1/pelmo-wizard.1.gz"
+check "man page of pelmo-scheme" quiet man_page "$folder/scheme/usr/share/man/man1/pelmo-scheme.1.gz"
 
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 same_version() {
@@ -43,6 +46,8 @@ same_version() {
         grep -q "^pelmo-wizard ($version)" <(zcat "$share/doc/pelmo-wizard/changelog.gz") &&
         grep -q "<release version=\"$version\"" packaging/*.metainfo.xml &&
         grep -q "^[.]TH PELMO-WIZARD 1 [-0-9]* \"$version\"" packaging/pelmo-wizard.1 &&
+        [[ $(dpkg-deb -f "${scheme[0]}" Version) == "$version" ]] &&
+        grep -q "^[.]TH PELMO-SCHEME 1 [-0-9]* \"$version\"" packaging/pelmo-scheme.1 &&
         grep -q "^Reporting Scheme Wizard for Pelmo $version$" packaging/README.txt &&
         grep -q "^## $version" NEWS.md &&
         grep -q "^# Reporting Scheme Wizard for Pelmo $version$" README.md
@@ -67,4 +72,18 @@ check "icons of all sizes" diff <(icons) - <<'END'
 64x64/apps/pelmo-wizard.png PNG 64 x 64
 scalable/apps/pelmo-wizard.svg SVG 
 END
+check "what is in the package of pelmo-scheme" diff <(cd "$folder/scheme" && find . -type f | sort) - <<'END'
+./usr/bin/pelmo-scheme
+./usr/share/bash-completion/completions/pelmo-scheme
+./usr/share/doc/pelmo-scheme/changelog.gz
+./usr/share/doc/pelmo-scheme/copyright
+./usr/share/fish/vendor_completions.d/pelmo-scheme.fish
+./usr/share/man/man1/pelmo-scheme.1.gz
+./usr/share/zsh/vendor-completions/_pelmo-scheme
+END
+check "pelmo-scheme runs" "$folder/scheme/usr/bin/pelmo-scheme" check samples/XST1.txt samples/XST2.txt
+check "the wizard's package has nothing of it" diff <(cd "$folder/deb" && find . -name '*pelmo-scheme*') - </dev/null
+check "the wizard recommends it" grep -q pelmo-scheme <(dpkg-deb -f "${deb[0]}" Recommends)
+no_windows() { ! dpkg-deb -f "${scheme[0]}" Depends | grep -qE 'qt6(gui|widgets)|libx11'; }
+check "pelmo-scheme needs no windows" no_windows
 exit $failed

@@ -1,0 +1,20 @@
+# SPDX-License-Identifier: MIT
+# What is installed of pelmo-scheme, and its package: one of its own, since it needs no windows. Nothing of it is
+# installed with the wizard. cpack takes the file CPackScheme.cmake of the build folder for it.
+set(scheme COMPONENT scheme EXCLUDE_FROM_ALL)
+install(TARGETS pelmo-scheme DESTINATION bin ${scheme})
+install(FILES ${packaging}/copyright DESTINATION share/doc/pelmo-scheme ${scheme})
+set(completions ${packaging}/completions)
+install(FILES ${completions}/pelmo-scheme.bash DESTINATION share/bash-completion/completions RENAME pelmo-scheme ${scheme})
+install(FILES ${completions}/_pelmo-scheme DESTINATION share/zsh/vendor-completions ${scheme})
+install(FILES ${completions}/pelmo-scheme.fish DESTINATION share/fish/vendor_completions.d ${scheme})
+if(GZIP)
+  set(page ${packaging}/pelmo-scheme.1)
+  add_custom_command(OUTPUT ${made}/pelmo-scheme.1.gz DEPENDS ${page} VERBATIM
+    COMMAND ${GZIP} -9nc ${page} > ${made}/pelmo-scheme.1.gz)
+  add_custom_target(scheme_package_files DEPENDS ${made}/pelmo-scheme.1.gz)
+  add_dependencies(pelmo-scheme scheme_package_files)
+  install(FILES ${made}/pelmo-scheme.1.gz DESTINATION share/man/man1 ${scheme})
+  install(FILES ${made}/changelog.gz DESTINATION share/doc/pelmo-scheme ${scheme})
+endif()
+configure_file(${CMAKE_CURRENT_LIST_DIR}/CPackScheme.cmake.in ${CMAKE_BINARY_DIR}/CPackScheme.cmake @ONLY)
