@@ -3,6 +3,7 @@
 #include <QPlainTextEdit>
 #include <map>
 #include <regex>
+#include <set>
 
 #include "ReportText.h"
 #include "shell/fOutput.h"
@@ -111,15 +112,22 @@ class PageReader {
         QTimer::singleShot(5, &context_, [this] {
             watch();
             const auto* modal = QApplication::activeModalWidget();
-            const bool hasOpened = modal && modal != before_ && modal->isVisible();
+            const bool hasOpened = modal && modal->isVisible() && !before_.contains(modal);
             if (next_ != steps_.size() && (!busy_ || hasOpened)) takeNext();
         });
+    }
+
+    static std::set<const QWidget*> openWindows() {
+        std::set<const QWidget*> open;
+        for (const auto* window : QApplication::topLevelWidgets())
+            if (window->isVisible()) open.insert(window);
+        return open;
     }
 
     void takeNext() {
         const auto mine = ++next_;
         busy_ = true;
-        before_ = QApplication::activeModalWidget();
+        before_ = openWindows();  // the end of one may bring another of them back
         letTheKeyboardArrive();
         try {
             take(steps_[mine - 1]);
@@ -219,7 +227,7 @@ class PageReader {
     Rows expected_;
     bool busy_ = false;
     const QWidget* last_ = nullptr;    // the window of the step before; only to be compared
-    const QWidget* before_ = nullptr;  // the modal window that was open when the step began
+    std::set<const QWidget*> before_;  // the windows that were open when the step began
     QObject context_;
 };
 
