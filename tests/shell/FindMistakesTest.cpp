@@ -112,13 +112,21 @@ class PageReader {
             watch();
             const auto* modal = QApplication::activeModalWidget();
             const bool hasOpened = modal && modal != before_ && modal->isVisible();
-            if (next_ != steps_.size() && (!busy_ || hasOpened)) takeNext();
+            const bool rests = !busy_ && depth_ <= openModals();  // else a command is about to end
+            if (next_ != steps_.size() && (rests || hasOpened)) takeNext();
         });
+    }
+
+    static int openModals() {
+        const auto windows = QApplication::topLevelWidgets();
+        return static_cast<int>(
+            std::ranges::count_if(windows, [](const QWidget* each) { return each->isVisible() && each->isModal(); }));
     }
 
     void takeNext() {
         const auto mine = ++next_;
         busy_ = true;
+        ++depth_;
         before_ = QApplication::activeModalWidget();
         letTheKeyboardArrive();
         try {
@@ -126,6 +134,7 @@ class PageReader {
         } catch (const std::exception& error) {
             ADD_FAILURE() << "step " << mine << ", " << steps_[mine - 1].text << ": " << error.what();
         }
+        --depth_;
         if (next_ == mine) busy_ = false;
     }
 
@@ -218,6 +227,7 @@ class PageReader {
     std::size_t next_ = 0;
     Rows expected_;
     bool busy_ = false;
+    int depth_ = 0;                    // steps that are not done, each but the last because it has opened a window
     const QWidget* last_ = nullptr;    // the window of the step before; only to be compared
     const QWidget* before_ = nullptr;  // the modal window that was open when the step began
     QObject context_;
