@@ -110,10 +110,8 @@ class PageReader {
     void watch() {
         QTimer::singleShot(5, &context_, [this] {
             watch();
-            const auto* modal = QApplication::activeModalWidget();
-            const bool hasOpened = modal && modal != before_ && modal->isVisible();
-            const bool rests = !busy_ && depth_ <= openModals();  // else a command is about to end
-            if (next_ != steps_.size() && (rests || hasOpened)) takeNext();
+            // A step that is not done has opened a window; otherwise it, or a command before it, is about to end.
+            if (next_ != steps_.size() && openModals() >= depth_) takeNext();
         });
     }
 
@@ -127,7 +125,6 @@ class PageReader {
         const auto mine = ++next_;
         busy_ = true;
         ++depth_;
-        before_ = QApplication::activeModalWidget();
         letTheKeyboardArrive();
         try {
             take(steps_[mine - 1]);
@@ -227,9 +224,8 @@ class PageReader {
     std::size_t next_ = 0;
     Rows expected_;
     bool busy_ = false;
-    int depth_ = 0;                    // steps that are not done, each but the last because it has opened a window
-    const QWidget* last_ = nullptr;    // the window of the step before; only to be compared
-    const QWidget* before_ = nullptr;  // the modal window that was open when the step began
+    int depth_ = 0;                  // steps that are not done, each but the last because it has opened a window
+    const QWidget* last_ = nullptr;  // the window of the step before; only to be compared
     QObject context_;
 };
 
