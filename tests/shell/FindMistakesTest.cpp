@@ -110,8 +110,11 @@ class PageReader {
     void watch() {
         QTimer::singleShot(5, &context_, [this] {
             watch();
-            // A step that is not done has opened a window; otherwise it, or a command before it, is about to end.
-            if (next_ != steps_.size() && openModals() >= depth_) takeNext();
+            const auto* modal = QApplication::activeModalWidget();
+            // A window that a step has opened keeps it. Otherwise, commands whose window is closed are about to end.
+            const bool hasOpened = busy_ && modal && modal != before_ && modal->isVisible();
+            const bool rests = !busy_ && unfinished_ <= openModals();
+            if (next_ != steps_.size() && (rests || hasOpened)) takeNext();
         });
     }
 
@@ -124,25 +127,15 @@ class PageReader {
     void takeNext() {
         const auto mine = ++next_;
         busy_ = true;
-        ++depth_;
-        letTheKeyboardArrive();
+        ++unfinished_;
+        before_ = QApplication::activeModalWidget();
         try {
             take(steps_[mine - 1]);
         } catch (const std::exception& error) {
             ADD_FAILURE() << "step " << mine << ", " << steps_[mine - 1].text << ": " << error.what();
         }
-        --depth_;
+        --unfinished_;
         if (next_ == mine) busy_ = false;
-    }
-
-    // A window manager may take the keyboard away from a new window and give it back, and so may the end of a window:
-    // a person is slower than that.
-    void letTheKeyboardArrive() {
-        auto* where = &window();
-        if (std::exchange(last_, where) == where) return;
-        activate(*where);
-        constexpr int aMoment = 150;
-        QTest::qWait(aMoment);
     }
 
     void take(const Step& step) {
@@ -224,8 +217,8 @@ class PageReader {
     std::size_t next_ = 0;
     Rows expected_;
     bool busy_ = false;
-    int depth_ = 0;                  // steps that are not done, each but the last because it has opened a window
-    const QWidget* last_ = nullptr;  // the window of the step before; only to be compared
+    int unfinished_ = 0;               // steps that have begun and not ended
+    const QWidget* before_ = nullptr;  // the modal window that was open when the step began
     QObject context_;
 };
 
