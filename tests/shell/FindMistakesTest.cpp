@@ -3,7 +3,6 @@
 #include <QPlainTextEdit>
 #include <map>
 #include <regex>
-#include <set>
 
 #include "ReportText.h"
 #include "shell/fOutput.h"
@@ -112,8 +111,10 @@ class PageReader {
         QTimer::singleShot(5, &context_, [this] {
             watch();
             const auto* modal = QApplication::activeModalWidget();
-            const bool hasOpened = modal && modal->isVisible() && !before_.contains(modal);
-            if (next_ != steps_.size() && (!busy_ || hasOpened)) takeNext();
+            // A window that a step has opened keeps it. Otherwise, commands whose window is closed are about to end.
+            const bool hasOpened = busy_ && modal && modal->isVisible() && !before_.contains(modal);
+            const bool rests = !busy_ && unfinished_ <= openModals();
+            if (next_ != steps_.size() && (rests || hasOpened)) takeNext();
         });
     }
 
@@ -124,27 +125,24 @@ class PageReader {
         return open;
     }
 
+    static int openModals() {
+        const auto windows = QApplication::topLevelWidgets();
+        return static_cast<int>(
+            std::ranges::count_if(windows, [](const QWidget* each) { return each->isVisible() && each->isModal(); }));
+    }
+
     void takeNext() {
         const auto mine = ++next_;
         busy_ = true;
+        ++unfinished_;
         before_ = openWindows();  // the end of one may bring another of them back
-        letTheKeyboardArrive();
         try {
             take(steps_[mine - 1]);
         } catch (const std::exception& error) {
             ADD_FAILURE() << "step " << mine << ", " << steps_[mine - 1].text << ": " << error.what();
         }
+        --unfinished_;
         if (next_ == mine) busy_ = false;
-    }
-
-    // A window manager may take the keyboard away from a new window and give it back, and so may the end of a window:
-    // a person is slower than that.
-    void letTheKeyboardArrive() {
-        auto* where = &window();
-        if (std::exchange(last_, where) == where) return;
-        activate(*where);
-        constexpr int aMoment = 150;
-        QTest::qWait(aMoment);
     }
 
     void take(const Step& step) {
@@ -226,7 +224,7 @@ class PageReader {
     std::size_t next_ = 0;
     Rows expected_;
     bool busy_ = false;
-    const QWidget* last_ = nullptr;    // the window of the step before; only to be compared
+    int unfinished_ = 0;               // steps that have begun and not ended
     std::set<const QWidget*> before_;  // the windows that were open when the step began
     QObject context_;
 };
