@@ -3,6 +3,7 @@
 #include <QPlainTextEdit>
 #include <map>
 #include <regex>
+#include <set>
 
 #include "ReportText.h"
 #include "shell/fOutput.h"
