@@ -1,7 +1,7 @@
 -- SPDX-License-Identifier: MIT
 -- The database of the sample shop for MariaDB 10.6 or later: the tables and made-up data of shop.sql, and every query
 -- that the schemes in XST1.txt and XST2.txt name, as a procedure. Load it into a new database, then import both files
--- into the tables XST1 and XST2, which it creates:
+-- into the tables XST1 and XST2, which this script creates:
 --
 --     mariadb -e "CREATE DATABASE shop CHARACTER SET utf8mb4"
 --     mariadb shop < shop-mariadb.sql
@@ -10,7 +10,7 @@
 --     mariadb --local-infile shop -e "LOAD DATA LOCAL INFILE 'XST1.txt' INTO TABLE XST1 $fields $lines"
 --     mariadb --local-infile shop -e "LOAD DATA LOCAL INFILE 'XST2.txt' INTO TABLE XST2 $fields $lines"
 --
--- Here latin1 is MariaDB's name of the code page Windows-1252.
+-- Here, latin1 is MariaDB's name for the code page Windows-1252.
 --
 -- To run a query, call its procedure with the constant of the scheme, if it has one, and then with what the parameter
 -- kind supplies: a number for Lkey, a text for CKeynn, Text and Today:
@@ -20,9 +20,9 @@
 --     CALL spG_HiresLate(2, '05-Mar-2026');
 --     CALL spW_AddLateCharges('05-Mar-2026');
 --
--- A change to this file belongs into shop.sql and shop-postgresql.sql as well.
+-- If you change this file, change shop.sql and shop-postgresql.sql as well.
 --
--- All dates lie around the day on which the script is loaded. For another day, replace current_date in the statement
+-- All dates are around the day on which the script is loaded. For another day, replace current_date in the statement
 -- that fills the table Shop.
 
 -- A procedure keeps the mode in which it was created: || joins texts, and names may stand in double quotes.

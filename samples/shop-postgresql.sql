@@ -1,7 +1,7 @@
 -- SPDX-License-Identifier: MIT
 -- The database of the sample shop for PostgreSQL 12 or later: the tables and made-up data of shop.sql, and every query
 -- that the schemes in XST1.txt and XST2.txt name, as a function. Load it into a new database, then import both files
--- into the tables XST1 and XST2, which it creates:
+-- into the tables XST1 and XST2, which this script creates:
 --
 --     createdb shop
 --     psql -q -d shop -f shop-postgresql.sql
@@ -17,10 +17,10 @@
 --     SELECT * FROM spG_HiresLate(2, '05-Mar-2026');
 --     SELECT spW_AddLateCharges('05-Mar-2026');
 --
--- Only the column names of the functions are quoted: they are the headings of the pages. All other names work in any
--- case. A change to this file belongs into shop.sql and shop-mariadb.sql as well.
+-- Only the column names of the functions are quoted, as they are the headings of the pages. All other names work in any
+-- case. If you change this file, change shop.sql and shop-mariadb.sql as well.
 --
--- All dates lie around the day on which the script is loaded. For another day, replace current_date in the statement
+-- All dates are around the day on which the script is loaded. For another day, replace current_date in the statement
 -- that fills the table Shop.
 
 \set ON_ERROR_STOP on

@@ -2,7 +2,7 @@
 -- The database of the sample shop, which hires out and repairs bicycles: its tables, made-up data, and every query that
 -- the schemes in XST1.txt and XST2.txt name. For SQLite 3.32 or later; shop-postgresql.sql and shop-mariadb.sql are the
 -- same for other databases. In a terminal, load it into a new database, convert both files to UTF-8, which SQLite
--- needs, and import them into the tables XST1 and XST2, which it creates:
+-- needs, and import them into the tables XST1 and XST2, which this script creates:
 --
 --     sqlite3 shop.db < shop.sql
 --     iconv -f WINDOWS-1252 -t UTF-8 XST1.txt > XST1.utf8
@@ -30,15 +30,16 @@
 --     UPDATE Given SET constant = 2, parameter = (SELECT todayText FROM ShopDay);
 --     SELECT * FROM spG_HiresLate;
 --
--- The action queries, those of the paragraphs of type E, are triggers of the same name. The column run names one:
+-- The action queries, those of the paragraphs of type E, are triggers of the same name. To run one, write its name
+-- into the column run:
 --
 --     UPDATE Given SET constant = 14, parameter = (SELECT todayText FROM ShopDay), run = 'spW_WriteReminders';
 --
 -- The columns of a paragraph count from 0, the ID: "2:3" means the third and the fourth column of the view. In a
--- cross table, whose paragraph says "All", the ID names the line, since all other columns are summed. A query for
--- several chapters has a row for each line of the inner chapter, and repeats the fields of the outer one before it.
+-- cross table, whose paragraph says "All", the ID names the row, since all other columns are summed. A query for
+-- several chapters gives a row for each line of the inner chapter, and begins it with the fields of the outer one.
 --
--- All dates lie around the day on which the script is loaded. For another day, replace date('now', ...) in the
+-- All dates are around the day on which the script is loaded. For another day, replace date('now', ...) in the
 -- statement that fills the table Shop.
 
 BEGIN;

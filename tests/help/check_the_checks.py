@@ -22,7 +22,7 @@ SPOILS = [
     ("help/main-window.html", 'height="608"', 'height="600"', "main.png is 760 by 608"),
     ("help/main-window.html", ' alt="root"', "", "lacks alt"),
     ("help/nodes.html", "</ul>", "", "ends nothing"),
-    ("help/nodes.html", "without a\nquestion", "without \u2013 a\nquestion", "printable ASCII"),
+    ("help/nodes.html", "without asking", "without \u2013 asking", "printable ASCII"),
     ("help/nodes.html", "<h2>", "<h2><script>", "<script> is none of the tags"),
     ("help/nodes.html", "<h1>Nodes", "<h1>Node", "the heading 'Node'"),
     ("help/nodes.html", "nodes, node types", "tables, comma", "'comma' leads to"),
