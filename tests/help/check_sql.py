@@ -55,6 +55,26 @@ expect(in_xst1[6], (7, "Subjects", "R", 6, "spG_SubjectsBelow", "Lkey", "leaf", 
 expect(run(database, view, {}), [[(1, "Amin"), (2, "Berger"), (3, "Castro")]], "the first query of the tutorial")
 expect({row[1] for row in in_xst2} - {row[0] for row in in_xst1}, set(), "orphans of the tutorial")
 
+# The encodings that the pages and the samples name for the files are that of the wizard, each under the name that the
+# program which reads it has for it: byte by byte, but for the five bytes that stand for no character.
+table = [int(code, 16) for code in re.findall(r"0x([0-9A-F]{4}),", (root / "model/CodePage.h").read_text())]
+expect(len(table), 128, "characters in the upper half of the code page")
+names = {"WINDOWS-1252": "cp1252", "WIN1252": "cp1252", "latin1": "cp1252", "1252": "cp1252"}  # MariaDB's latin1 is it
+said = r"iconv -f (\S+)|ENCODING '(\w+)'|CHARACTER SET (\w+)|CODEPAGE *= *'?(\w+)"
+encodings = set()
+for file in [*root.glob("help/*.html"), *root.glob("samples/*.sql")]:
+    for found in re.findall(said, file.read_text(), flags=re.I):
+        name = "".join(found)
+        if name.lower() in ("utf8", "utf8mb4", "ascii"):
+            continue
+        encodings.add(name)
+        expect(name in names, True, f"{file.name} names the encoding {name}, which")
+        for code, character in enumerate(table, 0x80):
+            if not 0x80 <= character < 0xA0:
+                expect(bytes([code]).decode(names.get(name, "ascii"), "replace"), chr(character),
+                       f"byte {code:02X} in {name}, which {file.name} names,")
+expect(len(encodings) >= 3, True, f"enough encodings are named ({encodings}), which")
+
 # The import of the samples.
 samples = {f"XST{number}.utf8": (root / f"samples/XST{number}.txt").read_bytes().decode("cp1252") for number in (1, 2)}
 convert, tables, check = examples("import-sqlite.html")
