@@ -37,7 +37,8 @@ struct Dialect {
         Ascii,          ///< only ASCII: nothing tells the database the encoding of the script
     };
 
-    /// How a text is quoted. A control character, and one that is not plain, is joined to the rest by its number.
+    /// How a text is quoted. A control character, and one that is not plain, is joined to the rest by its number. A
+    /// text with many of them is written as hexadecimal digits, since databases limit the depth of an expression.
     struct Texts {
         std::string_view open;
         std::string_view close;
@@ -45,6 +46,8 @@ struct Dialect {
         std::string_view openJoin, join, closeJoin;
         std::string_view longJoin;  ///< stands before the first part when the text is long
         std::string (*character)(char16_t character);
+        std::string_view openHex, closeHex;  ///< around a text of too many parts; empty where it is always joined
+        bool isHexUtf16;                     ///< whether it is in UTF-16, low byte first, and not in UTF-8
         Plain plain;
         bool hasVariables;  ///< whether "$(" is something else even within a text
     } texts;

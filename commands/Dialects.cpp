@@ -21,9 +21,19 @@ std::string character(char16_t character) {
 
 constexpr char sqliteCharacter[] = "char(%u)";
 constexpr char postgresCharacter[] = "chr(%u)";
-constexpr char mariadbCharacter[] = "_utf16 X'%04X'";
 constexpr char sqlServerCharacter[] = "nchar(%u)";
 constexpr char accessCharacter[] = "ChrW$(%u)";
+
+// MariaDB joins texts of one character set only; so the bytes of UTF-8. Only control characters
+// come here, which have one or two.
+std::string mariadbCharacter(char16_t character) {
+    const auto code = static_cast<unsigned>(character);
+    std::array<char, 32> text{};
+    const auto length = code < 0x80 ? std::snprintf(text.data(), text.size(), "_utf8mb4 X'%02X'", code)
+                                    : std::snprintf(text.data(), text.size(), "_utf8mb4 X'%02X%02X'",
+                                                    0xC0U | (code >> 6U), 0x80U | (code & 0x3FU));
+    return {text.data(), static_cast<std::size_t>(length)};
+}
 
 constexpr Dialect sqlite = {
     .name = "sqlite",
@@ -37,6 +47,9 @@ constexpr Dialect sqlite = {
               .closeJoin = "",
               .longJoin = "",
               .character = character<sqliteCharacter>,
+              .openHex = "CAST(X'",
+              .closeHex = "' AS TEXT)",
+              .isHexUtf16 = false,
               .plain = Plain::UnlessEncoded,
               .hasVariables = false},
     .names = {.open = "\"", .close = "\""},
@@ -101,6 +114,9 @@ constexpr Dialect postgresql = {
               .closeJoin = "",
               .longJoin = "",
               .character = character<postgresCharacter>,
+              .openHex = "convert_from(decode('",
+              .closeHex = "', 'hex'), 'UTF8')",
+              .isHexUtf16 = false,
               .plain = Plain::AsEncoded,
               .hasVariables = false},
     .names = {.open = "\"", .close = "\""},
@@ -159,7 +175,10 @@ constexpr Dialect mariadb = {
               .join = ", ",
               .closeJoin = ")",
               .longJoin = "",
-              .character = character<mariadbCharacter>,
+              .character = mariadbCharacter,
+              .openHex = "_utf8mb4 X'",
+              .closeHex = "'",
+              .isHexUtf16 = false,
               .plain = Plain::AsEncoded,
               .hasVariables = false},
     .names = {.open = "`", .close = "`"},
@@ -221,6 +240,9 @@ constexpr Dialect sqlServer = {
               .closeJoin = "",
               .longJoin = "CAST(N'' AS nvarchar(max)) + ",
               .character = character<sqlServerCharacter>,
+              .openHex = "CAST(0x",
+              .closeHex = " AS nvarchar(max))",
+              .isHexUtf16 = true,
               .plain = Plain::Ascii,
               .hasVariables = true},
     .names = {.open = "[", .close = "]"},
@@ -290,6 +312,9 @@ constexpr Dialect accessModules = {
               .closeJoin = "",
               .longJoin = "",
               .character = character<accessCharacter>,
+              .openHex = "",
+              .closeHex = "",
+              .isHexUtf16 = false,
               .plain = Plain::Ascii,
               .hasVariables = false},
     .names = {.open = "[", .close = "]"},

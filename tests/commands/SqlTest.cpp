@@ -59,7 +59,7 @@ TEST(SqlTexts, AreQuotedAsEachDatabaseWants) {
     const std::string_view hard = "a'b\"c\\d%\n\r\xE9";
     EXPECT_EQ(text("sqlite", hard), "'a''b\"c\\d%' || char(10) || char(13) || '\xC3\xA9'");
     EXPECT_EQ(text("postgresql", hard), "'a''b\"c\\d%' || chr(10) || chr(13) || '\xC3\xA9'");
-    EXPECT_EQ(text("mariadb", hard), "CONCAT('a''b\"c\\\\d%', _utf16 X'000A', _utf16 X'000D', '\xC3\xA9')");
+    EXPECT_EQ(text("mariadb", hard), "CONCAT('a''b\"c\\\\d%', _utf8mb4 X'0A', _utf8mb4 X'0D', '\xC3\xA9')");
     EXPECT_EQ(text("sqlserver", hard), "N'a''b\"c\\d%' + nchar(10) + nchar(13) + nchar(233)");
     EXPECT_EQ(text("access", hard), "\"a'b\"\"c\\d%\" & ChrW$(10) & ChrW$(13) & ChrW$(233)");
 }
@@ -70,12 +70,26 @@ TEST(SqlTexts, MayBeEmptyOrOneCharacter) {
     EXPECT_EQ(text("access", ""), "\"\"");
     EXPECT_EQ(text("sqlserver", "\x80"), "nchar(8364)");
     EXPECT_EQ(text("mariadb", "\x80"), "'\xE2\x82\xAC'");
+    EXPECT_EQ(text("mariadb", "\x81"), "_utf8mb4 X'C281'");
 }
 
 TEST(SqlTexts, AreNotCutOffWhereSQLServerJoinsThem) {
     EXPECT_EQ(text("sqlserver", std::string(4000, 'x') + "\xE9").substr(0, 32), "CAST(N'' AS nvarchar(max)) + N'x");
     EXPECT_EQ(text("sqlserver", std::string(3999, 'x') + "\xE9").substr(0, 3), "N'x");
     EXPECT_EQ(text("sqlserver", std::string(4001, 'x')).substr(0, 3), "N'x");
+}
+
+// SQLite takes no expression of a thousand parts.
+TEST(SqlTexts, HaveFewPartsWhateverTheyHold) {
+    const std::string many(101, '\x81');
+    EXPECT_EQ(text("sqlite", many).substr(0, 15), "CAST(X'C281C281");
+    EXPECT_EQ(text("sqlite", many).size(), 7U + 404U + 9U);
+    EXPECT_EQ(text("postgresql", many).substr(0, 28), "convert_from(decode('C281C28");
+    EXPECT_EQ(text("mariadb", many).substr(0, 19), "_utf8mb4 X'C281C281");
+    EXPECT_EQ(text("sqlserver", "\x80" + many).substr(0, 15), "CAST(0xAC208100");
+    EXPECT_EQ(text("sqlserver", many).substr(7 + 404), " AS nvarchar(max))");
+    EXPECT_EQ(text("access", many).substr(0, 13), "ChrW$(129) & ");
+    EXPECT_EQ(text("sqlite", many.substr(1)).substr(0, 9), "char(129)");
 }
 
 TEST(SqlTexts, HoldNoVariablesOfSqlcmd) {

@@ -223,7 +223,7 @@ void fill(clsNavSchemes& navs, const std::vector<std::string>& texts) {
     auto parent = most;
     for (std::size_t place = 0; place < texts.size(); ++place) {
         const auto n = static_cast<std::int32_t>(place);
-        const auto id = place % 2 == 0 ? n : least + n;  // one of them is 0
+        const auto id = place % 2 == 0 ? n : most - n;  // no file can hold a negative one
         if (id != 0) navs.Add(makeNode(id, parent, "G", at(place), at(place + 1), at(place + 2), at(place + 3), "r"));
         if (id != 0) parent = id;
         auto paragraph = makeParagraph(id, place % 2 == 0 ? least : most, -n, at(place));
@@ -314,7 +314,8 @@ TEST_P(Scripts, ReplaceWhatTheTablesHold) {
 TEST_P(Scripts, QuoteEveryByte) {
     const auto& dialect =
         **std::ranges::find(dialects, server->name(), [](const Dialect* row) { return std::string(row->name); });
-    for (const auto& text : {allBytesBut(std::string(1, '\0')), std::string("a\r\n\\\n'\"\r")}) {
+    for (const auto& text : {allBytesBut(std::string(1, '\0')), std::string("a\r\n\\\n'\"\r"),
+                             std::string(3000, '\n') + "\x80" + std::string(3000, '\t')}) {
         const auto expression = quotedText(dialect, Encoding::Utf8, text);
         EXPECT_EQ(server->column(server->asHex(expression), ""), hex(toUtf8(text)) + "\n");
     }
