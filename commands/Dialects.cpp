@@ -42,10 +42,7 @@ constexpr Dialect sqlite = {
     .texts = {.open = "'",
               .close = "'",
               .doubled = "'",
-              .openJoin = "",
               .join = " || ",
-              .closeJoin = "",
-              .longJoin = "",
               .character = character<sqliteCharacter>,
               .openHex = "CAST(X'",
               .closeHex = "' AS TEXT)",
@@ -64,16 +61,12 @@ DELETE FROM XST1;
 CREATE TEMP TABLE Filled (isRight INTEGER CHECK (isRight));
 INSERT INTO temp.Filled SELECT 1 WHERE NOT EXISTS (SELECT 1 FROM XST1) AND NOT EXISTS (SELECT 1 FROM XST2);
 )",
-               .beforeRows = "",
-               .afterRows = "",
                .end = R"(-- If a statement failed and the tool went on, this takes all of them back.
 INSERT OR ROLLBACK INTO temp.Filled SELECT count(*) = 1 AND (SELECT count(*) FROM XST1) = {nodes}
     AND (SELECT count(*) FROM XST2) = {paragraphs} FROM temp.Filled;
 DROP TABLE temp.Filled;
 COMMIT;
-)",
-               .utf8 = "",
-               .windows1252 = ""},
+)"},
     .queries = {.usage =
                     "Run it with: sqlite3 DATABASE < SCRIPT\n"
                     "A query is a view, an action query a trigger. What it is called with stands in the row of\n"
@@ -109,10 +102,7 @@ constexpr Dialect postgresql = {
     .texts = {.open = "'",
               .close = "'",
               .doubled = "'",
-              .openJoin = "",
               .join = " || ",
-              .closeJoin = "",
-              .longJoin = "",
               .character = character<postgresCharacter>,
               .openHex = "convert_from(decode('",
               .closeHex = "', 'hex'), 'UTF8')",
@@ -132,8 +122,6 @@ CREATE TABLE IF NOT EXISTS XST2 ({XST2});
 DELETE FROM XST2;
 DELETE FROM XST1;
 )",
-               .beforeRows = "",
-               .afterRows = "",
                .end = "COMMIT;\n",
                .utf8 = "UTF8",
                .windows1252 = "WIN1252"},
@@ -174,7 +162,6 @@ constexpr Dialect mariadb = {
               .openJoin = "CONCAT(",
               .join = ", ",
               .closeJoin = ")",
-              .longJoin = "",
               .character = mariadbCharacter,
               .openHex = "_utf8mb4 X'",
               .closeHex = "'",
@@ -195,8 +182,6 @@ DELETE FROM XST2;
 DELETE FROM XST1;
 SET @pelmo_empty = NOT EXISTS (SELECT 1 FROM XST1) AND NOT EXISTS (SELECT 1 FROM XST2);
 )",
-               .beforeRows = "",
-               .afterRows = "",
                .end = R"(-- If a statement failed and the tool went on, this takes all of them back.
 SET @pelmo_end = IF(@pelmo_empty AND (SELECT count(*) FROM XST1) = {nodes}
     AND (SELECT count(*) FROM XST2) = {paragraphs}, 'COMMIT', 'ROLLBACK');
@@ -235,9 +220,7 @@ constexpr Dialect sqlServer = {
     .texts = {.open = "N'",
               .close = "'",
               .doubled = "'",
-              .openJoin = "",
               .join = " + ",
-              .closeJoin = "",
               .longJoin = "CAST(N'' AS nvarchar(max)) + ",
               .character = character<sqlServerCharacter>,
               .openHex = "CAST(0x",
@@ -263,9 +246,7 @@ DELETE FROM XST1;
                              "    SET IDENTITY_INSERT {table} ON;\n",
                .afterRows = "IF OBJECTPROPERTY(OBJECT_ID(N'{table}'), N'TableHasIdentity') = 1\n"
                             "    SET IDENTITY_INSERT {table} OFF;\n",
-               .end = "COMMIT TRANSACTION;\n",
-               .utf8 = "",
-               .windows1252 = ""},
+               .end = "COMMIT TRANSACTION;\n"},
     .queries = {.usage = "Run it with: sqlcmd -b -d DATABASE -i SCRIPT\n"
                          "A query is a procedure. One that is there stays.",
                 .begin = "",
@@ -307,10 +288,7 @@ constexpr Dialect accessModules = {
     .texts = {.open = "\"",
               .close = "\"",
               .doubled = "\"",
-              .openJoin = "",
               .join = " & ",
-              .closeJoin = "",
-              .longJoin = "",
               .character = character<accessCharacter>,
               .openHex = "",
               .closeHex = "",
@@ -326,8 +304,6 @@ constexpr Dialect accessModules = {
 Private XST1 As DAO.Recordset
 Private XST2 As DAO.Recordset
 )",
-               .beforeRows = "",
-               .afterRows = "",
                .end = R"vba(
 Public Sub FillSchemes()
     Dim session As DAO.Workspace
@@ -375,9 +351,7 @@ Private Sub Row(table As DAO.Recordset, ParamArray values() As Variant)
     Next
     table.Update
 End Sub
-)vba",
-               .utf8 = "",
-               .windows1252 = ""},
+)vba"},
     .queries = {.usage =
                     "Import it into Access (Alt+F11, then File, Import File) and run MakeQueries (F5), after the\n"
                     "tables are there. A query that is there stays.",

@@ -83,7 +83,7 @@ TEST(SqlTexts, AreNotCutOffWhereSQLServerJoinsThem) {
 TEST(SqlTexts, HaveFewPartsWhateverTheyHold) {
     const std::string many(101, '\x81');
     EXPECT_EQ(text("sqlite", many).substr(0, 15), "CAST(X'C281C281");
-    EXPECT_EQ(text("sqlite", many).size(), 7U + 404U + 9U);
+    EXPECT_EQ(text("sqlite", many).size(), 7U + 404U + 10U);
     EXPECT_EQ(text("postgresql", many).substr(0, 28), "convert_from(decode('C281C28");
     EXPECT_EQ(text("mariadb", many).substr(0, 19), "_utf8mb4 X'C281C281");
     EXPECT_EQ(text("sqlserver", "\x80" + many).substr(0, 15), "CAST(0xAC208100");
