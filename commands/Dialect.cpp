@@ -36,6 +36,7 @@ class TextBuilder {
         expression_ += toUtf8({&byte, 1});
     }
     void number(char16_t character) { startPart(texts_.character(character)); }
+    [[nodiscard]] std::size_t parts() const { return parts_; }
     [[nodiscard]] std::string finished(bool isLong) && {
         if (parts_ == 0) {
             startPart(texts_.open);
@@ -65,6 +66,24 @@ class TextBuilder {
     std::size_t parts_ = 0;
     bool isOpen_ = false;
 };
+
+void appendHex(std::string& digits, unsigned byte) {
+    constexpr std::string_view digit = "0123456789ABCDEF";
+    digits.append(1, digit[byte >> 4U & 0xFU]).append(1, digit[byte & 0xFU]);
+}
+
+std::string hexText(const Dialect::Texts& texts, std::string_view bytes) {
+    std::string expression(texts.openHex);
+    if (texts.isHexUtf16)
+        for (const char byte : bytes) {
+            const unsigned character = characterOf(byte);
+            appendHex(expression, character);
+            appendHex(expression, character >> 8U);
+        }
+    else
+        for (const char byte : toUtf8(bytes)) appendHex(expression, static_cast<unsigned char>(byte));
+    return expression.append(texts.closeHex);
+}
 
 bool isNameByte(char byte) {
     return (byte >= '0' && byte <= '9') || (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') ||
@@ -104,6 +123,7 @@ void declareDialect(CLI::App& command, const Dialect*& dialect) {
 
 std::string quotedText(const Dialect& dialect, Encoding encoding, std::string_view bytes) {
     constexpr std::size_t longText = 4000;  // what SQL Server joins without cutting it off
+    constexpr std::size_t mostParts = 100;
     TextBuilder text(dialect);
     for (std::size_t at = 0; at < bytes.size(); ++at) {
         const bool isVariable = dialect.texts.hasVariables && bytes[at] == '(' && at > 0 && bytes[at - 1] == '$';
@@ -112,6 +132,7 @@ std::string quotedText(const Dialect& dialect, Encoding encoding, std::string_vi
         else
             text.number(characterOf(bytes[at]));
     }
+    if (text.parts() > mostParts && !dialect.texts.openHex.empty()) return hexText(dialect.texts, bytes);
     return std::move(text).finished(bytes.size() > longText);
 }
 

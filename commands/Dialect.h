@@ -37,14 +37,17 @@ struct Dialect {
         Ascii,          ///< only ASCII: nothing tells the database the encoding of the script
     };
 
-    /// How a text is quoted. A control character, and one that is not plain, is joined to the rest by its number.
+    /// How a text is quoted. A control character, and one that is not plain, is joined to the rest by its number. A
+    /// text with many of them is written as hexadecimal digits, since databases limit the depth of an expression.
     struct Texts {
         std::string_view open;
         std::string_view close;
         std::string_view doubled;  ///< the bytes that are written twice
-        std::string_view openJoin, join, closeJoin;
-        std::string_view longJoin;  ///< stands before the first part when the text is long
+        std::string_view openJoin = {}, join, closeJoin = {};
+        std::string_view longJoin = {};  ///< stands before the first part when the text is long
         std::string (*character)(char16_t character);
+        std::string_view openHex, closeHex;  ///< around a text of too many parts; empty where it is always joined
+        bool isHexUtf16;                     ///< whether it is in UTF-16, low byte first, and not in UTF-8
         Plain plain;
         bool hasVariables;  ///< whether "$(" is something else even within a text
     } texts;
@@ -60,9 +63,9 @@ struct Dialect {
         std::string_view usage;  ///< how to run it
         std::string_view integer, text;
         std::string_view begin;
-        std::string_view beforeRows, afterRows;  ///< of each table
+        std::string_view beforeRows = {}, afterRows = {};  ///< of each table
         std::string_view end;
-        std::string_view utf8, windows1252;  ///< the names of the encodings
+        std::string_view utf8 = {}, windows1252 = {};  ///< the names of the encodings
     } script;
 
     /// The script of the queries.

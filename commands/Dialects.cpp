@@ -21,9 +21,19 @@ std::string character(char16_t character) {
 
 constexpr char sqliteCharacter[] = "char(%u)";
 constexpr char postgresCharacter[] = "chr(%u)";
-constexpr char mariadbCharacter[] = "_utf16 X'%04X'";
 constexpr char sqlServerCharacter[] = "nchar(%u)";
 constexpr char accessCharacter[] = "ChrW$(%u)";
+
+// MariaDB joins texts of one character set only; so the bytes of UTF-8. Only control characters
+// come here, which have one or two.
+std::string mariadbCharacter(char16_t character) {
+    const auto code = static_cast<unsigned>(character);
+    std::array<char, 32> text{};
+    const auto length = code < 0x80 ? std::snprintf(text.data(), text.size(), "_utf8mb4 X'%02X'", code)
+                                    : std::snprintf(text.data(), text.size(), "_utf8mb4 X'%02X%02X'",
+                                                    0xC0U | (code >> 6U), 0x80U | (code & 0x3FU));
+    return {text.data(), static_cast<std::size_t>(length)};
+}
 
 constexpr Dialect sqlite = {
     .name = "sqlite",
@@ -32,11 +42,11 @@ constexpr Dialect sqlite = {
     .texts = {.open = "'",
               .close = "'",
               .doubled = "'",
-              .openJoin = "",
               .join = " || ",
-              .closeJoin = "",
-              .longJoin = "",
               .character = character<sqliteCharacter>,
+              .openHex = "CAST(X'",
+              .closeHex = "' AS TEXT)",
+              .isHexUtf16 = false,
               .plain = Plain::UnlessEncoded,
               .hasVariables = false},
     .names = {.open = "\"", .close = "\""},
@@ -51,16 +61,12 @@ DELETE FROM XST1;
 CREATE TEMP TABLE Filled (isRight INTEGER CHECK (isRight));
 INSERT INTO temp.Filled SELECT 1 WHERE NOT EXISTS (SELECT 1 FROM XST1) AND NOT EXISTS (SELECT 1 FROM XST2);
 )",
-               .beforeRows = "",
-               .afterRows = "",
                .end = R"(-- If a statement failed and the tool went on, this takes all of them back.
 INSERT OR ROLLBACK INTO temp.Filled SELECT count(*) = 1 AND (SELECT count(*) FROM XST1) = {nodes}
     AND (SELECT count(*) FROM XST2) = {paragraphs} FROM temp.Filled;
 DROP TABLE temp.Filled;
 COMMIT;
-)",
-               .utf8 = "",
-               .windows1252 = ""},
+)"},
     .queries = {.usage =
                     "Run it with: sqlite3 DATABASE < SCRIPT\n"
                     "A query is a view, an action query a trigger. What it is called with stands in the row of\n"
@@ -96,11 +102,11 @@ constexpr Dialect postgresql = {
     .texts = {.open = "'",
               .close = "'",
               .doubled = "'",
-              .openJoin = "",
               .join = " || ",
-              .closeJoin = "",
-              .longJoin = "",
               .character = character<postgresCharacter>,
+              .openHex = "convert_from(decode('",
+              .closeHex = "', 'hex'), 'UTF8')",
+              .isHexUtf16 = false,
               .plain = Plain::AsEncoded,
               .hasVariables = false},
     .names = {.open = "\"", .close = "\""},
@@ -116,8 +122,6 @@ CREATE TABLE IF NOT EXISTS XST2 ({XST2});
 DELETE FROM XST2;
 DELETE FROM XST1;
 )",
-               .beforeRows = "",
-               .afterRows = "",
                .end = "COMMIT;\n",
                .utf8 = "UTF8",
                .windows1252 = "WIN1252"},
@@ -158,8 +162,10 @@ constexpr Dialect mariadb = {
               .openJoin = "CONCAT(",
               .join = ", ",
               .closeJoin = ")",
-              .longJoin = "",
-              .character = character<mariadbCharacter>,
+              .character = mariadbCharacter,
+              .openHex = "_utf8mb4 X'",
+              .closeHex = "'",
+              .isHexUtf16 = false,
               .plain = Plain::AsEncoded,
               .hasVariables = false},
     .names = {.open = "`", .close = "`"},
@@ -176,8 +182,6 @@ DELETE FROM XST2;
 DELETE FROM XST1;
 SET @pelmo_empty = NOT EXISTS (SELECT 1 FROM XST1) AND NOT EXISTS (SELECT 1 FROM XST2);
 )",
-               .beforeRows = "",
-               .afterRows = "",
                .end = R"(-- If a statement failed and the tool went on, this takes all of them back.
 SET @pelmo_end = IF(@pelmo_empty AND (SELECT count(*) FROM XST1) = {nodes}
     AND (SELECT count(*) FROM XST2) = {paragraphs}, 'COMMIT', 'ROLLBACK');
@@ -216,11 +220,12 @@ constexpr Dialect sqlServer = {
     .texts = {.open = "N'",
               .close = "'",
               .doubled = "'",
-              .openJoin = "",
               .join = " + ",
-              .closeJoin = "",
               .longJoin = "CAST(N'' AS nvarchar(max)) + ",
               .character = character<sqlServerCharacter>,
+              .openHex = "CAST(0x",
+              .closeHex = " AS nvarchar(max))",
+              .isHexUtf16 = true,
               .plain = Plain::Ascii,
               .hasVariables = true},
     .names = {.open = "[", .close = "]"},
@@ -241,9 +246,7 @@ DELETE FROM XST1;
                              "    SET IDENTITY_INSERT {table} ON;\n",
                .afterRows = "IF OBJECTPROPERTY(OBJECT_ID(N'{table}'), N'TableHasIdentity') = 1\n"
                             "    SET IDENTITY_INSERT {table} OFF;\n",
-               .end = "COMMIT TRANSACTION;\n",
-               .utf8 = "",
-               .windows1252 = ""},
+               .end = "COMMIT TRANSACTION;\n"},
     .queries = {.usage = "Run it with: sqlcmd -b -d DATABASE -i SCRIPT\n"
                          "A query is a procedure. One that is there stays.",
                 .begin = "",
@@ -285,11 +288,11 @@ constexpr Dialect accessModules = {
     .texts = {.open = "\"",
               .close = "\"",
               .doubled = "\"",
-              .openJoin = "",
               .join = " & ",
-              .closeJoin = "",
-              .longJoin = "",
               .character = character<accessCharacter>,
+              .openHex = "",
+              .closeHex = "",
+              .isHexUtf16 = false,
               .plain = Plain::Ascii,
               .hasVariables = false},
     .names = {.open = "[", .close = "]"},
@@ -301,8 +304,6 @@ constexpr Dialect accessModules = {
 Private XST1 As DAO.Recordset
 Private XST2 As DAO.Recordset
 )",
-               .beforeRows = "",
-               .afterRows = "",
                .end = R"vba(
 Public Sub FillSchemes()
     Dim session As DAO.Workspace
@@ -350,9 +351,7 @@ Private Sub Row(table As DAO.Recordset, ParamArray values() As Variant)
     Next
     table.Update
 End Sub
-)vba",
-               .utf8 = "",
-               .windows1252 = ""},
+)vba"},
     .queries = {.usage =
                     "Import it into Access (Alt+F11, then File, Import File) and run MakeQueries (F5), after the\n"
                     "tables are there. A query that is there stays.",

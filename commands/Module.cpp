@@ -11,12 +11,13 @@ namespace {
 constexpr std::size_t longestLine = 1000;
 constexpr std::size_t longestPart = 20'000;
 constexpr std::ptrdiff_t mostLines = 65'000;
-// Bytes of a text that fit into a line whatever they are.
-constexpr std::size_t piece = 50;
+// Bytes that fit into a line: of any text, and of a statement.
+constexpr std::size_t textPiece = 50;
+constexpr std::size_t statementPiece = 400;
 
 // Hands over a text in pieces, and at least one.
 template <class Take>
-void cut(std::string_view text, Take take) {
+void cut(std::string_view text, std::size_t piece, Take take) {
     do {
         take(text.substr(0, piece));
         text.remove_prefix(std::min(piece, text.size()));
@@ -72,7 +73,7 @@ void Module::addLongRow(std::string_view table, std::span<const Value> values) {
             continue;
         }
         std::string before;
-        cut(std::get<std::string_view>(values[place]), [&](std::string_view bytes) {
+        cut(std::get<std::string_view>(values[place]), textPiece, [&](std::string_view bytes) {
             addLines(field + " = " + before + expression(bytes) + "\n");
             before = field + " & ";
         });
@@ -82,7 +83,7 @@ void Module::addLongRow(std::string_view table, std::span<const Value> values) {
 
 void Module::addQuery(std::string_view name, std::string_view statement) {
     std::string before;
-    cut(statement, [&](std::string_view bytes) {
+    cut(statement, statementPiece, [&](std::string_view bytes) {
         addLines("statement = " + before + quotedText(dialect_, encoding_, bytes) + "\n");
         before = "statement & ";
     });

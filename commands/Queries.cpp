@@ -65,7 +65,7 @@ std::string lower(std::string_view text) {
 
 // A text of a record in a comment: short, and in quotes.
 std::string told(std::string_view bytes) {
-    constexpr std::size_t most = 60;
+    constexpr std::size_t most = 40;
     return "\"" + shown(bytes.substr(0, most)) + (bytes.size() > most ? "...\"" : "\"");
 }
 
@@ -83,7 +83,7 @@ class Draft {
 
     void add(const Use& use) {
         const auto constants = constantsOf(use.query);
-        query_.uses += words(use, constants);
+        query_.uses += words(use);
         addArguments(use, constants);
         if (use.isNode)
             addNode(use);
@@ -110,11 +110,13 @@ class Draft {
         return pieces;
     }
 
-    static std::string words(const Use& use, const std::vector<std::string_view>& constants) {
+    static std::string words(const Use& use) {
         auto line = use.who + ", type " + told(use.type) + ", " + told(use.text);
         if (!use.colsAre.empty()) line += ", columns " + told(use.colsAre);
-        line += ". It is called with ";
-        for (const auto constant : constants) line += told(constant) + ", then ";
+        const auto constants = use.query.find(' ');
+        line += ". Called with ";
+        if (constants != std::string_view::npos)
+            line += "the constant " + told(use.query.substr(constants + 1)) + " and ";
         return line + suppliedWords(use.parmIs) + ".\n";
     }
 

@@ -49,8 +49,8 @@ std::string frame(std::string_view text, const Dialect& dialect, const SavedSche
 std::string heading(const Dialect& dialect, const SavedScheme& scheme) {
     return asComment(dialect, "The tables XST1 and XST2 for " + std::string(dialect.title) + ": " +
                                   std::to_string(scheme.nodes().size()) + " nodes, " +
-                                  std::to_string(scheme.paragraphs().size()) + " paragraphs. Rows that are there " +
-                                  "go.\n" + std::string(dialect.script.usage) + "\n");
+                                  std::to_string(scheme.paragraphs().size()) + " paragraphs. They replace all " +
+                                  "rows.\n" + std::string(dialect.script.usage) + "\n");
 }
 
 template <class Record>

@@ -60,7 +60,7 @@ std::string statementOf(const Query& query, const Dialect& dialect, Encoding enc
 }
 
 std::string commentOf(const Query& query) {
-    auto lines = shown(query.name) + "\n" + query.uses;
+    auto lines = shown(query.name.substr(0, 200)) + "\n" + query.uses;
     std::string optional;
     for (const auto& argument : query.arguments)
         if (argument.isOptional) optional += " " + argument.name;
