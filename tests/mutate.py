@@ -5,7 +5,7 @@
 usage: tests/mutate.py [--count 300] [--seed 1] [--jobs 1] [--go-on] [--list] [--no-headers] [FILE...]
 
 The mutants are drawn from the seed out of all that the rules below make of the files: by default every .cpp and .h of
-model, analysis and views (--no-headers leaves the headers out, which take longest to build). Each is built in a copy of
+the folders of the program (--no-headers leaves the headers out, which take longest to build). Each is built in a copy of
 the sources in build/mutation and given to the quick tests of its folder, then of the folders that use it, each up to the
 first failure; what they let through then to the slow ones. One that does not compile is replaced by the next, and so is
 one that tests/mutants_without_effect.txt lists. Prints each survivor with its line and, at the end, the score;
@@ -29,11 +29,12 @@ import threading
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 WORK = ROOT / "build" / "mutation"
 TESTS = {  # the tests that may notice a change in a folder, the nearest first
-    "model": ["model", "analysis", "views", "forms", "shell"],
-    "analysis": ["analysis", "shell"],
+    "model": ["model", "analysis", "views", "forms", "commands", "shell"],
+    "analysis": ["analysis", "commands", "shell"],
     "views": ["views", "forms", "shell"],
     "forms": ["forms", "shell"],
     "shell": ["shell"],
+    "commands": ["commands"],
 }
 SLOW = "*AnyTree*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
 QUICK = "-" + SLOW
@@ -231,7 +232,7 @@ def main():
     arguments.add_argument("files", nargs="*")
     options = arguments.parse_args()
 
-    files = options.files or sorted(str(f.relative_to(ROOT)) for folder in ("model", "analysis", "views")
+    files = options.files or sorted(str(f.relative_to(ROOT)) for folder in TESTS
                                     for f in (ROOT / folder).glob("*.[ch]*")
                                     if not (options.no_headers and f.suffix == ".h"))
     known = without_effect()
