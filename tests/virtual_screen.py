@@ -11,14 +11,17 @@ and the program complain about losing it.
 import os
 import pathlib
 import pty
+import select
 import shutil
+import signal
 import sys
 import tempfile
 import time
 
 ROOT = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else __file__).resolve()
 ROOT = ROOT if ROOT.is_dir() else ROOT.parent.parent
-PATIENCE = 20  # seconds
+PATIENCE = 30  # seconds
+BEFORE_PRESSING_AGAIN = 5  # seconds, on a machine so busy that the script is not there yet
 
 # Each writes down what disturbs it, and stays until it is stopped.
 STAND_IN = """#!{python}
@@ -45,8 +48,13 @@ def run(folder, program, key):
     if child == 0:
         os.environ["PATH"] = f"{folder}:{os.environ['PATH']}"
         os.execv("/bin/bash", ["bash", str(ROOT / "packages/virtual_screen.sh"), *program])
-    written, ready, end = b"", 0, time.monotonic() + PATIENCE
+    written, ready, pressed, end = b"", 0, 0.0, time.monotonic() + PATIENCE
     while time.monotonic() < end:
+        if ready and time.monotonic() - pressed > BEFORE_PRESSING_AGAIN:
+            os.write(terminal, key)
+            pressed = time.monotonic()
+        if not select.select([terminal], [], [], 0.1)[0]:
+            continue
         try:
             piece = os.read(terminal, 4096)
         except OSError:  # the script has ended
@@ -57,7 +65,8 @@ def run(folder, program, key):
         if not ready and b"ready" in written:
             ready = len(written)
             time.sleep(0.2)
-            os.write(terminal, key)
+    else:
+        os.kill(child, signal.SIGKILL)
     _, status = os.waitpid(child, 0)
     return written[ready:].decode(), os.waitstatus_to_exitcode(status)
 
