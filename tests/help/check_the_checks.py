@@ -43,7 +43,7 @@ SPOILS = [
      "constexpr std::string_view rule4 =", "does not explain 'RULE #5. New.'"),
     ("analysis/WebRules.cpp", "=> No", "-> No", "only "),
     ("model/clsNavSchemes_Fuse.cpp", "Query field cannot be blank...", "A query is needed", "explain 'A query is needed'"),
-    ("shell/FileDialogs.cpp", "There is no folder", "No such folder", "explain 'No such folder'"),
+    ("shell/FileDialogs.cpp", "This folder does not exist", "No such folder", "explain 'No such folder:'"),
     ("shell/HelpFile.cpp", "The help file was not found", "No help", "explain 'No help:'"),
     ("shell/fMain_Edit.cpp", "Nothin to Edit", "Nothing to Edit", "explain 'Nothing to Edit"),
     ("shell/fMain.cpp", "&Collapse Nodes", "&Close Nodes", "commands.html does not explain 'Close Nodes'"),
