@@ -6,7 +6,7 @@ import shutil
 import sys
 import tempfile
 
-sys.dont_write_bytecode = True  # nothing is left behind in the source tree
+sys.dont_write_bytecode = True  # leave nothing behind in the source tree
 import check_pages  # noqa: E402
 import check_rows  # noqa: E402
 
@@ -14,7 +14,7 @@ SOURCES = ["analysis/NavRules.cpp", "analysis/WebRules.cpp", "model/clsNavScheme
            "shell/fMain_Edit.cpp", "shell/FileDialogs.cpp", "shell/HelpFile.cpp", "forms/fNav.cpp", "forms/fWeb.cpp",
            "forms/ParameterChoices.cpp"]
 
-# The file, what is replaced in it (nothing: the file is removed), by what, and a part of the fault to be reported.
+# The file, what is replaced in it (None: the file is removed), by what, and a part of the fault that must be reported.
 SPOILS = [
     ("help/welcome.html", "overview.html", "overviev.html", "there is no overviev.html"),
     ("help/limits.html", "renumber.html#orphans", "renumber.html#orphan", "renumber.html has no anchor orphan"),
