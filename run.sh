@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds the wizard and starts it. On Debian 12 or later it installs what is missing for that. Where there is no display,
-# the wizard is shown on a virtual screen, for a VNC viewer.
-#   ./run.sh --tour      plays the main job instead, on a screen of its own, with pictures in build/tour/
+# Builds the wizard and starts it. On Debian 12 or later it first installs the packages that are missing. If there is no
+# display, the wizard runs on a virtual screen that a VNC viewer can show.
+#   ./run.sh --tour      plays the main job instead, on a screen of its own, and puts pictures in build/tour/
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")"
 source packages/functions.sh

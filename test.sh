@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Builds with warnings as errors and runs the tests.
-#   ./test.sh            the preset dev, with what can be tested without a screen and a database, but for the largest schemes
-#   ./test.sh all        all tests, as continuous integration does: dev with X servers and databases, asan and fuzz
-#   ./test.sh asan       all of one preset, or of several
-# On Debian 12 or later it installs what is missing for that. Stops at the first failure.
+#   ./test.sh            the tests of preset dev that need neither screen nor database, except those with the largest schemes
+#   ./test.sh all        all tests, as in continuous integration: dev with X servers and databases, asan and fuzz
+#   ./test.sh asan       all tests of one or more presets
+# On Debian 12 or later it first installs the packages that are missing. Stops at the first failure.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")"
 source packages/functions.sh
@@ -17,7 +17,7 @@ fi
 need_tools cmake ninja c++ clang++ python3
 
 export LC_ALL=C.UTF-8
-export QT_QPA_PLATFORM=offscreen # a test that wants an X server brings it along
+export QT_QPA_PLATFORM=offscreen # a test that needs an X server starts one
 
 processors=$(getconf _NPROCESSORS_ONLN)
 
@@ -32,8 +32,8 @@ if (($# == 0)); then run dev -L 'halves|quick' -E '^database'; fi
 for preset in "$@"; do
     case $preset in
         all)
-            # The tests off the screen run under the sanitizers, and on X servers here, but for the largest schemes.
-            # Half of their time those on X servers wait.
+            # The offscreen tests are left to the sanitizers, and to X servers here (except the largest schemes). Tests
+            # on X servers spend half of their time waiting, so run twice as many at once.
             run dev -j $((2 * processors)) -LE 'halves|offscreen'
             run asan
             run fuzz

@@ -7,7 +7,8 @@
 
 namespace {
 
-// What one look at a record tells. The records of a large scheme are read once only: that takes longer than all else.
+// What is noted of a record. In a large scheme reading the records takes longer than everything else, so each is read
+// only once.
 struct Seen {
     std::int32_t id = 0;
     char type = 0;

@@ -4,7 +4,7 @@
 #include "model/Integer.h"
 #include "model/clsNavSchemes.h"
 
-// The renumbering, which changes paragraphs, comes last: what needs memory may fail before.
+// The renumbering, which changes paragraphs, comes last: whatever may run out of memory has been done by then.
 std::string CheckScheme(clsNavSchemes& oNavs) {
     auto& webs = oNavs.oWebs;
     std::string report(webRulesInWords);

@@ -6,14 +6,13 @@
 
 #include "model/KeyIndex.h"
 
-/// Counts the children of all nodes in one pass, where `clsNavSchemes::GetChildren` and `IsFType` take a pass for
-/// each node.
+/// Counts the children of all nodes in one pass; `clsNavSchemes::GetChildren` and `IsFType` need one pass per node.
 class ChildCounts {
   public:
-    /// Expects `count` nodes in all.
+    /// Prepares for `count` nodes in all.
     explicit ChildCounts(std::size_t count) { byParent_.reserve(count); }
 
-    /// To be told of every node.
+    /// Counts a child of the node `parent`. Call it for every node.
     void add(std::int32_t parent, bool isFixed);
 
     struct Children {
@@ -30,5 +29,5 @@ class ChildCounts {
   private:
     static constexpr std::uint32_t fixedBit = 1U << 16;
 
-    KeyIndex byParent_;  // in place of a place the count itself, with this bit where one is of type F
+    KeyIndex byParent_;  // maps to the count, with `fixedBit` set if one child is of type F
 };

@@ -9,7 +9,7 @@ namespace {
 constexpr int parentField = 3;  // of a node
 constexpr int nodeField = 1;    // of a paragraph
 
-// By slot: the slot of the parent, `KeyIndex::none` where there is none.
+// By slot: the slot of the parent; `KeyIndex::none` if there is none.
 std::vector<std::uint32_t> parentsOf(const KeyedCollection<clsNavScheme>& nodes) {
     const auto slots = nodes.Slots();
     std::vector<std::uint32_t> parents(slots.size(), KeyIndex::none);
@@ -17,10 +17,10 @@ std::vector<std::uint32_t> parentsOf(const KeyedCollection<clsNavScheme>& nodes)
     return parents;
 }
 
-// Which nodes come back to themselves on the way up.
+// Which nodes are their own ancestors.
 std::vector<bool> nodesInLoops(const std::vector<std::uint32_t>& parents) {
     constexpr std::uint32_t unknown = 0;
-    std::vector<std::uint32_t> metOn(parents.size(), unknown);  // the number of the way on which a node was met first
+    std::vector<std::uint32_t> metOn(parents.size(), unknown);  // the number of the walk that reached the node first
     std::vector<bool> inLoop(parents.size());
     std::uint32_t way = unknown;
     for (std::uint32_t start = 0; start < parents.size(); ++start) {

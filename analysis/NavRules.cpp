@@ -40,8 +40,8 @@ bool hasNoQuery(const NodeFacts& node) {
 constexpr std::string_view oneChildOnly =
     "RULE #3 Says that there should be ONE AND ONLY ONE Child Node (of type-G, R or N) for Generating-Type Node.";
 
-// The wording of the rules is that of the product, slips included: with "any" rule 4 forbids children, and rule 5 for
-// a recurring node speaks of another type.
+// The wording is given, slips included: rule 4 says "any" but forbids children, and rule 5 names another type for a
+// recurring node. See "Given, not to be corrected" in docs/architecture.md.
 constexpr Rule<NodeFacts> rules[] = {
     {.types = "F",
      .number = 2,

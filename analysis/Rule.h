@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-/// The types of records that a rule is for: a set of capital letters. No other character is ever in it.
+/// The types of records that a rule applies to: a set of capital letters. It never contains any other character.
 class TypeSet {
   public:
     constexpr TypeSet(const char* letters) {
@@ -20,21 +20,21 @@ class TypeSet {
     std::uint32_t bits_ = 0;
 };
 
-/// One rule of a scheme, and so one row of the table that an analysis goes through.
+/// One rule of a scheme: one row of the table that an analysis goes through.
 ///
-/// @tparam Facts what the rule looks at: the plain values of a node, or a paragraph
+/// @tparam Facts what the rule examines: the plain values of a node, or a paragraph
 template <class Facts>
 struct Rule {
     TypeSet types;
-    int number;              ///< of the rule, as the words at the head of the report count them
-    std::string_view field;  ///< where to look for the cause: the field that the rule speaks of
+    int number;              ///< the rule's number in the list at the beginning of the report
+    std::string_view field;  ///< the field that the rule is about: where to look for the cause
     bool (*isBroken)(const Facts&);
-    std::string_view finding;  ///< begins the line that says what was found
+    std::string_view finding;  ///< the beginning of the line that says what was found
     std::string_view text;     ///< the rule, in the words of the report
     bool isComment = false;    ///< the text itself says that this is no violation
 };
 
-/// One rule that one record breaks. It points at both, and is good as long as the scheme does not change.
+/// One rule that one record breaks. It points to both, and is valid until the scheme changes.
 template <class Record, class Facts>
 struct Finding {
     const Rule<Facts>* rule;

@@ -14,7 +14,7 @@ namespace {
 
 using Kind = SchemeField::Kind;
 
-// The bytes that mean something inside a line: the others are passed over at once.
+// The bytes that have a meaning inside a line. All others are skipped fast.
 constexpr auto specialBytes = [] {
     std::array<bool, 256> special{};
     for (unsigned code = 0; code < special.size(); ++code)
@@ -25,7 +25,7 @@ bool isSpecial(char byte) {
     return specialBytes[static_cast<unsigned char>(byte)];
 }
 
-// Where the first of these bytes is, `last` if there is none.
+// The first of these bytes; `last` if there is none.
 const char* findByte(const char* first, const char* last, char byte) {
     const auto* const found = std::memchr(first, byte, static_cast<std::size_t>(last - first));
     return found ? static_cast<const char*>(found) : last;
@@ -37,7 +37,7 @@ std::string_view withoutBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
-// What a message can show of a text that may be as long as the file.
+// What a message shows of a text, which may be as long as the file.
 std::string excerpt(std::string_view text) {
     constexpr std::size_t most = 60;
     if (text.size() <= most) return std::string(text);
@@ -57,8 +57,8 @@ struct RawPiece {
     char freeByte = 0;  // the first one
 
     [[nodiscard]] bool isInOneQuotePair() const { return quotes == 2 && raw.front() == '"' && raw.back() == '"'; }
-    // A text that begins with a quote and does not end with one goes on behind the comma. So it looks, too, where
-    // there is another quote in the text: then the number of commas in the line decides.
+    // A text that begins with a quote and does not end with one goes on after the comma. It looks the same if the
+    // text has another quote in it: then the number of commas in the line decides.
     [[nodiscard]] bool isCutByComma(bool areTooMany) const {
         if (raw.empty() || raw.front() != '"') return false;
         return quotes % 2 != 0 || (areTooMany && raw.back() != '"');
@@ -83,7 +83,7 @@ class Scanner {
   private:
     std::string_view takeLine() {
         const char* const first = next_;
-        if (lineFeed_ < first) lineFeed_ = findByte(first, end_, '\n');  // not at every CR: there may be no other
+        if (lineFeed_ < first) lineFeed_ = findByte(first, end_, '\n');  // not at every CR: there may be no LF at all
         next_ = findByte(first, lineFeed_, '\r');
         const std::string_view line(first, static_cast<std::size_t>(next_ - first));
         if (next_ != end_ && *next_++ == '\r' && next_ != end_ && *next_ == '\n') ++next_;
@@ -117,7 +117,7 @@ class Scanner {
         if (pieces < expected) report(flaw::tooFewFields, FileFinding::wholeLine, std::to_string(pieces));
     }
 
-    // Cuts the first piece off the line.
+    // Takes the first piece off the line.
     static RawPiece takePiece(std::string_view& line, bool& isLast) {
         RawPiece piece;
         std::size_t at = 0;
@@ -134,7 +134,7 @@ class Scanner {
         return piece;
     }
 
-    // The text as it is read: quotes are dropped wherever they stand. Good until the next call.
+    // The text as it is read: without quotes, wherever they are. Valid until the next call.
     std::string_view textOf(const RawPiece& piece) {
         if (piece.quotes == 0) return piece.raw;
         if (piece.isInOneQuotePair()) return piece.raw.substr(1, piece.raw.size() - 2);
@@ -188,11 +188,11 @@ class Scanner {
     const SchemeTable& table_;
     const char* next_;
     const char* end_;
-    const char* lineFeed_ = nullptr;  // the next one, `end_` if there is none
+    const char* lineFeed_ = nullptr;  // the next one; `end_` if there is none
     std::string header_;
     std::uint32_t line_ = 0;
     std::string unquoted_;
-    char type_ = 0;    // of the record, once its field was met; 0 if it is no single letter
+    char type_ = 0;    // of the record, once its field was reached; 0 if not a single letter
     KeyIndex places_;  // ID -> place in result_.lines
     ScannedFile result_;
 };

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-// The two tables as their text files hold them: what each field of a line is.
+// The two tables as they are in their text files: what each field of a line is.
 
 struct SchemeField {
     enum class Kind { Number, Text, Type, Query, Parameter };
@@ -16,10 +16,10 @@ struct SchemeField {
 struct SchemeTable {
     std::string_view name;                ///< "XST1"
     std::span<const SchemeField> fields;  ///< in the order of a line; the first one is the ID
-    bool (*isType)(char letter);          ///< whether a record's type may be this letter
-    bool (*keepsQuery)(char letter);      ///< whether a record of this type keeps query and parameter when it is read
+    bool (*isType)(char letter);          ///< whether this letter is a type of the table
+    bool (*keepsQuery)(char letter);      ///< whether reading a record of this type keeps query and parameter
 
-    /// The first line of a file, without its end.
+    /// The first line of a file, without its line end.
     [[nodiscard]] std::string header() const;
 };
 

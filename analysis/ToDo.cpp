@@ -41,11 +41,11 @@ constexpr std::string_view webSteps =
     "  ID: Query/Stored Procedure & Parameters & Comments\r\n"
     "\r\n";
 
-// What is said of a parameter kind. Of a text that is no kind, "None" spelled out among them, nothing is said.
+// The note on a parameter kind. There is none for a text that is not a kind, such as "None" spelled out.
 struct ParameterNote {
     ParameterKind kind;
     std::string_view note;
-    bool hasLength;  // the kind's length follows, and a bracket
+    bool hasLength;  // the length of the key follows, and a bracket
 };
 constexpr ParameterNote parameterNotes[] = {
     {ParameterKind::None, "   (Parameter = None)", false},
@@ -56,7 +56,7 @@ constexpr ParameterNote parameterNotes[] = {
 };
 static_assert(std::ranges::equal(parameterNotes, parameterKinds, {}, &ParameterNote::kind, &StoredParameter::kind));
 
-// At least three digits, and the sign before them.
+// At least three digits, with the sign before them.
 void appendID(std::string& report, std::int32_t id) {
     constexpr std::size_t least = 3;
     const auto text = keyText(id);
@@ -74,7 +74,7 @@ void appendParameter(std::string& report, std::string_view parmIs) {
     }
 }
 
-// The constant stands behind the first blank of the query and ends at the next one; between two blanks it is empty.
+// The constant begins after the first blank of the query and ends at the next one; between two blanks it is empty.
 void appendConstant(std::string& report, std::string_view query) {
     const auto blank = query.find(' ');
     if (blank == std::string_view::npos) return;

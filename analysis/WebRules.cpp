@@ -4,7 +4,7 @@
 #include "model/Integer.h"
 #include "model/clsWebSchemes.h"
 
-// The heading of the findings is that of the navigational scheme here too.
+// The heading of the findings names the navigational scheme here too. That is given.
 const std::string_view webRulesInWords =
     "THE RULES :\r\n"
     "\r\n"
@@ -37,8 +37,9 @@ constexpr std::string_view rule2 = "RULE #2. Form# Field CAN be specified for (H
 constexpr std::string_view rule3 = "RULE #3. Column Field SHOULD be specified for (C), and (T)-Type Paragraphs.";
 constexpr std::string_view rule4 = "RULE #4. Column Field CAN be specified for (S)-Type Paragraphs.";
 
-// In the order of the findings on one paragraph. The wording is that of the product, slips included: two blanks after
-// "Form#" for E and M, and none after "=>" in the comment on S. Columns that nobody reads are held against rule 3.
+// In the order in which a paragraph's findings are listed. The wording is given, slips included: two blanks after
+// "Form#" for E and M, and none after "=>" in the comment on S. Columns that the type does not use are reported
+// against rule 3. See "Given, not to be corrected" in docs/architecture.md.
 constexpr Rule<clsWebScheme> rules[] = {
     {.types = "CT",
      .number = 1,

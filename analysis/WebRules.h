@@ -10,13 +10,13 @@
 
 class clsWebSchemes;
 
-/// The rules in words, with which the report on the web display scheme begins, and the heading of its findings.
+/// The beginning of the report on the web display scheme: the rules in words, and the heading of the findings.
 extern const std::string_view webRulesInWords;
 
 using WebFinding = Finding<clsWebScheme, clsWebScheme>;
 
-/// Hands every finding on the paragraphs to `take`, in collection order. Orphans are none of them.
+/// Passes every finding on the paragraphs to `take`, in collection order. An orphan is not a finding.
 void findInParagraphs(const clsWebSchemes& webs, const std::function<void(const WebFinding&)>& take);
 
-/// Adds to a report what was found in a paragraph, the rule, and an empty line.
+/// Adds a finding on a paragraph to a report: what was found, the rule, and an empty line.
 void appendFinding(std::string& report, const WebFinding& finding);

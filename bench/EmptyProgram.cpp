@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// The least that a Qt Widgets program can be: the rival of the wizard's start.
+// The smallest possible Qt Widgets program, to compare the wizard's start with.
 //   empty_program [WORD]    shows an empty window, or one with this word in it
 #include <QLabel>
 
@@ -8,6 +8,6 @@
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
     QWidget window;
-    if (argc > 1) new QLabel(QString::fromLocal8Bit(argv[1]), &window);  // the window's
+    if (argc > 1) new QLabel(QString::fromLocal8Bit(argv[1]), &window);  // owned by the window
     runUntilPainted(window);
 }

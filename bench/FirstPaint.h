@@ -7,7 +7,7 @@
 #include <QWidget>
 #include <cstdlib>
 
-/// Runs the program until its window has been painted for the first time, and ends it there, with nothing tidied up.
+/// Runs the program until its window has been painted for the first time, then ends it at once, without any cleanup.
 [[noreturn]] inline void runUntilPainted(QWidget& window) {
     class Watch final : public QObject {
       protected:

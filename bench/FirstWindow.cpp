@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Starts a program on the X server and prints the milliseconds until its first window is visible, one at least as
-// large as a dialog; then ends the program.
+// Starts a program on the X server, prints the milliseconds until its first window of at least the size of a dialog
+// is visible, and ends the program.
 //   first_window PROGRAM [ARGUMENT...]
 #include <X11/Xlib.h>
 #include <poll.h>
@@ -14,10 +14,10 @@
 namespace {
 
 constexpr int longest = 30'000;  // ms
-constexpr int look = 100;        // ms, between two looks whether the program has ended
+constexpr int look = 100;        // ms between two checks whether the program has ended
 constexpr int leastWidth = 150;  // pixels
 
-// @return whether this says that a window of that size is shown
+// @return whether this event says that a window of that size is visible
 bool shows(Display* display, const XEvent& event) {
     XWindowAttributes window;
     return event.type == MapNotify && XGetWindowAttributes(display, event.xmap.window, &window) != 0 &&
@@ -50,7 +50,7 @@ int main(int argc, char* argv[]) {
         std::fputs("first_window: needs a program, and an X server\n", stderr);
         return 1;
     }
-    // A window may be gone before it is asked for its size.
+    // A window may be gone before its size is read.
     XSetErrorHandler([](Display*, XErrorEvent*) { return 0; });
     XSelectInput(display, DefaultRootWindow(display), SubstructureNotifyMask);
     XSync(display, False);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What a quick program for the same job would do: one item widget for each row and each cell, filled from maps.
+// What a quickly written program for the same job would do: one item for each row and each cell, filled from maps.
 //   item_widgets PREFIX      loads and draws PREFIX.xst1 and PREFIX.xst2, clicks, and prints "name milliseconds"
 //   lines
 #include <QApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Touches a gigabyte, so that a run after this one does not pay for memory that the machine has never used: in huge
-// pages where there are any, which later serve for small ones, too. Then prints what the first touch of a small page
-// costs, in microseconds.
+// Touches a gigabyte of memory, so that a later run does not pay for memory that the machine has never used before.
+// It uses huge pages if there are any; these later also serve small pages. Then prints how many microseconds the
+// first touch of a small page takes.
 #include <sys/mman.h>
 
 #include <chrono>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Times what a user waits for, in the real main window, and prints one "name milliseconds" line each; for some also
-// how often the program needed a new page of memory ("faults"), which is the same on every machine.
+// Times what a user waits for, in the real main window, and prints a line "name milliseconds" for each; for some also
+// how many new pages of memory the program needed ("faults"), which is the same on every machine.
 //   wizard_bench start                  the main window, painted
 //   wizard_bench introduction           the first window that a user sees, painted; the main window waits behind it
 //   wizard_bench load PREFIX            both files loaded and painted; peak memory in MiB
@@ -35,7 +35,7 @@
 
 namespace {
 
-// Lets the window finish what it has put off.
+// Lets the window finish what it has postponed.
 void settle() {
     constexpr int longEnough = 12;  // ms
     QElapsedTimer timer;
@@ -72,7 +72,7 @@ double peakMegabytes() {
     return static_cast<double>(used().ru_maxrss) / 1024;
 }
 
-// Pages that the program has touched for the first time since this was made; what was in a file is not among them.
+// Counts the pages that the program has touched for the first time since construction, except those read from a file.
 class Faults {
   public:
     [[nodiscard]] double count() const { return static_cast<double>(used().ru_minflt - before_); }
@@ -81,7 +81,7 @@ class Faults {
     long before_ = used().ru_minflt;
 };
 
-// Prints the time of a step, and its faults.
+// Prints the time and the faults of a step.
 template <class Step>
 void measure(const char* name, const char* nameOfFaults, Step step) {
     const Faults faults;
@@ -99,7 +99,7 @@ class Painted final : public QObject {
         timer_.start();
         first_ = last_ = -1;
     }
-    /// In milliseconds since the start; -1 when none was painted.
+    /// In milliseconds since the start; -1 if none was painted.
     [[nodiscard]] double first() const { return first_; }
     [[nodiscard]] double last() const { return last_; }
 
@@ -133,8 +133,8 @@ void sendKey(QWidget& widget, Qt::Key key) {
     }
 }
 
-// A click with the mouse fills the grid of paragraphs; then it scrolls the grid of nodes and opens the node, which
-// paints both anew.
+// A click with the mouse fills the grid of paragraphs. It also scrolls the grid of nodes and opens the node, which
+// repaints both.
 void measureClicks(fMain& window) {
     auto& navs = *window.oNavs;
     auto& tree = *window.findChild<NavTree*>(QStringLiteral("myTree"));
@@ -172,7 +172,7 @@ void measureClicks(fMain& window) {
     std::vector<double> whole, paragraphs;
     for (std::size_t i = 0; i < clicks; ++i) {
         const auto all = clickOn(i);
-        if (paragraphsPainted.first() < 0) continue;  // a node too far down to be opened at one stroke
+        if (paragraphsPainted.first() < 0) continue;  // a node too far down to be opened all at once
         whole.push_back(all);
         paragraphs.push_back(paragraphsPainted.first());
     }
@@ -227,7 +227,7 @@ void measureEdits(fMain& window) {
     print("Del of a node", median(deletions));
 }
 
-// The node whose branch comes nearest to 2 % of the nodes.
+// The node whose branch is closest to 2 % of all nodes.
 std::int32_t branchOfTwoPercent(const clsNavSchemes& navs) {
     std::vector<std::pair<std::int32_t, std::size_t>> order;  // ID and depth, in pre-order
     walkTree(navs.NewEnum(), [&](const clsNavSchemes::Pointer& node, std::size_t depth) {
@@ -290,7 +290,7 @@ int main(int argc, char* argv[]) {
     print("memory, loaded", peakMegabytes());
     const auto bytes = static_cast<double>(file_size(nodes) + file_size(paragraphs)) / (1 << 20);
     print("memory / file bytes", (peakMegabytes() - empty) / bytes);
-    if (what == "load") std::_Exit(0);  // the rival's time ends here, too
+    if (what == "load") std::_Exit(0);  // the time of the program compared with ends here, too
     measureClicks(window);
     measure("analysis of the nodes", "faults of that analysis", [&] { static_cast<void>(CheckNav(navs)); });
     measure("analysis of paragraphs", "faults of that, too",

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Times what a user waits for, beside what others take for the same in the same run, and prints each goal with its verdict.
+"""Times what a user waits for, and other programs doing the same in the same run. Prints each goal with a verdict.
 
 usage: bench/compare.py [NODES [RUNS]]      1000000 nodes, medians of 3 runs; needs sqlite3 and the preset "bench" built
 The start is compared with doxywizard and sqlitebrowser where they are installed.
@@ -26,7 +26,7 @@ START_RIVALS = {"doxywizard": "doxygen-gui", "sqlitebrowser": "sqlitebrowser"}  
 
 
 def data(shape, nodes, *more):
-    """The prefix of a pair of files, made if it is not there."""
+    """The prefix of a pair of files, which are created if they do not exist."""
     prefix = os.path.join(DATA, "_".join([shape, str(nodes), *[word.strip("-") for word in more]]))
     if not os.path.exists(prefix + ".xst2"):
         os.makedirs(DATA, exist_ok=True)
@@ -38,7 +38,7 @@ def data(shape, nodes, *more):
 
 
 def warm():
-    """@return microseconds of a page fault"""
+    """How many microseconds a page fault takes."""
     return float(subprocess.run([os.path.join(BIN, "touch_memory")], check=True, text=True, stdout=subprocess.PIPE).stdout)
 
 
@@ -59,7 +59,7 @@ def starts(platform):
 
 
 def first_windows():
-    """Milliseconds until a window of these is visible on the X server: of the wizard, and of each rival by its name."""
+    """Milliseconds until a window is visible on the X server: of the wizard, and of each rival by name."""
     programs = {"wizard": os.path.join(BIN, "pelmo-wizard")} | {name: name for name in START_RIVALS}
     took = {name: [] for name in programs}
     with tempfile.TemporaryDirectory() as home:  # none of the user's settings
@@ -69,7 +69,7 @@ def first_windows():
             for name, program in programs.items():
                 out = subprocess.run([os.path.join(BIN, "first_window"), program], check=True, text=True, env=env,
                                      stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
-                if turn > 0:  # at first they make their settings and read their files from the disk
+                if turn > 0:  # in the first turn they create their settings and read their files from the disk
                     took[name].append(float(out))
                 time.sleep(0.2)  # for the window manager
     return {name: statistics.median(times) for name, times in took.items()}
@@ -89,7 +89,7 @@ def report_start():
 
 
 def printed(program, *arguments):
-    """What a run of a program printed: name -> number."""
+    """The output of a program: name -> number."""
     warm()
     out = subprocess.run([os.path.join(BIN, program), *arguments], check=True, text=True, env=ENV,
                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
@@ -148,7 +148,7 @@ def main():
     os.makedirs(out, exist_ok=True)
     broad = data("broad", NODES)
     runs, loads, rivals, copies = [], [], [], []
-    for _ in range(RUNS):  # in turn
+    for _ in range(RUNS):  # one after the other
         runs.append(wizard("all", broad, out))
         loads.append(wall([os.path.join(BIN, "wizard_bench"), "load", broad]))
         rivals.append(sqlite(broad, out))

@@ -1,17 +1,17 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Makes a pair of scheme files for the benchmarks: PREFIX.xst1 with nodes and PREFIX.xst2 with as many paragraphs.
+"""Creates a pair of scheme files for the benchmarks: PREFIX.xst1 with nodes and PREFIX.xst2 with as many paragraphs.
 
 usage: bench/make_scheme.py SHAPE NODES PREFIX [--shuffled]
 
-  broad    folders in folders, about NODES^(1/5) nodes in each; at the ends the other types. No rule is broken.
+  broad    folders in folders, about NODES^(1/5) nodes in each; the other types at the ends. Breaks no rule.
   star     one root with all others below it
   chain    each node below the one before
   hot      a broad tree, and all paragraphs on one node
   sparse   a broad tree with IDs far apart
 
-IDs rise through the tree, and every eighth or so is missing. The paragraphs stand in the order of their nodes.
---shuffled puts the lines of both files in any order. The same arguments always make the same bytes.
+IDs rise through the tree, and about every eighth is missing. The paragraphs are in the order of their nodes.
+--shuffled shuffles the lines of both files. The same arguments always create the same bytes.
 """
 import random
 import sys
@@ -34,9 +34,9 @@ def chain(count, _):
 
 
 def broad(count, dice):
-    """Type and parent's place of each node, in the order of the tree."""
+    """The type and the parent's place of each node, in tree order."""
     width = max(2, round(count ** 0.2))
-    open_nodes = [[0, count]]  # place, and how many more children it gets: the root all that are left
+    open_nodes = [[0, count]]  # place, and how many more children it gets: the root gets all that are left
     made = 1
     yield "F", None
     while made < count:
@@ -56,7 +56,7 @@ def broad(count, dice):
             made += 1
         elif kind == "F":
             children = dice.randint(1, 2 * width)
-            # The first child at once: a folder that stays empty would break a rule.
+            # Its first child at once: a folder that stays empty would break a rule.
             yield "N", place
             made += 1
             open_nodes.append([place, children - 1])

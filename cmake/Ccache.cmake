@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# Compiles through ccache where it is installed. What it keeps serves all source trees: names below this tree count as
-# relative, and the build's folder makes no difference.
+# Compiles with ccache if it is installed. All source trees share its cache: paths below this tree are treated as
+# relative, and the build folder makes no difference.
 find_program(CCACHE ccache)
 if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   set(CMAKE_CXX_COMPILER_LAUNCHER

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# What makes a release harder to attack through a fault in it; the compilers of all platforms but Microsoft's know these.
-# tests/packaging/check.sh looks for them in the packaged program.
+# Makes it harder to exploit a bug in a release. All compilers except Microsoft's have these options.
+# tests/packaging/check.sh verifies that the packaged program was built with them.
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   add_compile_options("$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong>")
   include(CheckPIESupported)

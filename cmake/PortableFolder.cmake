@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# CPack runs this when the files for a package stand in place. Of those for the .tar.gz it leaves the program's folder
-# alone, and adds what goes with it.
+# CPack runs this when the files for a package are in place. For the .tar.gz this keeps only the program's folder and
+# adds the files that go with it.
 if(CPACK_GENERATOR STREQUAL "TGZ")
   set(root ${CPACK_TEMPORARY_DIRECTORY})
   file(RENAME ${root}/lib/pelmo-wizard ${root}.folder)

@@ -70,14 +70,14 @@ void ChoiceList::mousePressEvent(QMouseEvent* event) {
     if (again && Click) Click();
 }
 
-// The base class makes an entry current when the list gets the focus; here nothing is, until the user chooses.
+// When the list gets the focus, the base class makes an entry current; here none is until the user selects one.
 void ChoiceList::focusInEvent(QFocusEvent* event) {
     const bool nothing = !currentIndex().isValid();
     QListWidget::focusInEvent(event);
     if (nothing) selectionModel()->clear();
 }
 
-// Each choice is of one entry; none takes it back, with Ctrl neither.
+// A choice always selects a single entry; nothing deselects it, not even Ctrl.
 QItemSelectionModel::SelectionFlags ChoiceList::selectionCommand(const QModelIndex& index, const QEvent*) const {
     return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
 }

@@ -4,23 +4,23 @@
 #include <QListWidget>
 #include <functional>
 
-/// A list box with one or no entry chosen. Choosing an entry, with the mouse, the keyboard or by `setListIndex`, is a
-/// click on it; so is a click on the one that is chosen already. The focus alone chooses nothing. Its frame is that
-/// of a text box, with the focus too.
+/// A list box in which one entry or none is selected. Selecting an entry, with the mouse, the keyboard or
+/// `setListIndex`, counts as a click on it; so does a click on the entry that is already selected. Receiving the
+/// focus selects nothing. The frame looks like that of a text box, also with the focus.
 class ChoiceList final : public QListWidget {
   public:
     explicit ChoiceList(QWidget* parent);
 
     std::function<void()> Click;
 
-    /// The chosen entry, counted from 0; -1 when none is.
+    /// The selected entry, counted from 0; -1 if none is selected.
     [[nodiscard]] int ListIndex() const;
-    /// Chooses an entry, or none with -1. An index that the list does not have changes nothing.
+    /// Selects an entry; -1 selects none. An index that the list does not have changes nothing.
     void setListIndex(int index);
-    /// The text of the chosen entry, empty when none is chosen.
+    /// The text of the selected entry; empty if none is selected.
     [[nodiscard]] QString chosen() const;
 
-    /// Makes the list as high as `rows` entries and as wide as the widest one.
+    /// Makes the list as high as `rows` entries and as wide as its widest entry.
     void fit(int rows);
 
   protected:

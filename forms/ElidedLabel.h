@@ -3,8 +3,8 @@
 
 #include <QLabel>
 
-/// A label of one line. Where the text is too long for it, it ends in an ellipsis, and the whole is the tool tip;
-/// `text` and a screen reader have the whole in any case.
+/// A label of one line. A text that is too long for it ends in an ellipsis, and the tool tip shows all of it; `text`
+/// and a screen reader always have the whole text.
 class ElidedLabel final : public QLabel {
   public:
     explicit ElidedLabel(QWidget* parent);

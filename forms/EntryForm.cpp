@@ -28,7 +28,7 @@ constexpr double columnGap = 120;       // twips
 
 constexpr QColor highlight(0xC0, 0xC0, 0xFF);
 
-// Whatever the state of the field: a disabled one has the same background.
+// In every state of the field: a disabled one has the same background.
 void setBackground(QWidget& field, const QColor& colour) {
     auto palette = field.palette();
     palette.setColor(QPalette::Base, colour);
@@ -48,7 +48,7 @@ void disable(QWidget& field) {
     setBackground(field, windowBackground());
 }
 
-// A move of the focus inside the form, and not its coming back from another window or a menu.
+// The focus moves inside the form, as opposed to coming back from another window or a menu.
 bool isMoveInForm(const QEvent& focus) {
     const auto reason = static_cast<const QFocusEvent&>(focus).reason();
     return reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason &&
@@ -77,10 +77,10 @@ EntryForm::EntryForm(const Plan& plan, QWidget* parent)
     auto* grid = new QGridLayout;
     grid->setColumnStretch(1, 1);
     addFields(*grid);
-    fillLists();  // to be measured
+    fillLists();  // so that they can be measured
     types_->fit(types_->count());
     kinds_->fit(kinds_->count());
-    disable(*keyLength_);  // until a character key is chosen: empty, it could not be left
+    disable(*keyLength_);  // until a character key is selected: an empty one could not be left
     auto* fields = new QVBoxLayout;
     fields->addLayout(grid);
     fields->addStretch(1);
@@ -104,7 +104,7 @@ EntryForm::EntryForm(const Plan& plan, QWidget* parent)
 }
 
 void EntryForm::addFields(QGridLayout& grid) {
-    QHBoxLayout* shared = nullptr;  // the fields of one row that have no label of their own
+    QHBoxLayout* shared = nullptr;  // a row with fields that have no label of their own
     for (const auto* field : fields_) {
         auto* input = inputs_.emplace_back(makeInput(*field)).widget;
         const int row = grid.rowCount();
@@ -162,7 +162,7 @@ EntryLine* EntryForm::makeLine(EntryField::Kind kind) {
     return line;
 }
 
-// As large as the longest help needs, so that no choice changes the size of the form.
+// Large enough for the longest help, so that no choice changes the size of the form.
 QSize EntryForm::sizeOfHelp() const {
     const int width = toPixels(helpWidth, logicalDpiX());
     int height = 0;
@@ -191,8 +191,7 @@ void EntryForm::addFootnote(const char* name, const char* text, const QFont& fon
 }
 
 void EntryForm::load() {
-    // The layout's own minimum leaves captions that wrap out, and adjustSize() takes two thirds of the screen at
-    // most.
+    // The layout's own minimum ignores captions that wrap, and adjustSize() takes at most two thirds of the screen.
     setMinimumSize(sizeHint());
     resize(minimumSize());
     inputs_.front().widget->setFocus();
@@ -258,7 +257,7 @@ void EntryForm::kindChosen() {
     updateNotes();
 }
 
-// Without a number in txtnn, txtParm stays as it is.
+// If txtnn is not a number, txtParm does not change.
 void EntryForm::composeKey() {
     if (const auto length = keyLengthIn(keyLength_->bytes())) parameter_->setBytes("CKey" + *length);
 }
@@ -282,7 +281,7 @@ QString EntryForm::noteOn(const Input& input) const {
     return noteOnCommas(input.line->text(), input.field->comma);
 }
 
-// Records drop what their type does not use.
+// A record drops what its type does not use.
 bool EntryForm::isStored(const Input& input) const {
     return (input.line == parameter_ ? kinds_ : input.widget)->isEnabled();
 }
@@ -342,7 +341,7 @@ void EntryForm::sendBack(QWidget& field) {
 bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
     const auto isHeld = [&] { return watched != inField_ && lacksNumber(inField_); };
     switch (event->type()) {
-        // The mouse moves the focus before the field that it pressed hears of it.
+        // A mouse press moves the focus before the pressed field receives the press.
         case QEvent::FocusIn: {
             const auto* input = inputOf(watched);
             if (!input || (static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason && isHeld())) break;
@@ -358,7 +357,7 @@ bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
             if (focusWidget() == inField_ || !isHeld()) break;
             sendBack(*inField_);
             return true;
-        case QEvent::ContextMenu:  // of a press that was sent back
+        case QEvent::ContextMenu:  // from a press that was sent back
             if (isHeld()) return true;
             break;
         default: break;
@@ -368,10 +367,10 @@ bool EntryForm::eventFilter(QObject* watched, QEvent* event) {
 
 void EntryForm::refuseNumber(const EntryField& field) {
     const auto& refused = inputOf(field);
-    refused.widget->setEnabled(true);  // the type may not use it, but the text in it has to be mended
+    refused.widget->setEnabled(true);  // even if the type does not use it: the user must fix the text in it
     if (refused.line) refused.line->selectAll();
     auto* focus = focusWidget();
-    sendBack(lacksNumber(focus) ? *focus : *refused.widget);  // one at a time: that one could not have been left
+    sendBack(lacksNumber(focus) ? *focus : *refused.widget);  // the user could not leave that field anyway
 }
 
 // --- closing ---

@@ -19,31 +19,32 @@ class QLabel;
 class QVBoxLayout;
 
 /// A field of an entry form, with the label before it and the help that is shown when it gets the focus. Each form
-/// has a constant for each of its fields, and its tables point to these: a field that no form has does not compile.
+/// has a constant for each of its fields, and its tables point to these. A table that names a field which the form
+/// does not have does not compile.
 struct EntryField {
     enum Kind {
         ID,             ///< a text box with the number of the record, `txtID`
         Line,           ///< a text box
-        CheckedNumber,  ///< a text box that is left only with a number in it
+        CheckedNumber,  ///< a text box that cannot be left without a number in it
         TypeList,       ///< the list of types, `lstType`
         KindList,       ///< the list of parameter kinds, `lstParm`
         KeyLength,      ///< the length of a character key, `txtnn`; a checked number
-        Parameter,      ///< a text box with the parameter, `txtParm`, which is made of the chosen kind and the length
+        Parameter,      ///< a text box with the parameter, `txtParm`, built from the selected kind and the length
     };
     Kind kind;
-    const char* label = "";  ///< name of the label; empty for a field that stands in the row of the one before
-    const char* caption;     ///< text of the label; without a label what a screen reader says
+    const char* label = "";  ///< name of the label; empty for a field in the same row as the one before
+    const char* caption;     ///< text of the label; without a label, what a screen reader says
     const char* name;
-    const char* help = "";  ///< empty where the help stays as it was
-    /// What a comma in the text does when the file is opened again; empty where a number is needed.
+    const char* help = "";  ///< empty if the help does not change
+    /// What a comma in the text does when the file is opened again; empty if the field needs a number.
     const char* comma = "";
 };
 
-/// A type of node or paragraph as its form offers it. The letter of the type is the first one of the entry.
+/// A type of node or paragraph as its form offers it. The first letter of the entry is the letter of the type.
 struct TypeChoice {
     const char* entry;
-    std::array<const EntryField*, 3> disables = {};  ///< what choosing the type makes unusable first; null is none
-    std::array<const EntryField*, 2> enables = {};   ///< what it then makes usable; disabled fields keep their text
+    std::array<const EntryField*, 3> disables = {};  ///< fields that the type disables first; null for none
+    std::array<const EntryField*, 2> enables = {};   ///< fields that it then enables; disabled fields keep their text
     const char* help;
 
     [[nodiscard]] constexpr char letter() const { return *entry; }
@@ -53,43 +54,44 @@ struct TypeChoice {
 [[nodiscard]] QFont formFont();
 
 /// What the two entry forms share: the fields and their help, the keyboard scheme, the parameter kinds, saving, and
-/// the question on closing. A form is made for one record, shown modally, and thrown away.
+/// the question on closing. A form is created for one record, shown modally, and destroyed.
 class EntryForm : public QDialog {
   protected:
     struct Plan {
         const char* name;
         const char* caption;
-        const char* question;                       ///< asked when the form is closed with changes
+        const char* question;                       ///< asked if the form is closed with unsaved changes
         std::span<const EntryField* const> fields;  ///< in their order on the form
         std::span<const TypeChoice> types;
         QFont hintFont;
     };
     EntryForm(const Plan& plan, QWidget* parent);
 
-    /// To be called at the end of the form's constructor: places the form and starts to serve its keys.
+    /// Call this at the end of the form's constructor. It places the form and starts to serve its keys.
     void load();
 
     // What a form does with its record.
     [[nodiscard]] virtual bool isChanged() const = 0;
-    /// Stores what the fields say. Says why when it cannot. @return whether it was stored
+    /// Stores the contents of the fields; if that is not possible, says why. @return whether they were stored
     virtual bool fuse() = 0;
-    /// What a save loses when `typed` is the ID of another record; empty when it is not.
+    /// What a save loses if `typed` is the ID of another record; empty if it is not.
     [[nodiscard]] virtual QString noteOnID(std::int32_t typed) const = 0;
 
     [[nodiscard]] ChoiceList& listOfTypes() const { return *types_; }
 
-    /// The text of a field as bytes of the code page; of the list of types the letter of the chosen one.
+    /// The text of a field as bytes of the code page; for the list of types, the letter of the selected type.
     [[nodiscard]] std::string valueOf(const EntryField& field) const;
-    /// Shows these bytes in a text box, but for the parameter, which follows the chosen kind. A list stays as it is.
+    /// Shows these bytes in a text box. Does nothing for the parameter, which follows the selected kind, or for a
+    /// list.
     void fill(const EntryField& field, std::string_view bytes);
-    /// The place of the type with this letter among all types, from 0; -1 for any other text.
+    /// The position, from 0, of the type with this letter among all types; -1 for any other text.
     [[nodiscard]] int placeOfType(std::string_view letter) const;
-    /// Fills the list of types, but for those with one of these letters, and that of the parameter kinds.
+    /// Fills the list of types, without those whose letter is in `left`, and the list of parameter kinds.
     void fillLists(std::string_view left = {});
-    /// Chooses the parameter kind that is stored as `parmIs`, none for an unknown one.
+    /// Selects the parameter kind that is stored as `parmIs`; does nothing for an unknown one.
     void chooseParameter(std::string_view parmIs);
 
-    /// Says that the field needs a whole number, and puts the focus there.
+    /// Says that the field needs a whole number, and moves the focus there.
     void refuseNumber(const EntryField& field);
 
     /// A line of text above the fields.
@@ -141,6 +143,6 @@ class EntryForm : public QDialog {
     EntryLine* parameter_ = nullptr;
     QLabel* lblDesc_ = nullptr;
     QVBoxLayout* rows_ = nullptr;
-    QWidget* inField_ = nullptr;  // the field in which the user is, although the mouse may have pressed another one
+    QWidget* inField_ = nullptr;  // the field that the user is in, even if the mouse has just pressed another one
     clsEventHandler oEH;
 };

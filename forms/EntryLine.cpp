@@ -25,20 +25,20 @@ QString withoutLineBreaks(QString text) {
     return text;
 }
 
-// The first character that cannot be stored, empty if there is none.
+// The first character that cannot be stored; empty if there is none.
 QString lackingIn(const QString& text) {
     return lackingInCodePage(withoutLineBreaks(text));
 }
 
-// Some characters cannot be seen, so their number is given too.
+// Some characters are invisible, so the message gives the number, too.
 QString describe(const QString& lacking) {
     const auto number = lacking.toUcs4().front();
-    return QStringLiteral("The character %1 (U+%2) cannot be stored: the code page of the files lacks it.")
+    return QStringLiteral("The character %1 (U+%2) cannot be stored: it is not in the code page of the files.")
         .arg(lacking)
         .arg(number, 4, 16, QLatin1Char('0'));
 }
 
-// So that the text in the box can be read.
+// Low enough to leave the text in the box readable.
 QPoint placeOfNotes(const EntryLine& line) {
     return line.mapToGlobal(QPoint(0, line.height() / 2));
 }
@@ -63,7 +63,7 @@ class StorableText final : public QValidator {
 EntryLine::EntryLine(QWidget* parent) : QLineEdit(parent) {
     setMaxLength(std::numeric_limits<int>::max());  // a text is never cut
     setValidator(new StorableText(*this));
-    // What a program sets, one that reads the screen and writes for its user, stands in spite of the validator.
+    // A program that sets the text, such as a screen reader that types for its user, bypasses the validator.
     connect(this, &QLineEdit::textChanged, this, [this](const QString& now) {
         if (lackingIn(now).isEmpty())
             storable_ = now;
@@ -82,7 +82,7 @@ void EntryLine::setBytes(std::string_view bytes) {
 }
 
 void EntryLine::setNote(const QString& note) {
-    // What was refused has a tip of its own, and leaves the text as it was.
+    // A refused text has a tip of its own and does not change the text in the box.
     if (note == toolTip() && text() == noted_) return;
     noted_ = text();
     const bool isGone = note.isEmpty() && !toolTip().isEmpty();
@@ -105,11 +105,11 @@ bool EntryLine::event(QEvent* event) {
 
 void EntryLine::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    // Afterwards: the style hears of the focus too, and that hides any tip.
+    // Later: the style reacts to the focus, too, and hides any tip.
     QMetaObject::invokeMethod(this, &EntryLine::showNote, Qt::QueuedConnection);
 }
 
-// The press took the note away that came with the focus.
+// The press has hidden the note that appeared with the focus.
 void EntryLine::mouseReleaseEvent(QMouseEvent* event) {
     QLineEdit::mouseReleaseEvent(event);
     if (event->button() == Qt::LeftButton) showNote();

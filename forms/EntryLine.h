@@ -4,20 +4,20 @@
 #include <QLineEdit>
 #include <string>
 
-/// A text box of an entry form. What is typed or pasted into it can be stored: a text with a character that the code
-/// page lacks is refused, and a tool tip says which; line breaks, which a record cannot hold, are shown as blanks.
-/// What is stored but does harm gets a note.
+/// A text box of an entry form. It accepts only what can be stored: typing or pasting a character that is not in the
+/// code page is refused, and a tool tip says which one. Line breaks, which a record cannot hold, are stored as
+/// blanks. A text that can be stored but does harm gets a note.
 class EntryLine final : public QLineEdit {
   public:
     explicit EntryLine(QWidget* parent);
 
-    /// The text as bytes of the code page, with blanks for line breaks; those at either end are dropped.
+    /// The text as bytes of the code page, with blanks for line breaks; line breaks at either end are dropped.
     [[nodiscard]] std::string bytes() const;
     void setBytes(std::string_view bytes);
 
-    /// Sets the note on the text in the box, which is its tool tip; empty for none. While the box has the focus the
-    /// note is shown with every change of the text, and when the user comes back. A screen reader says it before the
-    /// help.
+    /// Sets the note on the text in the box; empty for none. The note is the tool tip of the box. While the box has
+    /// the focus, the note appears whenever the text changes or the user comes back. A screen reader says it before
+    /// the help.
     void setNote(const QString& note);
 
   protected:
@@ -29,5 +29,5 @@ class EntryLine final : public QLineEdit {
     void showNote();
 
     QString noted_;     // the text that the note was last set for
-    QString storable_;  // the last text that can be stored
+    QString storable_;  // the last text that could be stored
 };

@@ -8,10 +8,10 @@
 namespace {
 
 constexpr char quoted[] = "A double quote is dropped when the file is opened again.";
-constexpr char noNumber[] = "A number has no comma and no quote: this one will be refused.";
+constexpr char noNumber[] = "A number cannot contain a comma or a quote: this one will be refused.";
 
 constexpr char noLength[] =
-    "A length has no comma and no quote. The parameter stays as it is until this is a number.";
+    "A length cannot contain a comma or a quote. The parameter does not change until this is a number.";
 
 constexpr qsizetype longestName = 80;  // characters
 
@@ -43,5 +43,5 @@ QString noteOnOwner(std::int32_t id, const char* owner, std::string_view name) {
 QString noteOnOpened(bool isStored, const char* kind, std::int32_t id) {
     const auto named = QString::fromLatin1(kind);
     if (!isStored) return QStringLiteral(" No new %1 is added.").arg(named);
-    return QStringLiteral(" The %1 %2 that you opened stays as it was.").arg(named).arg(id);
+    return QStringLiteral(" The %1 %2 that you opened does not change.").arg(named).arg(id);
 }

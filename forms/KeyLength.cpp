@@ -15,7 +15,7 @@ bool areDigits(std::string_view text) {
     return text.find_first_not_of("0123456789") == std::string_view::npos;
 }
 
-// To the nearest, halves to the even number.
+// Rounds to the nearest whole number, halves to the even one.
 bool roundsUp(std::string_view whole, std::string_view fraction) {
     if (fraction.empty() || fraction.front() != '5') return !fraction.empty() && fraction.front() > '5';
     const bool isOdd = !whole.empty() && (whole.back() - '0') % 2 != 0;

@@ -17,7 +17,7 @@ template <class Record>
 struct EntryMember {
     const EntryField* field;
     std::string (*read)(const Record&);
-    /// @return false when the member needs a whole number and the text is none
+    /// @return false if the member needs a whole number and the text is not one
     bool (*write)(Record&, const std::string&);
 };
 
@@ -31,7 +31,7 @@ constexpr EntryMember<Record> textMember(const EntryField& field) {
             }};
 }
 
-/// A text with a rule.
+/// A member that is a text with a rule: the record's functions read and set it.
 template <class Record, const Text& (Record::*get)() const, void (Record::*set)(Text)>
 constexpr EntryMember<Record> propertyMember(const EntryField& field) {
     return {&field, [](const Record& record) { return std::string((record.*get)().view()); },
@@ -52,7 +52,7 @@ constexpr EntryMember<Record> numberMember(const EntryField& field) {
             }};
 }
 
-/// Whether a form has all the fields that its tables name. To be asserted by each form.
+/// Whether a form has all the fields that its tables name. Each form asserts this.
 /// @param members a list of `EntryMember`
 constexpr bool hasAllFields(std::span<const EntryField* const> form, std::span<const TypeChoice> types,
                             const auto& members) {
@@ -78,7 +78,7 @@ class RecordForm : public EntryForm {
     using Fuse = std::function<bool(const Pointer&)>;
 
     /// @param members in the order in which they are written
-    /// @param fuse hands a record to its scheme, which may refuse it
+    /// @param fuse passes a record to its scheme, which may refuse it
     RecordForm(const Plan& plan, std::span<const Member> members, Fuse fuse, QWidget* parent)
         : EntryForm(plan, parent), members_(members), fuse_(std::move(fuse)) {}
 
@@ -96,7 +96,7 @@ class RecordForm : public EntryForm {
             members_, [&](const Member& member) { return member.read(*record_) != valueOf(*member.field); });
     }
 
-    // The record itself is changed only when the scheme has taken it: what was refused must not look saved.
+    // The record itself changes only after the scheme has accepted the copy: a refused change must not look saved.
     bool fuse() override {
         if (!record_) return false;
         auto edited = std::make_shared<Record>(*record_);

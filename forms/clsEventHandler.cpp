@@ -15,7 +15,7 @@ struct Key {
     Event event;
     enum { Alone, WithControl } argument = Alone;  ///< whether the event comes with the field that has the focus
 };
-// F6 and F12 have no event; F10 comes before F8 and F9.
+// F6 and F12 have no event, and F10 comes before F8 and F9: both are given.
 constexpr Key keyMap[] = {
     {Qt::Key_F1, 112, Event::eHelp},
     {Qt::Key_F2, 113, Event::eNew},

@@ -127,7 +127,7 @@ constexpr TypeChoice types[] = {
 };
 static_assert(std::ranges::equal(types, nodeTypes, {}, &TypeChoice::letter, &NodeType::letter));
 
-// The letters of the types that cannot stand below one with this letter, whatever may stand there.
+// The letters of the types that may not be below a node whose type has this letter.
 std::string typesNotBelow(char parent) {
     std::string letters;
     for (const auto& type : nodeTypes)
@@ -147,7 +147,7 @@ using Node = clsNavScheme;
 constexpr EntryMember<Node> members[] = {
     numberMember<Node, &Node::ID>(txtID),
     textMember<Node, &Node::descriptionIs>(txtDescription),
-    propertyMember<Node, &Node::typeIs, &Node::setTypeIs>(lstType),  // before query and parameter: its rule
+    propertyMember<Node, &Node::typeIs, &Node::setTypeIs>(lstType),  // first: its rule concerns the next two
     propertyMember<Node, &Node::queryIs, &Node::setQueryIs>(txtQuery),
     propertyMember<Node, &Node::parmIs, &Node::setParmIs>(txtParm),
     textMember<Node, &Node::iconIs>(txtIcon),
@@ -155,7 +155,7 @@ constexpr EntryMember<Node> members[] = {
 };
 static_assert(hasAllFields(fields, types, members));
 
-// Whether a node is the one with this ID, or below it. The file may have made a loop of parents.
+// Whether a node has this ID or is below the node that has it. The file may contain a loop of parents.
 bool standsAtOrBelow(const clsNavSchemes& oNavs, std::int32_t node, std::int32_t id) {
     auto above = oNavs.Item(node);
     for (auto left = oNavs.Count(); above && left > 0; --left) {
@@ -199,14 +199,14 @@ void fNav::setNavObject(Pointer node) {
     chooseParameter(NavObject()->parmIs());
 }
 
-// Below a generating node the list lacks the first type; below others that lack it too, the index is counted as if it
-// were there.
+// Below a generating node the list lacks the first type. It may lack it below other nodes, too; there the index is
+// counted as if it had it.
 int fNav::indexOfType(std::string_view type) const {
     const bool belowGenerating = PObject_ && PObject_->typeIs() == "G";
     return std::max(-1, placeOfType(type) - (belowGenerating ? 1 : 0));
 }
 
-// The other node gets the parent of this one, which makes a loop when that stands below it.
+// The other node gets this node's parent. If that parent is below the other node, this makes a loop.
 QString fNav::noteOnID(std::int32_t typed) const {
     const auto other = oNavs_.Item(typed);
     if (!NavObject() || !other || typed == NavObject()->ID) return {};
@@ -217,15 +217,15 @@ QString fNav::noteOnID(std::int32_t typed) const {
     if (isAbove)
         return note +
                (isRoot ? QStringLiteral(
-                             " Saving replaces the root and puts it below itself: all nodes will be "
+                             " Saving overwrites the root and puts it below itself: all nodes will be "
                              "missing from the tree, and the next save drops them from the file. "
                              "Only a second node with the parent 0 and its branch, if there is one, would remain.")
-                       : QStringLiteral(" Saving replaces that node and puts it below itself: it will be "
+                       : QStringLiteral(" Saving overwrites that node and puts it below itself: it will be "
                                         "missing from the tree with everything below it, and the next save "
                                         "drops them from the file."));
     return note +
            QStringLiteral(
-               " Saving replaces it: it gets all fields of this form and moves below this node's parent, with what "
-               "stands below it.") +
+               " Saving overwrites it with all fields of this form and moves it below this node's parent, with "
+               "everything below it.") +
            noteOnOpened(oNavs_.Item(NavObject()->ID) != nullptr, "node", NavObject()->ID);
 }

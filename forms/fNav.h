@@ -4,14 +4,14 @@
 #include "forms/RecordForm.h"
 #include "model/clsNavSchemes.h"
 
-/// The form in which the user adds or changes a node. It edits a record that is not in the scheme; F3 hands a copy of
-/// it to the scheme's `FuseNav`.
+/// The form in which the user adds or changes a node. It edits a record that is not in the scheme; F3 passes a copy
+/// of it to the scheme's `FuseNav`.
 class fNav final : public RecordForm<clsNavScheme> {
   public:
     /// @param oNavs must outlive the form
     fNav(clsNavSchemes& oNavs, QWidget* parent);
 
-    /// Sets the parent of the node. To be set first: it decides which types are offered.
+    /// Sets the parent of the node. Set this first: it decides which types are offered.
     void setPObject(std::shared_ptr<const clsNavScheme> parent);
     /// Sets the node to edit and shows it.
     void setNavObject(Pointer node);

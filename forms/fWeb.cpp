@@ -194,7 +194,7 @@ void fWeb::setWebObject(Pointer paragraph) {
     chooseParameter(WebObject()->parmIs);
 }
 
-// An unknown type leaves the choice as it is.
+// An unknown type does not change the choice.
 void fWeb::chooseType(std::string_view type) {
     const int place = placeOfType(type);
     if (type.empty() || place != -1) listOfTypes().setListIndex(place);
@@ -205,6 +205,6 @@ QString fWeb::noteOnID(std::int32_t typed) const {
     const auto isStored = [&](std::int32_t id) { return paragraphs.HasKey(keyText(id)); };
     if (!WebObject() || typed == WebObject()->ID || !isStored(typed)) return {};
     return noteOnOwner(typed, "another paragraph", paragraphs.Item(typed)->titleIs.view()) +
-           QStringLiteral(" Saving replaces it: it gets all fields of this form and moves to this page.") +
+           QStringLiteral(" Saving overwrites it with all fields of this form and moves it to this page.") +
            noteOnOpened(isStored(WebObject()->ID), "paragraph", WebObject()->ID);
 }

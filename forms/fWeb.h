@@ -4,7 +4,7 @@
 #include "forms/RecordForm.h"
 #include "model/clsNavSchemes.h"
 
-/// The form in which the user adds or changes a paragraph. It edits a record that is not in the scheme; F3 hands a
+/// The form in which the user adds or changes a paragraph. It edits a record that is not in the scheme; F3 passes a
 /// copy of it to the scheme's `FuseWeb`.
 class fWeb final : public RecordForm<clsWebScheme> {
   public:

@@ -8,8 +8,8 @@
 
 // Windows-1252, the code page of the files where the operating system has none of its own.
 
-/// The characters of the bytes 80 to FF. Five bytes stand for none; here they are the control characters of the same
-/// number, so that every byte is a character and no two are the same one.
+/// The characters for the bytes 80 to FF. Windows-1252 leaves five bytes undefined; here they become the control
+/// characters with the same number, so that every byte has a character and no two bytes share one.
 inline constexpr std::array<char16_t, 128> upperHalfOfCodePage = {
     0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,  // 80
     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,  //
@@ -35,17 +35,17 @@ inline constexpr std::array<char16_t, 128> upperHalfOfCodePage = {
     return code < 0x80 ? char16_t{code} : upperHalfOfCodePage[code - 0x80U];
 }
 
-/// The byte that stands for a character; nothing when the code page lacks it.
+/// The byte that stands for a character; nothing if the character is not in the code page.
 [[nodiscard]] std::optional<char> byteOf(char32_t character);
 
-/// Whether the byte is one of the five that stand for no character.
+/// Whether the byte is one of the five that the code page leaves undefined.
 [[nodiscard]] constexpr bool isFreeByte(char byte) {
     const auto character = characterOf(byte);
     return character >= 0x80 && character < 0xA0;
 }
 
-/// Turns bytes of the code page into UTF-8.
+/// Converts bytes of the code page to UTF-8.
 [[nodiscard]] std::string toUtf8(std::string_view bytes);
 
-/// Turns valid UTF-8 into bytes of the code page; a character that it lacks becomes "?".
+/// Converts valid UTF-8 to bytes of the code page; a character that is not in it becomes "?".
 [[nodiscard]] std::string fromUtf8(std::string_view text);

@@ -14,7 +14,7 @@ bool endsLine(char c) {
     return c == '\n' || c == '\r';
 }
 
-// All bytes that mean something inside a line are no greater than the comma; most bytes are greater.
+// Every byte with a meaning inside a line is at most as great as the comma; most other bytes are greater.
 bool isPlain(char c) {
     return static_cast<unsigned char>(c) > static_cast<unsigned char>(',');
 }
@@ -64,8 +64,8 @@ char* FileReader::skipLine(char* from) const {
     return from;
 }
 
-// LF and CR each end a line, and so does the end of the bytes, whose spare byte is an LF. CR LF thus ends a line and
-// an empty one, which is passed over like every line without a number.
+// LF and CR each end a line; so does the end of the bytes, where the spare byte is an LF. CR LF therefore ends a line
+// and then an empty one, which is skipped like every line without a number.
 void FileReader::goBehind(char* lineEnd) {
     next_ = std::min(lineEnd + 1, end_);
 }
@@ -83,8 +83,8 @@ FileBytes readFile(const std::filesystem::path& file) {
             in.read(content.bytes.get() + content.size, static_cast<std::streamsize>(capacity - 1 - content.size));
             content.size += static_cast<std::size_t>(in.gcount());
             if (in.eof()) return content;
-            if (!in) return {};  // it could not be opened, or not be read
-            // The file is longer than it said: one that grows, or one made by the system.
+            if (!in) return {};  // it could not be opened or read
+            // The file is longer than its size said: it is growing, or the operating system generates it.
             auto larger = makeLargeBytes(capacity * 2);
             std::memcpy(larger.get(), content.bytes.get(), content.size);
             content.bytes = std::move(larger);

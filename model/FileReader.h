@@ -16,7 +16,7 @@ class Piece {
     Piece() = default;
     Piece(char* first, char* last) : first_(first), last_(last) {}
 
-    /// The bytes as they stand, left in the file's bytes. Call it once, and not for the first piece of a line.
+    /// The bytes of the piece, without copying them. Call this at most once, and never for the first piece of a line.
     [[nodiscard]] Text text() const { return Text::inFile(first_, last_); }
     /// The whole number that the piece holds; 0 when it holds none.
     [[nodiscard]] std::int32_t number() const;
@@ -26,11 +26,11 @@ class Piece {
     char* last_ = nullptr;
 };
 
-/// Reads the records of a scheme's text file: comma-separated lines whose first byte, blanks (0x20) aside, is a
-/// digit. All other lines, the header among them, are passed over. CR LF, LF and CR each end a line; the last line
-/// may lack its end. Quotes are dropped wherever they stand, and nothing is escaped.
+/// Reads the records of a scheme's text file: comma-separated lines that begin with a digit, leading blanks (0x20)
+/// aside. All other lines, including the header, are skipped. CR LF, LF and CR each end a line; the last line needs
+/// no line end. Quotes are dropped wherever they are, and nothing is escaped.
 ///
-/// The reader works inside the bytes that it is given, which afterwards hold the texts of the records.
+/// The reader works in place, in the bytes that it is given; afterwards they hold the texts of the records.
 class FileReader {
   public:
     static constexpr std::size_t mostPieces = 10;  ///< further pieces of a line are ignored
@@ -39,7 +39,7 @@ class FileReader {
     /// @param bytes one byte longer than `size`: the spare byte ends the last line
     FileReader(char* bytes, std::size_t size) : next_(bytes), end_(bytes + size) { *end_ = '\n'; }
 
-    /// Reads the next record line. @return false at the end of the bytes
+    /// Reads the next line that holds a record. @return false at the end of the bytes
     [[nodiscard]] bool next(Pieces& pieces);
 
   private:
@@ -53,9 +53,9 @@ class FileReader {
 
 /// A text file's bytes.
 struct FileBytes {
-    LargeBytes bytes;  ///< with one spare byte behind them
+    LargeBytes bytes;  ///< with one spare byte after them
     std::size_t size = 0;
 };
 
-/// Reads a whole file. @return no bytes (null) when it is not a regular file or cannot be read to its end
+/// Reads a whole file. @return no bytes (null) if it is not a regular file or cannot be read to its end
 [[nodiscard]] FileBytes readFile(const std::filesystem::path& file);

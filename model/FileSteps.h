@@ -3,15 +3,15 @@
 
 #include <filesystem>
 
-// Steps of a save that differ from system to system. Elsewhere than on Linux they do nothing, and QSaveFile alone
-// takes care of the old file.
+// Steps of a save that depend on the operating system. Except on Linux they do nothing, and QSaveFile alone protects
+// the old file.
 
 #ifdef WIZARD_LINUX
 /// @param file the handle of a file
-/// @return whether the disk has the bytes; where it cannot be asked, whether closing the file reports no error
+/// @return whether the bytes are on the disk; where that cannot be known, whether closing the file reports no error
 [[nodiscard]] bool isOnDisk(int file);
 
-/// Gives the new file the group and the mode of the one that it is to replace, as far as the user may.
+/// Gives the new file the group and the mode of the file that it will replace, as far as the user is allowed to.
 void takeOver(int newFile, const std::filesystem::path& file);
 
 /// Puts a file that has no name yet in the place of an old one.

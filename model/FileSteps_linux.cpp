@@ -13,14 +13,14 @@
 
 namespace {
 
-// Some file systems tell only when a file is closed that they could not write it.
+// Some file systems report a failed write only when the file is closed.
 // @return whether closing it would succeed; it stays open
 bool canBeClosed(int file) {
     const int another = fcntl(file, F_DUPFD_CLOEXEC, 0);
     return another >= 0 && close(another) == 0;
 }
 
-// What a file of this mode may be given in another group: no more than to everybody.
+// The mode for a file that could not be given its old group: the new group gets no more rights than everybody has.
 mode_t withoutItsGroup(mode_t mode) {
     const mode_t everybody = mode & 07U;
     return (mode & 0707U) | (mode & everybody << 3U & 070U);
@@ -45,9 +45,9 @@ void takeOver(int newFile, const std::filesystem::path& file) {
     static_cast<void>(fchmod(newFile, hasItsGroup ? old.st_mode & 07777U : withoutItsGroup(old.st_mode)));
 }
 
-// Linux has no single step for it: the new file has a name of its own for a moment. A process of its own takes both
-// steps, so that no end of this one comes between. It shares the memory of this one, which waits for it, and so costs
-// no time; it does nothing but ask the system.
+// Linux needs two steps for this: the new file has a name of its own for a moment. A separate process takes both
+// steps, so they are both taken even if this process is killed. It borrows the memory of this process, which waits
+// for it, so it costs almost no time; it makes system calls and does nothing else.
 bool replaceFromAnotherProcess(int newFile, const std::filesystem::path& file) {
     std::error_code error;
     const auto place = std::filesystem::canonical(file, error).native();
@@ -57,7 +57,7 @@ bool replaceFromAnotherProcess(int newFile, const std::filesystem::path& file) {
     const auto name = place + '.' + std::to_string(100'000 + std::random_device()() % 900'000);
     const auto process = vfork();
     if (process == 0) {
-        setsid();  // out of reach of a signal to all processes of the terminal
+        setsid();  // so that a signal to all processes of the terminal does not reach it
         if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0 &&
             std::rename(name.c_str(), place.c_str()) != 0)
             unlink(name.c_str());

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Still in the processor's cache when the system copies it.
+// Small enough to be still in the processor's cache when the operating system copies it.
 constexpr std::size_t largestPiece = std::size_t{256} << 10;
 
 QString nameOf(const std::filesystem::path& file) {
@@ -20,8 +20,8 @@ std::filesystem::path pathOf(const QString& name) {
     return QFile(name).filesystemFileName();
 }
 
-// The new file has a longer name for the moment before it takes the place of an old one, and only the end of a save
-// would notice that the system does not take that.
+// For a moment, before it takes the place of an old one, the new file has a longer name. If that is too long, the
+// save would otherwise fail only at its end.
 bool leavesRoomForALongerName(const std::filesystem::path& file) {
     std::error_code error;
     auto longer = std::filesystem::weakly_canonical(file, error);
@@ -32,8 +32,8 @@ bool leavesRoomForALongerName(const std::filesystem::path& file) {
 
 }  // namespace
 
-// While it exists, a file that grows beyond the limit for files is a failed write, and not the end of the program. A
-// program that listens to the signal goes on to hear of it.
+// While this exists, writing beyond the limit for the size of a file is a failed write and does not end the program.
+// A program with a handler for the signal still receives it.
 class FileWriter::SizeLimitIsAnError {
 #ifdef SIGXFSZ
   public:
@@ -62,7 +62,7 @@ FileWriter::FileWriter(const std::filesystem::path& file) : file_(std::make_uniq
     const auto type = std::filesystem::status(file, error).type();
     const bool replaceable =
         type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
-    // Bytes that are no text would be written as another name.
+    // A name whose bytes are not valid text would be written as another name.
     const bool nameable = pathOf(file_->file.fileName()) == file;
     good_ = replaceable && nameable && leavesRoomForALongerName(file) && file_->file.open(QIODevice::WriteOnly);
 }
@@ -83,7 +83,7 @@ void FileWriter::write(std::string_view bytes) {
     piece_.append(bytes);
 }
 
-// Every step is looked at: with a full disk each alone may claim success and leave a truncated file.
+// Every step is checked: on a full disk any single one may claim success and leave a truncated file.
 void FileWriter::writePiece() {
     good_ = good_ && file_->file.write(piece_.data(), static_cast<qint64>(piece_.size())) ==
                          static_cast<qint64>(piece_.size());

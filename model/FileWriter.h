@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-/// Writes a file so that the file that was there before is either replaced by all that was written or left
-/// untouched: a full disk, a missing permission or a crash half-way loses nothing. The new file has the group and the
-/// mode of the old one where the user may set them; its owner, hard links and extended attributes are not kept.
+/// Writes a file so that the old file is either replaced by everything that was written or left untouched: a full
+/// disk, a missing permission or a crash half-way loses nothing. The new file gets the group and the mode of the old
+/// one where the user may set them; the old one's owner, hard links and extended attributes are not kept.
 class FileWriter {
   public:
     /// Starts writing. Only a regular file is ever replaced, never a folder, a pipe or a device.
@@ -17,10 +17,10 @@ class FileWriter {
     FileWriter(const FileWriter&) = delete;
     FileWriter& operator=(const FileWriter&) = delete;
 
-    /// Whether nothing has failed so far; right after the start, whether the file can be written.
+    /// Whether nothing has failed so far; right after construction, whether the file can be written.
     [[nodiscard]] bool isGood() const;
     void write(std::string_view bytes);
-    /// Puts the file in its place. @return false when anything failed since the start; the old file is then untouched
+    /// Puts the file in its place. @return false if anything has failed; the old file is then untouched
     [[nodiscard]] bool commit();
 
   private:
@@ -29,6 +29,6 @@ class FileWriter {
     class SizeLimitIsAnError;
     struct File;
     std::unique_ptr<File> file_;
-    std::string piece_;  // what is not handed to the system yet
+    std::string piece_;  // not yet handed to the operating system
     bool good_ = true;
 };

@@ -17,7 +17,7 @@ std::uint32_t GroupIndex::groupFor(std::int32_t number) {
 }
 
 void GroupIndex::distribute(const LargeArray<std::uint32_t>& groupOf) {
-    std::uint32_t start = 0;  // ends_ holds the sizes; turn them into starts, which filling moves to the ends
+    std::uint32_t start = 0;  // ends_ holds sizes: make them starts; filling the groups then makes them ends
     for (auto& end : ends_) {
         const auto size = end;
         end = start;

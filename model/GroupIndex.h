@@ -7,12 +7,12 @@
 #include "model/KeyIndex.h"
 #include "model/LargeArray.h"
 
-/// Groups list places by a number, keeping their order: the children of each node, the paragraphs of each node.
-/// Built in O(n) for one operation; it does not follow later changes of the list.
+/// Groups the places of a list by a number and keeps their order: the children of each node, the paragraphs of each
+/// node. Built in O(n) for one operation; it does not follow later changes of the list.
 class GroupIndex {
   public:
     /// @param count   length of the list
-    /// @param numberOf callable: place -> pointer to the number that it is grouped by, null to leave the place out
+    /// @param numberOf callable: place -> pointer to the number to group it by; null leaves the place out
     template <class NumberOf>
     GroupIndex(std::uint32_t count, NumberOf numberOf) {
         LargeArray<std::uint32_t> groupOf(count, KeyIndex::none);
@@ -29,7 +29,7 @@ class GroupIndex {
         const auto found = find(number);
         return found == KeyIndex::none ? std::span<const std::uint32_t>() : group(found);
     }
-    /// The group of `number`, `KeyIndex::none` when nothing was grouped under it.
+    /// The group of `number`; `KeyIndex::none` if nothing was grouped under it.
     [[nodiscard]] std::uint32_t find(std::int32_t number) const { return groups_.find(number); }
     /// The places of that group.
     [[nodiscard]] std::span<const std::uint32_t> group(std::uint32_t group) const {

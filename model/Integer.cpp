@@ -24,7 +24,7 @@ std::string_view takeDigits(std::string_view& text) {
     return digits;
 }
 
-// Whether the fraction digits round the whole number before them up.
+// Whether these fraction digits round the whole number before them up.
 bool roundsUp(std::string_view fraction, bool wholeIsOdd) {
     if (fraction.empty() || fraction.front() != '5') return !fraction.empty() && fraction.front() > '5';
     return wholeIsOdd || fraction.find_first_not_of('0', 1) != std::string_view::npos;
@@ -33,7 +33,7 @@ bool roundsUp(std::string_view fraction, bool wholeIsOdd) {
 }  // namespace
 
 std::optional<std::int32_t> readInteger(std::string_view text) {
-    // Nearly all numbers are plain ones; for these the standard library is right and quick.
+    // Nearly all numbers are plain ones, which the standard library reads correctly and fast.
     std::int32_t plain = 0;
     const char* end = text.data() + text.size();
     if (const auto read = std::from_chars(text.data(), end, plain); read.ec == std::errc{} && read.ptr == end)

@@ -20,7 +20,8 @@ std::size_t unsignedOf(std::int32_t number) {
 
 }  // namespace
 
-// The mixing steps of the generator SplitMix64: each bit of the number and of the seed changes half of the result.
+// The mixing steps of the generator SplitMix64: each bit of the number and of the seed changes about half of the bits
+// of the result.
 std::size_t KeyIndex::Mixed::operator()(std::int32_t number) const noexcept {
     auto mixed = seed + unsignedOf(number) * std::uint64_t{0x9E3779B97F4A7C15};
     mixed = (mixed ^ mixed >> 30) * std::uint64_t{0xBF58476D1CE4E5B9};
@@ -44,7 +45,7 @@ std::uint32_t& KeyIndex::slotFor(std::int32_t number) {
     if (place < table_.size()) return table_[place];
     expected_ = std::max(expected_, inserted_ + 1);
     if (place < std::max(smallestTable, expected_ * slotsPerEntry)) {
-        // Room for numbers with gaps between them, at once: what is not used of it is never touched.
+        // Reserve room for numbers with gaps between them at once: memory that stays unused is never touched.
         if (place >= table_.capacity())
             table_.reserve(std::max({place + 1, expected_ * 2, smallestTable, table_.capacity() * 2}));
         table_.resize(std::max(place + 1, smallestTable), none);

@@ -9,14 +9,14 @@
 
 /// Maps 32-bit numbers (keys, IDs) to places 0, 1, 2 … in a list.
 ///
-/// IDs are mostly small and close together, so those below four times the number of entries sit in a plain table,
-/// where finding one is one memory access; the others go to a hash table. Every operation is O(1), whatever the
-/// numbers are: where one goes in the hash table is different in each run, so none can be chosen to meet.
+/// IDs are mostly small and close together, so those below four times the number of entries are kept in a plain
+/// table, where a look-up is one memory access; the others go to a hash table. Every operation is O(1) for any
+/// numbers: the hash is seeded anew in each run, so nobody can choose numbers that collide.
 class KeyIndex {
   public:
-    static constexpr std::uint32_t none = 0xFFFFFFFF;  ///< the place of a number that is not here
+    static constexpr std::uint32_t none = 0xFFFFFFFF;  ///< stands for the place of a number that has none
 
-    /// Expects `count` entries in all, so that the table has its size at once.
+    /// Prepares for `count` entries in all, so that the table has its final size at once.
     void reserve(std::size_t count);
     /// @return the place of `number`, or `none`
     [[nodiscard]] std::uint32_t find(std::int32_t number) const {
@@ -24,11 +24,11 @@ class KeyIndex {
         const auto place = inTable < table_.size() ? table_[inTable] : none;
         return place != none || others_.empty() ? place : findOther(number);
     }
-    /// Gives `number` a place. @return false, changing nothing, when it has one
+    /// Gives `number` a place. @return false, changing nothing, if it has one already
     bool insert(std::int32_t number, std::uint32_t place);
     /// Gives `number` a place, replacing the one it has.
     void set(std::int32_t number, std::uint32_t place);
-    /// Forgets `number`, if it is here.
+    /// Removes `number`, if it has a place.
     void erase(std::int32_t number);
     void clear();
 
@@ -38,10 +38,10 @@ class KeyIndex {
     };
 
     [[nodiscard]] std::uint32_t findOther(std::int32_t number) const;
-    std::uint32_t& slotFor(std::int32_t number);  // makes one, holding `none`, where there is none
+    std::uint32_t& slotFor(std::int32_t number);  // makes one that holds `none` if there is none
 
     LargeArray<std::uint32_t> table_;                                // by number, `none` where there is no entry
-    std::unordered_map<std::int32_t, std::uint32_t, Mixed> others_;  // the numbers outside the table when they came
-    std::size_t expected_ = 0;  // entries: those reserved, or those below if they are more
-    std::size_t inserted_ = 0;  // entries that were outside the table when they came
+    std::unordered_map<std::int32_t, std::uint32_t, Mixed> others_;  // numbers inserted while outside the table
+    std::size_t expected_ = 0;  // entries: `reserve`d, or as many as `inserted_` if that is more
+    std::size_t inserted_ = 0;  // entries that were inserted while outside the table
 };

@@ -14,15 +14,15 @@
 /// The collection behind both schemes: records in the order in which they were added, each filed under the ID that
 /// it had at that moment. A record whose ID changes later keeps its key until `FileAnew`.
 ///
-/// Adding, finding and removing by key take O(1). Records may be removed, and, while one stays, others added, in
-/// the middle of a for-each loop: nobody is skipped or met twice. (A removed record leaves an empty slot behind until
-/// the collection is empty; loops pass over it.)
+/// Adding, finding and removing by key take O(1). A for-each loop may remove records, and add others as long as at
+/// least one stays: no record is skipped or visited twice. (A removed record leaves an empty slot behind until the
+/// collection is empty; loops skip it.)
 template <class Record>
 class KeyedCollection {
   public:
     using Pointer = std::shared_ptr<Record>;
 
-    /// Files `record` under its ID. @return false, changing nothing, when the key is taken
+    /// Files `record` under its ID. @return false, changing nothing, if the key is taken
     /// @throws std::bad_alloc, changing nothing
     bool Add(Pointer record) {
         const auto key = record->ID;
@@ -34,11 +34,10 @@ class KeyedCollection {
         return true;
     }
 
-    /// Files every record under the ID that it has now; the order stays. Of the records that share an ID one is found
-    /// by it: the first of those that `preferred` names, else the first in collection order. The others stay without
-    /// a key.
+    /// Files every record under its current ID; the order stays. Of the records that share an ID, one gets the key:
+    /// the first that `preferred` names, else the first in collection order. The others stay without a key.
     /// @param preferred callable: () -> a list of slots; called only if records share an ID
-    /// @throws std::bad_alloc, and what `preferred` throws, changing nothing
+    /// @throws std::bad_alloc, and whatever `preferred` throws, changing nothing
     template <class Preferred>
     void FileAnew(Preferred preferred) {
         KeyIndex places;
@@ -62,10 +61,10 @@ class KeyedCollection {
         places_ = std::move(places);
         withoutKey_ = count_ - filed;
     }
-    /// Whether records have no key, because they share their ID with another one.
+    /// Whether some records have no key because they share their ID with another one.
     [[nodiscard]] bool HasRecordsWithoutKey() const { return withoutKey_ != 0; }
 
-    /// @return the record filed under `key`, null when there is none
+    /// @return the record filed under `key`, null if there is none
     [[nodiscard]] Pointer Item(std::int32_t key) const {
         const auto place = places_.find(key);
         return place == KeyIndex::none ? nullptr : slots_[place];
@@ -75,10 +74,10 @@ class KeyedCollection {
         return number ? Item(*number) : nullptr;
     }
 
-    /// The slot of the record filed under `key`, `KeyIndex::none` when there is none.
+    /// The slot of the record filed under `key`, `KeyIndex::none` if there is none.
     [[nodiscard]] std::uint32_t SlotOf(std::int32_t key) const { return places_.find(key); }
 
-    /// Removes the record filed under `key`. @return false when there is none
+    /// Removes the record filed under `key`. @return false if there is none
     bool RemoveKey(std::int32_t key) {
         const auto place = places_.find(key);
         if (place == KeyIndex::none) return false;
@@ -90,8 +89,7 @@ class KeyedCollection {
         return number && RemoveKey(*number);
     }
 
-    /// Removes the record at `position`, counted from 1 in collection order, in O(n). @return false when there is
-    /// none
+    /// Removes the record at `position`, counted from 1 in collection order, in O(n). @return false if there is none
     bool RemoveAt(std::int32_t position) {
         for (std::size_t slot = 0; position > 0 && slot < slots_.size(); ++slot)
             if (slots_[slot] && --position == 0) {
@@ -101,7 +99,7 @@ class KeyedCollection {
         return false;
     }
 
-    /// Removes the record in `slot`, which must hold one. The slots go with the last record.
+    /// Removes the record in `slot`, which must hold one. Removing the last record frees all slots.
     void RemoveSlot(std::size_t slot) {
         if (places_.find(keys_[slot]) == slot)
             places_.erase(keys_[slot]);
@@ -112,14 +110,14 @@ class KeyedCollection {
     }
 
     void Clear() {
-        slots_ = LargeArray<Pointer>();  // an empty list in braces would keep the memory
+        slots_ = LargeArray<Pointer>();  // assigning {} would keep the memory
         keys_ = LargeArray<std::int32_t>();
         places_.clear();
         count_ = 0;
         withoutKey_ = 0;
     }
 
-    /// Expects `count` records in all.
+    /// Prepares for `count` records in all.
     void Reserve(std::size_t count) {
         slots_.reserve(count);
         keys_.reserve(count);
@@ -128,11 +126,11 @@ class KeyedCollection {
 
     [[nodiscard]] std::int32_t Count() const { return count_; }
 
-    /// Every place of the collection in order; those of removed records are null.
+    /// All slots in order; those of removed records are null.
     [[nodiscard]] std::span<const Pointer> Slots() const { return slots_; }
 
-    /// Walks over the records, following changes of the collection. It hands out the collection's own pointer:
-    /// copy that to keep a record that the loop removes.
+    /// Goes over the records and follows changes of the collection. It returns the collection's own pointer:
+    /// copy it to keep a record that the loop removes.
     class Iterator {
       public:
         explicit Iterator(const KeyedCollection& collection) : collection_(&collection) { skipRemoved(); }
@@ -155,7 +153,7 @@ class KeyedCollection {
     [[nodiscard]] std::nullptr_t end() const { return nullptr; }
 
   private:
-    // Lets the next record go into both lists without asking for memory.
+    // Makes sure that the next record goes into both lists without an allocation.
     void makeRoomForOne() {
         if (slots_.size() < slots_.capacity() && keys_.size() < keys_.capacity()) return;
         const auto room = std::max<std::size_t>(slots_.size() * 2, 8);
@@ -164,14 +162,14 @@ class KeyedCollection {
     }
 
     LargeArray<Pointer> slots_;
-    LargeArray<std::int32_t> keys_;  // by slot; of a record without a key its ID
+    LargeArray<std::int32_t> keys_;  // by slot; for a record without a key, its ID
     KeyIndex places_;                // key -> slot
     std::int32_t count_ = 0;
     std::int32_t withoutKey_ = 0;
 };
 
-/// The records of a collection in order, for a for-each loop that only reads them. Each is handed out as a plain
-/// pointer, good until it is removed.
+/// The records of a collection in order, for a for-each loop that only reads them. Each is a plain pointer, valid
+/// until the record is removed.
 template <class Record>
 class ReadOnlyRecords {
   public:

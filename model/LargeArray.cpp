@@ -7,7 +7,7 @@
 #include <sys/mman.h>
 #endif
 
-// The sanitizers know nothing of memory that does not come from `operator new`.
+// The sanitizers cannot check memory that does not come from `operator new`.
 #if defined(MADV_HUGEPAGE) && !defined(WIZARD_SANITIZED)
 
 namespace {
@@ -29,7 +29,7 @@ constexpr std::uintptr_t roundedUp(std::uintptr_t bytes) {
 void* largeBlock::allocate(std::size_t bytes) {
     if (!isLarge(bytes)) return ::operator new(bytes);
     if (bytes > most) throw std::bad_alloc();
-    // A huge page more than needed, to cut off what stands before the first whole one, and the rest.
+    // One huge page more than needed: what comes before the first boundary is given back, and so is the rest.
     const auto size = roundedUp(bytes);
     void* const got = mmap(nullptr, size + hugePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (got == MAP_FAILED) throw std::bad_alloc();
@@ -37,7 +37,7 @@ void* largeBlock::allocate(std::size_t bytes) {
     char* const block = static_cast<char*>(got) + before;
     if (before != 0) munmap(got, before);
     munmap(block + size, hugePage - before);
-    madvise(block, size, MADV_HUGEPAGE);  // no more than a wish
+    madvise(block, size, MADV_HUGEPAGE);  // only a hint
     return block;
 }
 

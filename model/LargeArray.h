@@ -6,18 +6,18 @@
 #include <new>
 #include <vector>
 
-/// Memory for arrays that may be large. Where the operating system has huge pages (of 2 MiB, on Linux), a large block
-/// starts at the beginning of one and asks for them. The first touch of a page interrupts the program, which takes
-/// many microseconds on some virtual machines, and a huge page is touched once where 512 small ones were. Blocks
-/// below a megabyte, and all blocks elsewhere, are those of `operator new`.
+/// Memory for arrays that may be large. Where the operating system has huge pages (2 MiB, on Linux), a large block
+/// starts on the boundary of one and asks for them. The first access to a page interrupts the program, which takes
+/// many microseconds on some virtual machines; a huge page costs one such interruption where 512 small pages cost
+/// 512. Blocks below 1 MiB, and all blocks elsewhere, come from `operator new`.
 namespace largeBlock {
 
 /// @throws std::bad_alloc
 [[nodiscard]] void* allocate(std::size_t bytes);
-/// @param bytes those that were asked for
+/// @param bytes as many as were allocated
 void free(void* block, std::size_t bytes) noexcept;
 
-/// Gives a block of bytes back that a `std::unique_ptr` owns.
+/// Frees a block of bytes that a `std::unique_ptr` owns.
 struct Free {
     std::size_t bytes = 0;
     void operator()(char* block) const noexcept { free(block, bytes); }
@@ -54,6 +54,6 @@ using LargeBytes = std::unique_ptr<char[], largeBlock::Free>;
     return {static_cast<char*>(largeBlock::allocate(count)), {count}};
 }
 
-/// A vector of what there is one of for each record, or of records.
+/// A vector with an element for each record, or of the records themselves.
 template <class T>
 using LargeArray = std::vector<T, largeBlock::Allocator<T>>;

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-/// Builds one line of a scheme's text file: numbers bare, texts in double quotes and otherwise as they stand, commas
-/// between them, CR LF at the end.
+/// Builds one line of a scheme's text file: bare numbers, texts in double quotes and otherwise unchanged, commas
+/// between them, CR LF at the end. Quotes and commas inside a text are not escaped: the database expects it so.
 class LineBuilder {
   public:
     LineBuilder& start() {
@@ -27,7 +27,7 @@ class LineBuilder {
         *to++ = '"';
         return finishField(to);
     }
-    /// The finished line of at least one field, valid until the next one is started.
+    /// The finished line, which must have at least one field; valid until the next line is started.
     [[nodiscard]] std::string_view end() {
         --length_;  // no comma after the last field
         char* const to = room(2);
@@ -37,7 +37,7 @@ class LineBuilder {
     }
 
   private:
-    // @return where the next bytes go, with room for so many
+    // @return where the next bytes go, with room for this many
     char* room(std::size_t bytes) {
         if (line_.size() - length_ < bytes) line_.resize(length_ + bytes);
         return line_.data() + length_;
@@ -48,6 +48,6 @@ class LineBuilder {
         return *this;
     }
 
-    std::vector<char> line_;  // may be longer than what was built
+    std::vector<char> line_;  // may be longer than the line
     std::size_t length_ = 0;
 };

@@ -9,7 +9,7 @@
 #include "model/FileReader.h"
 #include "model/LargeArray.h"
 
-/// The records read from one file and, owned with them, the bytes that their texts lie in.
+/// The records read from one file, together with the bytes that hold their texts.
 template <class Record>
 class LoadedFile {
   public:

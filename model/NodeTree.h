@@ -9,9 +9,9 @@
 #include "model/KeyedCollection.h"
 #include "model/clsNavScheme.h"
 
-/// The tree of a scheme's nodes, in arrays by collection slot (see KeyedCollection::Slots), as it is when this is
-/// made. Reading the records once, in the order in which they lie in memory, is what makes a walk through a million
-/// of them quick, whatever their order in the tree.
+/// The tree of a scheme's nodes at the moment of construction, in arrays by collection slot (see
+/// KeyedCollection::Slots). The records are read once, in memory order; that makes a walk through a million of them
+/// fast, whatever their order in the tree.
 class NodeTree {
   public:
     explicit NodeTree(const KeyedCollection<clsNavScheme>& nodes);
@@ -19,14 +19,14 @@ class NodeTree {
     /// The slots of the nodes whose parent has this ID, in collection order.
     [[nodiscard]] std::span<const std::uint32_t> childrenOf(std::int32_t id) const { return children_[id]; }
 
-    /// The one way through the tree that saving, renumbering and drawing share: pre-order from the root, which is
+    /// Visits the tree in the order that saving, renumbering and drawing share: pre-order from the root, which is
     /// the first node whose parent is 0; the children of a node in collection order.
     ///
-    /// Takes O(n) for any scheme, a chain of a million nodes or one with loops included: it is not recursive and
+    /// Takes O(n) for any scheme, including a chain of a million nodes or one with loops: it is not recursive and
     /// enters each node once.
     ///
-    /// @param visit callable: (std::uint32_t slot, std::size_t depth) -> bool, where the root has depth 0; false
-    ///              leaves out what is below the node
+    /// @param visit callable: (std::uint32_t slot, std::size_t depth) -> bool, where the root has depth 0; return
+    ///              false to skip everything below the node
     template <class Visit>
     void walk(Visit visit) const {
         std::vector<bool> entered(childGroups_.size());

@@ -5,20 +5,20 @@
 #include <limits>
 #include <string_view>
 
-/// What a type of node is. Storing, the to-do list, the form and the legend go by this table. Each place that says
-/// more of every type has rows in the same order, and does not compile without one for each.
+/// What each type of node is. Storing, the to-do list, the form and the legend use this table. Every other table with
+/// a row for each type has them in this order, and does not compile if one is missing.
 struct NodeType {
     static constexpr int anyNumber = std::numeric_limits<int>::max();
 
     char letter;
-    bool hasQuery;       ///< it is stored only with a query; a type without one keeps neither query nor parameter
-    int mostChildren;    ///< nodes right below it
-    char onlyBelow = 0;  ///< the letter of the one type that it may stand below; 0 for all that may have children
-    std::string_view tooManyToStore{};  ///< refuses to store a node of this type that has more children
-    std::string_view noneToAdd{};       ///< refuses to add a node below one that has so many children
+    bool hasQuery;       ///< stored only with a query; if false, it keeps neither query nor parameter
+    int mostChildren;    ///< the most nodes that may be directly below it
+    char onlyBelow = 0;  ///< the letter of the one type that it may be below; 0: any type that may have children
+    std::string_view tooManyToStore{};  ///< the message if one with more children is to be stored
+    std::string_view noneToAdd{};       ///< the message if a node is to be added below one with this many children
 };
 
-/// The texts are the product's own, slips included.
+/// The messages are given, slips included (docs/architecture.md, "Given, not to be corrected").
 inline constexpr NodeType nodeTypes[] = {
     {.letter = 'F', .hasQuery = false, .mostChildren = NodeType::anyNumber, .onlyBelow = 'F'},
     {.letter = 'G',
@@ -42,7 +42,8 @@ inline constexpr NodeType nodeTypes[] = {
      .noneToAdd = "Below a (N)- Non-Generating Node, you CANNOT add any node.\r\nNo Addition allowed !!"},
 };
 
-/// The type with this letter; null for any other letter, and for 0, which `Text::letter` returns for other texts.
+/// The type with this letter; null for any other letter, and for 0, which `Text::letter` returns for a text that is
+/// not a single letter.
 [[nodiscard]] constexpr const NodeType* nodeType(char letter) {
     const auto* found = std::ranges::find(nodeTypes, letter, &NodeType::letter);
     return found == std::end(nodeTypes) ? nullptr : found;

@@ -4,16 +4,17 @@
 #include <algorithm>
 #include <string_view>
 
-/// What a type of paragraph is. Storing, the to-do list and the form go by this table. Each place that says more of
-/// every type has rows in the same order, and does not compile without one for each.
+/// What each type of paragraph is. Storing, the to-do list and the form use this table. Every other table with a row
+/// for each type has them in this order, and does not compile if one is missing.
 struct ParagraphType {
     char letter;
-    bool keepsForm;                  ///< storing keeps the form number; else it becomes 0
-    bool keepsColumns;               ///< storing keeps the columns; else they become empty
-    std::string_view fieldPrefix{};  ///< the name of one field of its query begins with this
+    bool keepsForm;                  ///< storing keeps the form number; otherwise it becomes 0
+    bool keepsColumns;               ///< storing keeps the columns; otherwise they become empty
+    std::string_view fieldPrefix{};  ///< its query has a field whose name begins with this
 };
 
-/// I loses its form number when it is stored, although its form and the rules allow one. So it is in the product.
+/// Storing an I paragraph makes its form number 0, although its form and the rules allow one. This is given, too
+/// (docs/architecture.md, "Given, not to be corrected").
 inline constexpr ParagraphType paragraphTypes[] = {
     {.letter = 'C', .keepsForm = false, .keepsColumns = true},   // the columns of the chart's axes
     {.letter = 'H', .keepsForm = true, .keepsColumns = false},   //
@@ -24,7 +25,8 @@ inline constexpr ParagraphType paragraphTypes[] = {
     {.letter = 'T', .keepsForm = false, .keepsColumns = true, .fieldPrefix = "FILE"},  // XML: the layout
 };
 
-/// The type with this letter; null for any other letter, and for 0, which `Text::letter` returns for other texts.
+/// The type with this letter; null for any other letter, and for 0, which `Text::letter` returns for a text that is
+/// not a single letter.
 [[nodiscard]] constexpr const ParagraphType* paragraphType(char letter) {
     const auto* found = std::ranges::find(paragraphTypes, letter, &ParagraphType::letter);
     return found == std::end(paragraphTypes) ? nullptr : found;

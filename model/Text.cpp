@@ -9,11 +9,11 @@
 
 namespace {
 
-constexpr char endInFile = '\n';  // ends a text in a file's bytes, and stands before it
-constexpr char ownedMark = 'o';   // stands before an owned text
+constexpr char endInFile = '\n';  // before and after a text in a file's bytes
+constexpr char ownedMark = 'o';   // before an owned text
 
-// All texts of one byte, as they stand in a file: the line feeds at even places, byte b at 2 b + 1. The types of a
-// million records are read from here, without a look into their files.
+// All texts of one byte, laid out as in a file: line feeds at the even places, byte b at 2 b + 1. The types of a
+// million records are read from here, without an access to their files' bytes.
 constexpr auto singleBytes = [] {
     std::array<char, 2 * 256 + 1> texts{};
     for (std::size_t byte = 0; byte < 256; ++byte) {
@@ -24,7 +24,7 @@ constexpr auto singleBytes = [] {
     return texts;
 }();
 
-// What lies before the bytes of an owned text; `mark` is the byte just before them.
+// What comes before the bytes of an owned text; `mark` is the byte just before them.
 struct Owned {
     std::size_t size = 0;
     std::uint32_t sharers = 1;
@@ -109,7 +109,7 @@ std::string_view Text::view() const noexcept {
     return bytesAt(first_);
 }
 
-// Compares a text in a file on the way to its end: types are compared with letters a lot.
+// For a text in a file, compares while looking for its end: comparing types with letters must be fast.
 bool Text::equals(std::string_view bytes) const noexcept {
     if (empty() || isOwned()) return view() == bytes;
     const char* here = first_;

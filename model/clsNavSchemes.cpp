@@ -39,19 +39,19 @@ void clsNavSchemes::NewScheme() {
 
 namespace {
 
-// One branch on its way out: what `DelNode` still has to do for it.
+// A branch that is being deleted: what `DelNode` still has to do for it.
 struct Branch {
     std::int32_t id;
-    std::vector<std::int32_t> children;  // IDs, as they were when the branch was met
+    std::vector<std::int32_t> children;  // IDs, as they were when the branch was reached
     std::size_t next = 0;
 };
 
 }  // namespace
 
-// Removing works on keys, looking for children on IDs and parents. Between a renumbering and `FileAnew` the two
-// differ, so the order matters: a branch is looked at when its turn comes, without the nodes that are already gone,
-// and goes itself after everything below it. The nodes are only marked on the way and removed at the end, when
-// nothing of this can fail any more.
+// Nodes are removed by key, but children are found by ID. Between a renumbering and `FileAnew` the two differ, so the
+// order matters: the children of a branch are looked up when its turn comes, without the nodes that are already gone,
+// and the branch itself goes after everything below it. On the way the nodes are only marked; they are removed at the
+// end, when nothing can fail any more.
 void clsNavSchemes::DelNode(std::string_view dKey) {
     const auto named = readKey(dKey);
     if (!named) {

@@ -19,8 +19,8 @@
 /// The navigational scheme: all nodes, keyed by the ID that they had when they were added or last filed, in the order
 /// in which they were added; and, in `oWebs`, the web display scheme that belongs to it.
 ///
-/// The scheme says when the tree and the grids are redrawn. Every view may be missing; all operations work without.
-/// Failures are silent but for the rule messages of `FuseNav` and `FuseWeb`, which go through `inform`.
+/// The scheme says when the tree and the grids are redrawn. Any view may be missing; all operations work without it.
+/// Failures are silent, except that `FuseNav` and `FuseWeb` pass their rule messages to `inform`.
 class clsNavSchemes {
   public:
     using Pointer = std::shared_ptr<clsNavScheme>;
@@ -45,14 +45,14 @@ class clsNavSchemes {
 
     // --- the collection ---
 
-    /// Adds a node under its ID; one whose key is taken is not added. @return whether it was added
+    /// Adds a node under its ID, unless that key is taken. @return whether it was added
     bool Add(Pointer oNavScheme);
     [[nodiscard]] std::int32_t Count() const { return nodes_.Count(); }
-    /// The node filed under this number or text, never the one at that position; null when there is none, where
-    /// `clsWebSchemes::Item` throws.
+    /// The node filed under this number or text, never the one at that position. Null if there is none
+    /// (`clsWebSchemes::Item` throws instead).
     [[nodiscard]] Pointer Item(std::int32_t key) const { return nodes_.Item(key); }
     [[nodiscard]] Pointer Item(std::string_view key) const { return nodes_.Item(key); }
-    /// Removes the node filed under `key`; a missing one is ignored.
+    /// Removes the node filed under `key`, if there is one.
     void Remove(std::string_view key) { nodes_.RemoveKey(key); }
     /// Removes the node at `position`, counted from 1.
     void Remove(std::int32_t position) { nodes_.RemoveAt(position); }
@@ -61,13 +61,13 @@ class clsNavSchemes {
 
     // --- structure ---
 
-    /// Starts over with one node, the root "Data Browser", and no paragraphs, and redraws everything.
+    /// Starts over with a single node, the root "Data Browser", and no paragraphs, and redraws everything.
     void NewScheme();
-    /// Deletes the node `dKey` with all nodes below it and their paragraphs, and shows the paragraphs of `dKey` (now
-    /// none) in the paragraph grid. The tree and the node grid are left to the caller. Where `FileAnew` left nodes
-    /// without a key, because they shared their ID with a deleted one, the next of them is then found by it.
+    /// Deletes the node `dKey`, all nodes below it and their paragraphs, and shows the paragraphs of `dKey` (now
+    /// none) in the paragraph grid. The caller redraws the tree and the node grid. If `FileAnew` left nodes without a
+    /// key because they shared their ID with a deleted one, the next of them gets that key.
     void DelNode(std::string_view dKey);
-    /// The largest ID as text; "0" when there is none above 0.
+    /// The largest ID as text; "0" if there is none above 0.
     [[nodiscard]] std::string MaxID() const;
     /// The number of nodes whose parent is `oNode`; stops at 32,767.
     [[nodiscard]] std::int16_t GetChildren(const clsNavScheme& oNode) const;
@@ -76,16 +76,16 @@ class clsNavSchemes {
 
     // --- the text files ---
 
-    /// Writes the nodes that are reachable from the root, in tree order, in place of the file that was there.
-    /// @return false when there is no node, or the file could not be written; the old file is then untouched
+    /// Writes the nodes that can be reached from the root, in tree order, and replaces an old file.
+    /// @return false if there is no node or the file could not be written; the old file is then untouched
     [[nodiscard]] bool SaveData(const std::filesystem::path& vFile) const;
-    /// Replaces the nodes by those of a text file, by none if it cannot be read, and redraws the tree.
-    /// @return true, whatever could be read
+    /// Replaces the nodes with those of a text file (with none if it cannot be read) and redraws the tree.
+    /// @return always true
     bool LoadData(const std::filesystem::path& vFile);
-    /// Hands the lines that `SaveData` writes to `write`, each with its end.
+    /// Passes the lines that `SaveData` writes to `write`, each with its line end.
     void WriteData(const std::function<void(std::string_view)>& write) const;
     /// `LoadData` from the bytes of a file.
-    /// @throws std::bad_alloc; the scheme then holds some of the nodes, or all of them but is not drawn
+    /// @throws std::bad_alloc; the scheme then has some of the nodes, or has all of them but is not drawn
     void LoadBytes(FileBytes content);
     /// `oWebs.LoadData`, then shows all paragraphs. @return always false: do not test it
     bool LoadWeb(const std::filesystem::path& oFile);
@@ -94,30 +94,31 @@ class clsNavSchemes {
 
     // --- renumbering, cloning, fusing ---
 
-    /// Numbers the reachable nodes 1, 2, 3 … in tree order and lets the paragraphs follow. The others take what their
-    /// work fields hold, 0 at first, so that one before the root takes its place. Keys stay until `FileAnew`, or
-    /// until the scheme is saved and loaded again. Redraws the tree and shows all paragraphs.
-    /// @return false when there is no node
-    /// @throws std::bad_alloc; the scheme is then as it was, unless only the redraw failed
+    /// Numbers the nodes that can be reached from the root 1, 2, 3 … in tree order; the paragraphs follow. The other
+    /// nodes take their ID and parent from `tID` and `tParentIs`; both are 0 at first, so such a node becomes the
+    /// root if it comes before the old one. Keys stay until `FileAnew`, or until the scheme is saved and loaded
+    /// again. Redraws the tree and shows all paragraphs.
+    /// @return false if there is no node
+    /// @throws std::bad_alloc; the scheme is then unchanged, unless only the redraw failed
     bool Renumber();
-    /// Files every node under the ID that it has now, in the same order. Of nodes that share an ID one is found by
-    /// it: the one that the tree shows, else the first. The others stay in the scheme, in its grid and its file.
+    /// Files every node under its current ID; the order stays. Of the nodes that share an ID, one gets the key: the
+    /// one that the tree shows, else the first. The others stay in the scheme, its grid and its file.
     /// @throws std::bad_alloc, changing nothing
     void FileAnew();
-    /// A copy of the node filed under `skey` that is not in the scheme; an empty one when there is none.
+    /// A copy, not in the scheme, of the node filed under `skey`; an empty node if there is none.
     [[nodiscard]] Pointer CloneNav(std::string_view skey) const;
-    /// Stores a copy of a new or edited node if it obeys the rules; otherwise says why not. Draws nothing.
+    /// Stores a copy of a new or edited node if it obeys the rules; otherwise shows a message. Draws nothing.
     /// @return whether it was stored
     [[nodiscard]] bool FuseNav(const Pointer& oFuse);
-    /// Stores a copy of a new or edited paragraph, having emptied the fields that its type does not use; refuses one
-    /// without a query, and says so. Draws nothing. @return whether it was stored
+    /// Stores a copy of a new or edited paragraph and empties the fields that its type does not use. Without a query
+    /// it is not stored, and a message says so. Draws nothing. @return whether it was stored
     [[nodiscard]] bool FuseWeb(const clsWebSchemes::Pointer& oFuse);
 
     // --- the views ---
 
-    /// Keeps the grid of nodes. Call it before `SetTreeview`.
+    /// Sets the grid of nodes. Call this before `SetTreeview`.
     void SetGrid(NavGridView& nGrid) { mGrid = &nGrid; }
-    /// Maximizes the window, makes the tree on it and lays out its panels.
+    /// Maximizes the window, creates the tree in it and lays out its panels.
     void SetTreeview(NavWindow& vFrm);
     /// Redraws the tree, then the grid of nodes. An empty scheme clears the tree and leaves the grid as it is.
     void DispInTV();

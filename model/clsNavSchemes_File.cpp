@@ -15,7 +15,7 @@ constexpr std::string_view header = R"("ID","descriptionIs","typeIs","parentIs",
 void fill(clsNavScheme& node, const FileReader::Pieces& pieces) {
     node.ID = pieces[0].number();
     node.descriptionIs = pieces[1].text();
-    node.setTypeIs(pieces[2].text());  // before the query and the parameter, which it may refuse
+    node.setTypeIs(pieces[2].text());  // before the query and the parameter, which the type may refuse
     node.parentIs = pieces[3].number();
     node.setQueryIs(pieces[4].text());
     node.setParmIs(pieces[5].text());
@@ -57,7 +57,7 @@ bool clsNavSchemes::LoadData(const std::filesystem::path& vFile) {
     try {
         LoadBytes(readFile(vFile));
     } catch (const std::bad_alloc&) {
-        nodes_.Clear();  // a file too large for the memory cannot be read
+        nodes_.Clear();  // a file that is too large for the memory counts as one that cannot be read
         DispInTV();
     }
     return true;

@@ -9,7 +9,7 @@
 
 namespace {
 
-// The rules that a node must obey to be stored, and what is said otherwise.
+// The rules that a node must obey to be stored, and the messages if it does not.
 
 std::string_view refusalOfParent(const NodeType* parent) {
     if (!parent || parent->mostChildren != 0) return {};
@@ -65,7 +65,8 @@ bool clsNavSchemes::FuseNav(const Pointer& oFuse) try {
                                refusalOfType(type, GetChildren(*oFuse)), refusalOfQuery(type, oFuse->queryIs())})
         if (!refusal.empty()) return refuse(inform, refusal);
 
-    // A copy is stored: the caller may go on editing, and what it then is refused must not be in the scheme.
+    // Stores a copy: the caller may go on editing its record, and a later change that is refused must not show up
+    // here.
     const auto copy = std::make_shared<clsNavScheme>(*oFuse);
     if (isNew) return Add(copy);
     const auto stored = Item(copy->ID);

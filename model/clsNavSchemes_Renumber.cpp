@@ -7,14 +7,14 @@
 
 namespace {
 
-// Whether a redraw of the tree shows the node, if it reaches it.
+// Whether a redraw of the tree shows the node when it reaches it.
 bool isDrawn(const clsNavScheme& node) {
     return node.parentIs == 0 || nodeType(node.typeIs().letter());
 }
 
 }  // namespace
 
-// What needs memory comes before the first change: without it the scheme stays as it is.
+// Everything that needs memory comes before the first change: if it fails, the scheme stays as it is.
 bool clsNavSchemes::Renumber() {
     if (Count() == 0) return false;
     const auto numbers = newNumbers();

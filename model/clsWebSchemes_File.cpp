@@ -59,7 +59,7 @@ bool clsWebSchemes::LoadData(const std::filesystem::path& vFile) {
     try {
         LoadBytes(readFile(vFile));
     } catch (const std::bad_alloc&) {
-        ClearAll();  // a file too large for the memory cannot be read
+        ClearAll();  // a file that is too large for the memory counts as one that cannot be read
     }
     return true;
 }

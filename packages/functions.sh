@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # Used by the scripts in the root of the source tree and by tour/pictures.sh: installs packages, configures and builds.
-# Kept to bash 3.2, the one macOS has.
+# Must run in bash 3.2, the version on macOS.
 
 say() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
 
-# missing LIST... - sets 'missing' to the packages of these lists that are not installed, and 'doubtful' to those that
-# have a pattern and may be unknown. Asks dpkg once.
+# missing LIST... - sets 'missing' to the packages in these lists that are not installed, and 'doubtful' to those with a
+# pattern, which apt-get may not know. Calls dpkg-query once.
 missing() {
     local list name pattern status wanted='' installed=' '
     doubtful=' '
@@ -30,7 +30,8 @@ missing() {
     done
 }
 
-# Takes the packages that apt-get does not know out of 'missing': the doubtful ones altogether, others into 'unknown'.
+# Removes the packages that apt-get does not know from 'missing'. The doubtful ones are dropped; the others go to
+# 'unknown'.
 drop_unknown() {
     local name known kept=''
     unknown=''
@@ -43,7 +44,7 @@ drop_unknown() {
     missing=$kept
 }
 
-# Says what to install by hand, and ends the script.
+# Says what to install by hand and exits.
 give_up() {
     say "$1 As root:"
     drop_unknown
@@ -51,7 +52,7 @@ give_up() {
     exit 1
 }
 
-# install_packages LIST... - installs what is missing of these lists. Ends the script where it cannot.
+# install_packages LIST... - installs the packages in these lists that are missing. Exits if it cannot.
 install_packages() {
     local as_root='env DEBIAN_FRONTEND=noninteractive'
     missing "$@"
@@ -64,11 +65,11 @@ install_packages() {
     fi
     say "installing$missing"
     if ! $as_root true; then give_up "packages are missing, and sudo did not let you install them."; fi
-    # An earlier run may have been interrupted: finish what it began.
-    if ! $as_root dpkg --configure -a </dev/null; then say "went on, apt-get may mend this"; fi
-    if ! $as_root apt-get update; then say "went on with the package lists at hand"; fi
+    # An earlier run may have been interrupted: finish what it started.
+    if ! $as_root dpkg --configure -a </dev/null; then say "continuing; apt-get may fix this"; fi
+    if ! $as_root apt-get update; then say "continuing with the package lists that are there"; fi
     drop_unknown
-    if [[ -n $unknown ]]; then say "went on without$unknown, which apt-get does not know"; fi
+    if [[ -n $unknown ]]; then say "continuing without$unknown, which apt-get does not know"; fi
     if [[ -z $missing ]]; then return; fi
     # shellcheck disable=SC2086
     if ! $as_root apt-get -o DPkg::Lock::Timeout=300 install -y --fix-broken --no-install-recommends $missing </dev/null
@@ -77,22 +78,22 @@ install_packages() {
     fi
 }
 
-# need_tools COMMAND... - ends the script when a command is not there.
+# need_tools COMMAND... - exits if one of these commands is missing.
 need_tools() {
     local tool
     for tool in "$@"; do
         if ! command -v "$tool" >/dev/null; then
-            say "'$tool' was not found."
+            say "'$tool' is not installed."
             exit 1
         fi
     done
 }
 
-# build PRESET - brings the preset up to date, in build/PRESET.
+# build PRESET - brings the build of the preset, in build/PRESET, up to date.
 build() {
     local folder=build/$1 line source=''
     if [[ -e $folder && ! -w $folder ]]; then
-        say "$PWD/$folder belongs to another user: remove it, and start again."
+        say "$PWD/$folder belongs to another user: remove it and try again."
         exit 1
     fi
     if [[ -f $folder/CMakeCache.txt ]]; then

@@ -3,12 +3,12 @@
 
 class QGuiApplication;
 
-/// Makes sure that the release of a key means that it was let go.
+/// Makes sure that a key release means that the user released the key.
 ///
-/// An X server sends a release and a press for each repeat of a held key, and Qt marks a release as a repeat only
-/// where it has already received that press. Asked once, the server leaves these releases out. Qt then no longer
-/// marks the repeated presses; until `application` ends they are marked here, so nobody sees a difference. Does
-/// nothing where no X server shows the windows, or where it does not know the request.
+/// An X server sends a release and a press for each repeat of a held key, and Qt marks a release as a repeat only if
+/// it has already received that press. This function asks the server once to leave these releases out. Qt then no
+/// longer marks the repeated presses, so they are marked here, as long as `application` lives, and nobody sees a
+/// difference. Does nothing where no X server shows the windows, or if the server does not know the request.
 #ifdef WIZARD_X11
 void detectAutoRepeat(QGuiApplication& application);
 #else

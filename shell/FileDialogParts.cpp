@@ -11,7 +11,7 @@
 
 namespace {
 
-// Finds an object as whatever it is to be.
+// Finds an object by name, as the type that it is assigned to.
 struct Named {
     const QFileDialog& dialog;
     const char* name;

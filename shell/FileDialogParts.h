@@ -10,8 +10,8 @@ class QToolButton;
 class QTreeView;
 class QWidget;
 
-/// What stands inside Qt's own file dialog. Qt names these objects but gives no access to them, so another release
-/// may name them otherwise: each pointer may be null, and the dialog then works as plain Qt does.
+/// The parts of Qt's own file dialog. Qt names these objects but gives no access to them, and another version may
+/// name them differently. So each pointer may be null; the dialog then behaves like Qt's.
 struct FileDialogParts {
     FileDialogParts() = default;
     explicit FileDialogParts(const QFileDialog& dialog);
@@ -19,14 +19,14 @@ struct FileDialogParts {
     QFileSystemModel* files = nullptr;
     QLineEdit* name = nullptr;     ///< the text box for the file name
     QTreeView* details = nullptr;  ///< the list of files with their details
-    QListView* list = nullptr;     ///< the other list, which shares its selection
-    QListView* places = nullptr;   ///< at the side
+    QListView* list = nullptr;     ///< the other list, which shares the selection
+    QListView* places = nullptr;   ///< the list of places at the side
     QToolButton* newFolder = nullptr;
     QWidget* lookInLabel = nullptr;
     QWidget* lookIn = nullptr;  ///< the list of folders above
     QWidget* fileTypeLabel = nullptr;
     QWidget* fileType = nullptr;  ///< the list of filters
-    // Of the lists' context menu:
+    // From the context menu of the lists:
     QAction* renameAction = nullptr;
     QAction* deleteAction = nullptr;
     QAction* newFolderAction = nullptr;

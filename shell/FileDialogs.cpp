@@ -24,10 +24,10 @@
 
 namespace {
 
-// Size in pixels at which the details of a file can be read.
+// A size in pixels at which the details of a file are readable.
 constexpr QSize dialogSize(800, 480);
 
-// Name filters: what is shown, then the pattern, which is not.
+// Name filters: the shown text, then the pattern, which is not shown.
 QString allFiles() {
     return QStringLiteral("All Files (*.*) (*)");
 }
@@ -35,22 +35,23 @@ QString textFiles() {
     return QStringLiteral("Text File (.txt) (*.txt)");
 }
 
-// What keeps a scheme from being saved in `file`; empty when nothing does.
+// Why a scheme cannot be saved to `file`; empty if it can.
 QString refusal(const QFileInfo& file) {
     const QFileInfo folder(file.absolutePath());
     const auto folderName = QDir::toNativeSeparators(folder.filePath());
-    if (!folder.isDir()) return QStringLiteral("There is no folder\n%1").arg(folderName);
+    if (!folder.isDir()) return QStringLiteral("This folder does not exist:\n%1").arg(folderName);
     const auto name = QDir::toNativeSeparators(file.filePath());
-    if (file.exists() && !file.isFile()) return QStringLiteral("This is no file to save in:\n%1").arg(name);
+    if (file.exists() && !file.isFile()) return QStringLiteral("This is not a regular file:\n%1").arg(name);
     if (file.exists() && !file.isWritable()) return QStringLiteral("This file is write-protected:\n%1").arg(name);
-    if (!folder.isWritable()) return QStringLiteral("No file can be written in the folder\n%1").arg(folderName);
-    // Last, what only the system knows: a save is begun and given up.
+    if (!folder.isWritable()) return QStringLiteral("You cannot create files in this folder:\n%1").arg(folderName);
+    // Last, whatever only the operating system knows: start a save and abandon it.
     if (!FileWriter(file.filesystemAbsoluteFilePath()).isGood())
         return QStringLiteral("This file cannot be written:\n%1").arg(name);
     return {};
 }
 
-// Tells the kind of a file by its name. Qt's own provider would open each file in the folder to look at its contents.
+// Tells the kind of a file from its name. Qt's own provider would open each file in the folder to look at its
+// contents.
 class KindsByName final : public QFileIconProvider {
   public:
     [[nodiscard]] QIcon icon(const QFileInfo& file) const override {
@@ -70,8 +71,8 @@ class FileDialog final : public QFileDialog {
         : QFileDialog(owner, title) {
         setOption(DontUseNativeDialog);
         parts_ = FileDialogParts(*this);
-        setIconProvider(&kinds);           // before the first files come to be shown
-        setOption(HideNameFilterDetails);  // the names say it; "*.*" would leave out files without a dot
+        setIconProvider(&kinds);           // before the first files are shown
+        setOption(HideNameFilterDetails);  // the names tell; "*.*" would hide files without a dot
         setNameFilters({allFiles(), textFiles()});
         setFilter(QDir::AllEntries | QDir::AllDirs | QDir::NoDotAndDotDot | QDir::Hidden);
         setDirectory(initialDir);
@@ -82,12 +83,12 @@ class FileDialog final : public QFileDialog {
             parts_.details->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
             parts_.details->header()->setSectionResizeMode(0, QHeaderView::Stretch);
         }
-        // Not `directoryEntered`, which neither a typed folder nor the back button raises.
+        // Not `directoryEntered`: neither a typed folder nor the back button raises it.
         if (parts_.files)
             connect(parts_.files, &QFileSystemModel::rootPathChanged, this, [this] { setViewMode(Detail); });
         if (parts_.name) {
-            // The window of its proposals would take the next click or key for itself; closed together with the
-            // dialog it may on X11 keep the keyboard from the main window.
+            // The window with its suggestions would swallow the next click or key. On X11, if it closes together with
+            // the dialog, the main window may not get the keyboard back.
             parts_.name->setCompleter(nullptr);
             parts_.name->installEventFilter(this);
             connect(parts_.name, &QLineEdit::textEdited, this, [this] { deselectFolder(); });
@@ -97,14 +98,14 @@ class FileDialog final : public QFileDialog {
         nameForScreenReaders(parts_.fileTypeLabel, parts_.fileType);
     }
 
-    /// Lets the user make a folder, and enter it.
+    /// Lets the user create a folder and open it.
     void offerNewFolder() {
         if (!parts_.newFolder) return;
-        parts_.newFolder->disconnect(SIGNAL(clicked()));  // Qt's way needs the right to rename
+        parts_.newFolder->disconnect(SIGNAL(clicked()));  // Qt's own command needs renaming to be allowed
         connect(parts_.newFolder, &QToolButton::clicked, this, [this] { makeFolder(); });
         parts_.newFolder->show();
         enableNewFolder();
-        // Qt switches it off with each change of the folder, but afterwards.
+        // Qt disables the button whenever the folder changes, but only after that signal.
         if (parts_.files)
             connect(
                 parts_.files, &QFileSystemModel::rootPathChanged, this, [this] { enableNewFolder(); },
@@ -124,7 +125,7 @@ class FileDialog final : public QFileDialog {
             acceptName();
     }
 
-    // One press of Enter is one answer, however long the key is held.
+    // Pressing Enter answers once, however long the key is held.
     void keyPressEvent(QKeyEvent* event) override {
         if (!isRepeatedEnter(*event)) QFileDialog::keyPressEvent(event);
     }
@@ -143,8 +144,7 @@ class FileDialog final : public QFileDialog {
 
     void enableNewFolder() { parts_.newFolder->setEnabled(true); }
 
-    // A file that is dragged onto a folder would be moved there, and Del would delete a folder with all that is in
-    // it.
+    // Dragging a file onto a folder would move it there, and Del would delete a folder with everything in it.
     void changeNoFiles() {
         setOption(ReadOnly);
         for (auto* view :
@@ -161,22 +161,22 @@ class FileDialog final : public QFileDialog {
         const auto selected = parts_.list->selectionModel()->selectedRows();
         return selected.size() == 1 && parts_.files->isDir(selected.front()) ? selected.front() : QModelIndex();
     }
-    // The folder that the button would open; empty when there is none.
+    // The folder that the button would open; empty if there is none.
     [[nodiscard]] QString selectedFolder() const {
         const auto index = selectedFolderIndex();
         return index.isValid() ? parts_.files->filePath(index) : QString();
     }
-    // A name that is typed after a folder was selected is what is meant.
+    // If the user types a name after selecting a folder, the name counts.
     void deselectFolder() {
         if (const auto index = selectedFolderIndex(); index.isValid())
             parts_.list->selectionModel()->select(index, QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
     }
-    // The name of a file that was selected before does not belong to the other folder; one to save in stays.
+    // A selected file's name makes no sense in another folder, so it goes; a name to save to stays.
     void enter(const QString& folder) {
         setDirectory(folder);
         if (!parts_.name) return;
         if (acceptMode() == AcceptOpen) parts_.name->clear();
-        // Without a name the button that was pressed is switched off, and would hand the keyboard on to the next one.
+        // Without a name the pressed button becomes disabled, and the focus would move on to the next button.
         if (qobject_cast<QPushButton*>(focusWidget())) parts_.name->setFocus();
     }
 
@@ -190,7 +190,7 @@ class FileDialog final : public QFileDialog {
             enter(folder);
         else
             showMessage(this,
-                        QStringLiteral("This folder cannot be made:\n%1").arg(QDir::toNativeSeparators(folder)));
+                        QStringLiteral("This folder cannot be created:\n%1").arg(QDir::toNativeSeparators(folder)));
     }
 
     // --- names ---
@@ -215,10 +215,10 @@ class FileDialog final : public QFileDialog {
             return QStringLiteral("A name typed here cannot contain a quotation mark:\n%1").arg(typed);
         withWholeName([this] { chosen_ = selectedFiles().value(0); });
         const QFileInfo file(chosen_);
-        return chosen_.isEmpty() || file.isDir() ? QString() : refusal(file);  // a folder is entered
+        return chosen_.isEmpty() || file.isDir() ? QString() : refusal(file);  // a folder is opened
     }
 
-    // Qt takes quotation marks for the ends of names, and finds no such files.
+    // Qt treats quotation marks as the ends of names, so it does not find files that have them in their names.
     void enableButtonForQuotes() {
         const auto typed = parts_.name->text();
         if (!typed.contains(QLatin1Char('"')) || !QFileInfo(directory(), typed).exists()) return;
@@ -226,15 +226,15 @@ class FileDialog final : public QFileDialog {
             for (auto* button : buttons->buttons()) button->setEnabled(true);
     }
 
-    // Puts a name into the text box without being taken for the user, whose typing selects files.
+    // Sets the name in the text box without the effect of typing, which selects files.
     static void write(QLineEdit& box, const QString& name) {
         const QSignalBlocker unselected(box);
         box.setText(name);
     }
 
-    // Files selected in the list count more to Qt than the name in the text box, which differs from them when a path
-    // was typed and the list then came to know its files. What the user reads in the text box is what is meant. There
-    // Qt takes quotation marks for the ends of names; a file that has them in its own name can only be selected.
+    // Qt prefers the files selected in the list to the name in the text box. The two differ if the user typed a path
+    // before the list knew its files; then the name in the text box, which the user reads, must count. Qt treats
+    // quotation marks there as the ends of names, so a file with quotation marks in its name can only be selected.
     void takeTypedName() {
         if (!parts_.name || !parts_.list || !parts_.files || parts_.name->text().isEmpty()) return;
         const auto typed = parts_.name->text();
@@ -248,8 +248,8 @@ class FileDialog final : public QFileDialog {
         write(*parts_.name, typed);
     }
 
-    // Qt adds no suffix to the name of a folder, but looks for that in the folder that the program was started in,
-    // unless the name is given in full. It knows itself what a tilde and quotation marks mean.
+    // Qt adds no suffix to the name of a folder. But unless the path is complete, it looks for that folder where the
+    // program was started. Names with a tilde or quotation marks are left to Qt, which interprets them.
     template <class Step>
     void withWholeName(Step step) {
         auto* name = parts_.name;
@@ -261,18 +261,18 @@ class FileDialog final : public QFileDialog {
         if (name && name->text() == whole) write(*name, typed);
     }
 
-    // Qt ties no label to its lists.
+    // Qt does not tie its labels to its lists.
     static void nameForScreenReaders(QWidget* label, QWidget* list) {
         if (auto* name = qobject_cast<QLabel*>(label); name && list) name->setBuddy(list);
     }
 
     FileDialogParts parts_;
-    // What was chosen when the choice was made: while Qt asks whether to overwrite a file, its list may still change.
+    // The user's choice, kept: while Qt asks whether to overwrite a file, its list may still change.
     QString chosen_;
 };
 
-// QFileDialog writes where it has been into a settings file of the user; lead it nowhere. (Where the settings are no
-// file, on Windows and macOS, this has no effect.)
+// QFileDialog records the visited folders in a settings file of the user; give it a path that cannot exist. (On
+// Windows and macOS, where the settings are not a file, this has no effect.)
 void keepNoHistory() {
     QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral(":/nowhere"));
 }

@@ -16,16 +16,16 @@ namespace {
 
 void reportNoViewer(QWidget* window, const QString& path) {
     showMessage(window, QStringLiteral("No program could show the help file:\n%1\n"
-                                       "Please install a viewer of CHM files, for example xchm.")
+                                       "Please install a viewer for CHM files, for example xchm.")
                             .arg(QDir::toNativeSeparators(path)));
 }
 
 #if defined(Q_OS_UNIX) && !defined(Q_OS_MACOS)
-// QDesktopServices would not learn that the desktop knows no viewer; the opener's exit code tells. Where no desktop
-// runs, the opener waits for the viewer and passes on its exit code: an error after a while is that of a viewer that
-// was there to be read.
+// QDesktopServices does not report that the desktop knows no viewer; the exit code of its opener does. Where no
+// desktop runs, the opener waits for the viewer and passes on its exit code. An error after some time therefore comes
+// from a viewer that did show the help.
 void open(const QString& path, QWidget* window, std::chrono::milliseconds patience) {
-    auto* opener = new QProcess;  // without an owner: the viewer may go on when the wizard ends
+    auto* opener = new QProcess;  // without an owner: the viewer may outlive the wizard
     opener->setStandardOutputFile(QProcess::nullDevice());
     opener->setStandardErrorFile(QProcess::nullDevice());
     const QPointer<QWidget> owner(window);

@@ -6,16 +6,16 @@
 
 class QWidget;
 
-/// The help file of the program, opened with whatever the desktop opens such files with.
+/// The program's help file, opened with whatever program the desktop uses for such files.
 class HelpFile {
   public:
     /// @param folder the program's folder, without a separator at its end
-    /// @param patience an error of the desktop's opener later than this means that the help was shown
+    /// @param patience if the desktop's opener fails later than this, the help was shown
     explicit HelpFile(const QString& folder, std::chrono::milliseconds patience = std::chrono::seconds(10))
         : path_(folder + QStringLiteral("/Pelmo.chm")), patience_(patience) {}
 
     [[nodiscard]] const QString& path() const { return path_; }
-    /// Opens the help file. If there is none, or nothing that shows it, says so; that may be a moment later.
+    /// Opens the help file. If there is none, or no program to show it, a message says so, perhaps a moment later.
     void show(QWidget* window) const;
 
   private:

@@ -4,10 +4,10 @@
 #include <QByteArray>
 #include <optional>
 
-/// What an X server tells about a window that loses the keyboard: whether the window manager grabs it, and no other
-/// window gets it.
+/// What an X server says when a window loses the keyboard: whether the window manager has grabbed it, as opposed to
+/// another window getting it.
 /// @param type, message as QWidget::nativeEvent receives them
-/// @return nothing for any other message, and where no X server shows the windows
+/// @return nothing for any other message, or if no X server shows the windows
 #ifdef WIZARD_XCB
 [[nodiscard]] std::optional<bool> keyboardGrab(const QByteArray& type, const void* message);
 #else

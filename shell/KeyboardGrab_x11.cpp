@@ -5,16 +5,16 @@
 
 namespace {
 
-struct FocusEvent {  // of the X protocol
+struct FocusEvent {  // as in the X protocol
     std::uint8_t type, detail;
     std::uint16_t sequence;
     std::uint32_t window;
     std::uint8_t mode;
 };
 constexpr std::uint8_t focusOut = 10;
-constexpr std::uint8_t sentByAProgram = 0x80;  // a bit of the type
+constexpr std::uint8_t sentByAProgram = 0x80;  // a bit in the type
 constexpr std::uint8_t grab = 1;
-constexpr std::uint8_t pointer = 5;  // comes only because the mouse is over the window, whoever has the keyboard
+constexpr std::uint8_t pointer = 5;  // sent only because the mouse is over the window, whoever has the keyboard
 
 }  // namespace
 

@@ -5,13 +5,13 @@
 #include <memory>
 #include <new>
 
-/// Room that is kept for what must work when there is no more memory: a save, a message, a redraw. Nothing is ever
-/// written into it, so it takes addresses and no memory of the machine.
+/// Memory kept in reserve for what must work even when there is no more: a save, a message, a redraw. Nothing is ever
+/// written to it, so it uses address space but no physical memory.
 class MemoryReserve {
   public:
     MemoryReserve() { refill(); }
 
-    /// While it exists, the reserve is there to be used. After that as much as can be had is kept again.
+    /// While this exists, the reserve is free for use. Afterwards as much of it as possible is taken back.
     class Spent {
       public:
         explicit Spent(MemoryReserve& reserve) : reserve_(reserve) { reserve_.block_.reset(); }
@@ -24,11 +24,11 @@ class MemoryReserve {
     };
 
   private:
-    // What a file dialog takes, with a thread and what the C library sets aside for one, and what saving a million
-    // nodes takes after that.
+    // Enough for a file dialog, with its thread and what the C library sets aside for a thread, and then for saving a
+    // million nodes.
     static constexpr std::size_t most = std::size_t{128} << 20;
     static constexpr std::size_t least = std::size_t{1} << 20;
-    // What is left to the rest of the program: a window, with its pixels.
+    // Left to the rest of the program: enough for a window with its pixels.
     static constexpr std::size_t forAWindow = std::size_t{16} << 20;
 
     void refill() {

@@ -13,7 +13,7 @@ ReportBox::ReportBox(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 bool ReportBox::hasRoomFor(std::string_view report) {
-    // Measured with reports of 3 to 100 megabytes in lines of 1 to 10,000,000 bytes: it was never more.
+    // Measured with reports of 3 to 100 megabytes in lines of 1 to 10,000,000 bytes: it never took more.
     constexpr std::size_t forAByte = 12;
     constexpr std::size_t forALine = 1000;
     const auto lines = static_cast<std::size_t>(std::ranges::count(report, '\n'));
@@ -22,13 +22,13 @@ bool ReportBox::hasRoomFor(std::string_view report) {
     return room != nullptr;
 }
 
-// Tab moves the focus in this program, also where there is nothing else to go to: it writes nothing into a report.
+// In this program Tab moves the focus, even if there is nowhere to go: it never types into a report.
 bool ReportBox::focusNextPrevChild(bool /*next*/) {
     return true;
 }
 
-// The clipboard gets the text alone and as it is: Qt would make blanks of no-break spaces (byte A0), and
-// offer the report as a formatted text, too.
+// The clipboard gets only the plain text, unchanged: Qt would turn no-break spaces (byte A0) into blanks and also
+// offer the report as formatted text.
 QMimeData* ReportBox::createMimeDataFromSelection() const {
     auto text = textCursor().selectedText();
     text.replace(QChar::ParagraphSeparator, u'\n').replace(QChar::LineSeparator, u'\n');

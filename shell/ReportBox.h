@@ -4,13 +4,13 @@
 #include <QPlainTextEdit>
 #include <string_view>
 
-/// The text box of a report: plain text in lines that are not broken, which scrolls both ways. It can be typed into.
+/// The text box of a report: plain text without line wrapping, which scrolls both ways. The user can type into it.
 class ReportBox final : public QPlainTextEdit {
   public:
     explicit ReportBox(QWidget* parent);
 
-    /// Whether there is memory to show a report of these bytes. Qt's text boxes do not survive a lack of memory
-    /// half-way: ask first.
+    /// Whether there is enough memory to show this report. Qt's text boxes do not survive running out of memory, so
+    /// ask first.
     [[nodiscard]] static bool hasRoomFor(std::string_view report);
 
   protected:

@@ -19,14 +19,15 @@ constexpr QRgb red = qRgb(255, 0, 0);
 constexpr QRgb blue = qRgb(0, 0, 255);
 
 constexpr double fontPoints = 8.25;
-constexpr double hintPoints = 7.5;  // the size at which the key hint fits its line
+constexpr double hintPoints = 7.5;  // the size at which the key hint fits on its line
 
-// Places and sizes are in twips, but for these two.
+// Positions and sizes are in twips, except these two.
 constexpr int gap = 4;          // pixels between the caption and the line on either side of it
 constexpr int lineShade = 118;  // percent of the background's darkness
 constexpr double captionLeft = 120;
 
-// The table: a row for each type, and a column for each in which stands how many of it may be below that of the row.
+// The table has a row and a column for each type. A cell says how many nodes of the column's type may be below one of
+// the row's.
 constexpr double pictureLeft = 180;
 constexpr double nameLeft = 540;
 constexpr double columnLefts[] = {2880, 3210, 3570, 3930};

@@ -6,7 +6,7 @@
 #include "shell/HelpFile.h"
 #include "views/ReleasedKeys.h"
 
-/// The introduction window: a picture of what the wizard makes, and a text about it. Esc closes it, F1 shows the
+/// The introduction window: a picture of what the wizard makes, and a text about it. Esc closes it; F1 shows the
 /// help.
 class fIntro final : public QDialog {
   public:

@@ -23,14 +23,14 @@
 
 namespace {
 
-// Design places and sizes in twips. The frames get their final places when the tree is made.
+// Positions and sizes at design time, in twips. The frames get their final positions when the tree is created.
 constexpr double designWidth = 10785;
 constexpr double designHeight = 5280;
 constexpr QRectF designOfFrN(120, 0, 2895, 1695);
 constexpr QRectF designOfFrW(3960, 0, 3375, 1695);
 constexpr QRectF designOfFrRule(120, 1800, 10575, 3400);
 
-// Shows, while it exists, that the program is at work. A window system shows it at once, without any event.
+// While this exists, the cursor shows that the program is busy. Window systems show it at once, without any event.
 class BusyCursor {
   public:
     BusyCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
@@ -40,7 +40,7 @@ class BusyCursor {
 };
 
 struct MenuItem {
-    const char* menu;  // the name of the menu that it stands in, empty for the menu bar, null for none
+    const char* menu;  // the name of the menu that contains it; empty for the menu bar, null for none
     const char* name;
     const char* caption;
     void (fMain::*command)();  // null for a menu
@@ -150,12 +150,12 @@ void fMain::StartScheme() {
     connectScheme();
     oNavs->SetGrid(*flexNav_);
     oNavs->SetTreeview(*this);
-    // Clicks and keys on the tree are commands, as those of the menus are.
+    // Clicks and keys on the tree are commands, just like those of the menus.
     myTree_->NodeClick = [this, click = std::move(myTree_->NodeClick)] {
         attempt([&] {
             try {
                 click();
-            } catch (const NotDrawn&) {  // half-way
+            } catch (const NotDrawn&) {  // half-way: do it again, with more memory
                 const MemoryReserve::Spent more(reserve_);
                 click();
             }
@@ -165,23 +165,23 @@ void fMain::StartScheme() {
     oNavs->NewScheme();
 }
 
-// The one place for commands that lack memory. What a command does to the schemes it does as a whole or not at all;
-// where that was done and could not be drawn, it is drawn now that there is more.
+// The one place that handles commands running out of memory. A command changes the schemes completely or not at all;
+// if the change was made but could not be drawn, this draws it with the help of the reserve.
 void fMain::attempt(const std::function<void()>& command) {
     try {
         command();
     } catch (const NotDrawn&) {
         const MemoryReserve::Spent more(reserve_);
         if (!redraw())
-            showMessage(this, QStringLiteral("There is not enough memory to show the whole scheme. Nothing of it is "
-                                             "lost, and it can be saved."));
+            showMessage(this, QStringLiteral("There is not enough memory to show the whole scheme. Nothing is lost, "
+                                             "and you can save it."));
     } catch (const std::bad_alloc&) {
         const MemoryReserve::Spent more(reserve_);
-        showMessage(this, QStringLiteral("There is not enough memory for this command. The scheme is as it was."));
+        showMessage(this, QStringLiteral("There is not enough memory for this command. The scheme has not changed."));
     }
 }
 
-// @return whether all of it could be drawn; of what could not, nothing is shown
+// @return whether everything could be drawn; a view that could not be drawn is empty
 bool fMain::redraw() {
     bool isComplete = true;
     const auto draw = [&isComplete](auto step) {
@@ -222,8 +222,8 @@ NavTreeView& fMain::CreateTree() {
     return *myTree_;
 }
 
-// Before the window is on the screen, a maximized window's inner size can only be estimated: the work area less frame
-// and menu bar. The first resize of the visible maximized window puts it right.
+// Before a maximized window is on the screen, its inner size can only be estimated: the work area without frame and
+// menu bar. The first resize of the visible maximized window corrects it.
 void fMain::LayOut(clsWebSchemes& webs) {
     const auto workArea = screen()->availableSize();
     const int title = style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, this);
@@ -252,7 +252,7 @@ void fMain::placePanels(QSize inner, clsWebSchemes& webs) {
 }
 
 std::filesystem::path fMain::GetOpenName(const QString& sInitialDir) {
-    const MemoryReserve::Spent more(reserve_);  // nobody can help the dialog's thread if it lacks memory
+    const MemoryReserve::Spent more(reserve_);  // nothing can help the dialog's thread if it runs out of memory
     const auto name = askOpenName(this, sInitialDir);
     activateWindow();
     return name;
@@ -260,8 +260,8 @@ std::filesystem::path fMain::GetOpenName(const QString& sInitialDir) {
 
 std::filesystem::path fMain::GetSaveAsName(const QString& sInName, const QString& sInitialDir) {
     const auto name = askSaveName(this, sInName, sInitialDir);
-    // The dialog goes together with the question about an old file, and a window manager that gave the keyboard to
-    // the dialog just then may give it to nobody.
+    // The dialog closes together with the question about an old file. A window manager that is just giving the
+    // keyboard to the dialog may then give it to no window.
     activateWindow();
     return name;
 }
@@ -298,7 +298,8 @@ void fMain::mnuNavNew_Click() {
     oNavs->NewScheme();
 }
 
-// A failed save of the nodes is not reported here; the save dialog has refused what cannot be written.
+// A failed save of the nodes is not reported. That is given; but the save dialog has refused files that cannot be
+// written.
 void fMain::mnuNavSave_Click() {
     const MemoryReserve::Spent more(reserve_);
     const auto name = GetSaveAsName(QStringLiteral("XST1.txt"), programFolder());
@@ -308,7 +309,7 @@ void fMain::mnuNavSave_Click() {
 }
 
 void fMain::mnuCollapse_Click() {
-    oNavs->mLastN = "1";  // the key of no node: nothing is selected afterwards
+    oNavs->mLastN = "1";  // no node has this key, so nothing will be selected
     oNavs->DispInTV();
 }
 
@@ -323,8 +324,8 @@ void fMain::mnuNavRenum_Click() {
     fileAnew();
 }
 
-// Commands find a node by the number that the tree shows for it, so after a renumbering the nodes are filed anew.
-// Without the memory for that, what the screen shows goes first: it is several times as large.
+// Commands find a node by the ID that the tree has for it, so after a renumbering the nodes are filed anew. If there
+// is not enough memory for that, what the screen shows is freed first: it takes several times as much.
 void fMain::fileAnew() {
     const MemoryReserve::Spent more(reserve_);
     try {
@@ -359,7 +360,7 @@ void fMain::mnuDisSave_Click() {
     if (!saved) showMessage(this, QStringLiteral("Unable to save file.."));
 }
 
-// The grids still show what they did: the analysis of the paragraphs takes the orphans' nodes away, unseen.
+// The grids are not redrawn, although the analysis takes the orphans' nodes away from them.
 void fMain::mnuCheckWeb_Click() {
     showReport(CheckScheme(*oNavs));
 }

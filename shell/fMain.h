@@ -25,21 +25,21 @@ class fMain final : public QMainWindow, private NavWindow {
   public:
     fMain();
 
-    /// Starts up: makes a scheme of one node, shows the introduction and a first message, each until it is closed.
-    /// To be called once, before the window is shown.
+    /// Starts up: creates a scheme with one node, then shows the introduction and a first message, each until it is
+    /// closed. Call this once, before the window is shown.
     void Form_Load();
-    /// The first part of that, without the windows that wait for the user.
+    /// The first part of `Form_Load`, without the windows that wait for the user.
     void StartScheme();
 
-    std::unique_ptr<clsNavSchemes> oNavs;  ///< made at the start, never replaced
+    std::unique_ptr<clsNavSchemes> oNavs;  ///< created at the start, never replaced
 
-    // What the last right click was on. The commands of the popup menus act on that, also later.
+    // What the last right click was on. The commands of the popup menus act on it, even later.
     std::string sPopKey;  ///< key of the node, or of the paragraph
-    std::string pPopKey;  ///< key of the node that the paragraph belongs to; may be the header text of that column
+    std::string pPopKey;  ///< key of the paragraph's node; may be the header text of that column
 
-    /// The file that the user chooses to open, empty when the choice is cancelled.
+    /// Asks the user which file to open; empty if the user cancels.
     [[nodiscard]] std::filesystem::path GetOpenName(const QString& sInitialDir);
-    /// The file that the user chooses to save in, with `sInName` proposed; empty when the choice is cancelled.
+    /// Asks the user which file to save to and suggests `sInName`; empty if the user cancels.
     [[nodiscard]] std::filesystem::path GetSaveAsName(const QString& sInName, const QString& sInitialDir);
 
     // The menu commands.
@@ -81,7 +81,7 @@ class fMain final : public QMainWindow, private NavWindow {
         return *findChild<Widget*>(QString::fromLatin1(name));
     }
 
-    // Editing: what the events of the scheme and the popup menus lead to.
+    // Editing: what the scheme's events and the popup menus do.
     void connectScheme();
     void popUpForNode(std::string skey, QPoint place);
     void popUpForParagraph(std::string skey, std::string pKey, QPoint place);
@@ -95,7 +95,7 @@ class fMain final : public QMainWindow, private NavWindow {
     void editParagraph(const clsWebSchemes::Pointer& paragraph);
     void showPopKeyParagraphs();
 
-    // What the scheme asks of the window.
+    // What the scheme asks the window to do.
     void Maximize() override;
     NavTreeView& CreateTree() override;
     void LayOut(clsWebSchemes& webs) override;
@@ -107,7 +107,7 @@ class fMain final : public QMainWindow, private NavWindow {
     NavGrid* flexNav_;
     WebGrid* flexWeb_;
     NavTree* myTree_ = nullptr;
-    fOutput* fOutput_ = nullptr;  // made with the first report
+    fOutput* fOutput_ = nullptr;  // created with the first report
     HelpFile help_;
     MemoryReserve reserve_;
     ReleasedKeys keys_;

@@ -13,12 +13,12 @@
 #include "views/MessageBox.h"
 
 // What the events of the tree and the paragraph grid, and the commands of their popup menus, do to nodes and
-// paragraphs. Keys are IDs as text. A command acts on the record that is filed under the ID; when there is none it
-// does nothing.
+// paragraphs. Keys are IDs as text. A command acts on the record filed under the ID; if there is none, it does
+// nothing.
 
 namespace {
 
-// Why no node can be added below one of this type that has `children` nodes; empty when one can.
+// Why no node can be added below one of this type that has this many children; empty if one can.
 QString refusalBelow(const NodeType* type, int children) {
     if (!type || children < type->mostChildren) return {};
     return QString::fromLatin1(type->noneToAdd.data(), static_cast<qsizetype>(type->noneToAdd.size()));
@@ -32,15 +32,15 @@ std::string withoutPrefix(const std::string& treeKey) {
     return treeKey.empty() ? std::string() : treeKey.substr(1);
 }
 
-// The number after the largest one, which is given as text.
+// The number after the largest one, which is passed as text.
 std::optional<std::int32_t> numberAfter(const std::string& largest) {
     const auto number = readInteger(largest);
     if (!number || *number == std::numeric_limits<std::int32_t>::max()) return {};
     return *number + 1;
 }
 
-// Shows the form that edits what `fill` gives it, until it is closed. A window without memory for its pixels would
-// end the program.
+// Shows a form, filled by `fill`, until it is closed. Without memory for the pixels of its window, the program would
+// end.
 template <class Form, class Fill>
 void edit(fMain& window, MemoryReserve& reserve, Fill fill) {
     {
@@ -49,8 +49,8 @@ void edit(fMain& window, MemoryReserve& reserve, Fill fill) {
         fill(form);
         form.exec();
     }
-    // A form goes together with the question that it asked. A window manager that gave the keyboard to the form just
-    // then may give it to nobody.
+    // A form closes together with the question that it asked. A window manager that is just giving the keyboard to
+    // the form may then give it to no window.
     window.activateWindow();
 }
 
@@ -78,8 +78,8 @@ void fMain::popUpForParagraph(std::string skey, std::string pKey, QPoint place) 
     find<QMenu>("mnuWPopUp").popup(place);
 }
 
-// What a right click does, for the keyboard: below the selected node, or the current row. As in any menu that a key
-// opens, the first command is current: Enter takes it, and a screen reader has something to say.
+// Does what a right click does, for the keyboard: opens the menu below the selected node or the current row. As in
+// any menu that a key opens, the first command is highlighted: Enter runs it, and a screen reader announces it.
 void fMain::popUpAtFocus() {
     if (myTree_->hasFocus()) {
         const auto key = myTree_->SelectedKey();
@@ -100,8 +100,8 @@ void fMain::chooseFirst(const char* menu) {
 
 // --- nodes ---
 
-// A redraw selects the node that is remembered. Each command remembers its own, also when the arrow keys led there:
-// the next command must not fall on the node that was clicked before.
+// A redraw selects the remembered node. Each command remembers the node that it acts on, even one that the arrow keys
+// selected: the next command must not act on the node that was clicked before.
 void fMain::remember(const std::string& skey) {
     oNavs->mLastN = treeKey(skey);
 }
@@ -117,7 +117,7 @@ void fMain::oNavs_oInsert(const std::string& skey) {
     }
     const auto number = numberAfter(oNavs->MaxID());
     if (!number) {
-        showMessage(this, QStringLiteral("No ID is left above the largest one, 2147483647.\r\n"
+        showMessage(this, QStringLiteral("No ID is left: the largest one, 2147483647, is taken.\r\n"
                                          "Please choose Re-Number."));
         return;
     }
@@ -186,7 +186,7 @@ void fMain::mnuAddP_Click() {
     const auto number = numberAfter(oNavs->oWebs.MaxID());
     const auto seqNo = numberAfter(oNavs->oWebs.MaxSeqNo(pPopKey));
     if (!number || !seqNo) {
-        showMessage(this, QStringLiteral("No %1 is left above the largest one, 2147483647.")
+        showMessage(this, QStringLiteral("No %1 is left: the largest one, 2147483647, is taken.")
                               .arg(number ? QStringLiteral("sequence number") : QStringLiteral("ID")));
         return;
     }
@@ -218,7 +218,7 @@ void fMain::mnuDeleteP_Click() {
     showPopKeyParagraphs();
 }
 
-// The header text, "XST1", has the value 0, which shows all paragraphs.
+// The header text, "XST1", counts as 0, which shows all paragraphs.
 void fMain::showPopKeyParagraphs() {
     oNavs->oWebs.DispInGrid(readInteger(pPopKey).value_or(0));
 }

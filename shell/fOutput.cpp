@@ -13,7 +13,7 @@ namespace {
 
 // All in twips.
 constexpr QSizeF clientArea(10965, 5760);
-constexpr double margin = 10;  // left and above the text, which is smaller than the window by as much
+constexpr double margin = 10;  // to the left of and above the text, which is smaller than the window by as much
 
 }  // namespace
 
@@ -45,7 +45,7 @@ void fOutput::done(int result) {
     unload();
 }
 
-// Not when it is unloaded: a window that is being closed takes its last size again.
+// Not on unloading: a window that is being closed gets its last size back.
 void fOutput::load() {
     isGrabbed_ = false;
     setWindowState(Qt::WindowNoState);
@@ -58,7 +58,7 @@ void fOutput::unload() {
 }
 
 void fOutput::showEvent(QShowEvent* event) {
-    layOut();  // no resize comes when the window had this size before
+    layOut();  // there is no resize event if the window had this size before
     QDialog::showEvent(event);
 }
 
@@ -67,8 +67,8 @@ void fOutput::resizeEvent(QResizeEvent* event) {
     layOut();
 }
 
-// Copying a report of some hundred thousand lines takes a while, so it is done only when the text box shows another
-// text: while the frame of the window is dragged, resizes come thick and fast.
+// Copying a report of some hundred thousand lines takes a while, and dragging the window's frame causes many resizes.
+// So the report is copied only if the text box shows something else.
 void fOutput::layOut() {
     const int dpi = logicalDpiX();
     auto place = text_->geometry();
@@ -92,8 +92,8 @@ void fOutput::changeEvent(QEvent* event) {
     QDialog::changeEvent(event);
 }
 
-// While the user drags a window, a window manager may grab the keyboard. To Qt the window then becomes inactive, and
-// active at the end of the drag; but no other window was active, and it stays where the user has put it.
+// While the user drags a window, the window manager may grab the keyboard. Qt then sees the window become inactive,
+// and active again at the end of the drag. But no other window was active, so it must stay where the user has put it.
 bool fOutput::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
     isGrabbed_ = keyboardGrab(type, message).value_or(isGrabbed_);
     return QDialog::nativeEvent(type, message, result);

@@ -9,18 +9,18 @@
 
 class ReportBox;
 
-/// The report window: one window for all reports. Closing it unloads it: it forgets the report, and has its first
-/// size when it is opened again. Esc closes it, F1 shows the help.
+/// The report window: one window for all reports. Closing it unloads it: it drops the report, and opens again with
+/// its original size. Esc closes it; F1 shows the help.
 ///
-/// The report can be typed into, but what was typed is gone at the next resize.
+/// The user can type into the report, but the next resize drops what was typed. That is given.
 class fOutput final : public QDialog {
   public:
     /// @param help must outlive the window
     fOutput(const HelpFile& help, QWidget* parent);
 
-    /// The report to show, bytes of the code page; empty after an unload.
+    /// The report to show, in bytes of the code page; empty after an unload.
     [[nodiscard]] const std::string& sText() const { return sText_; }
-    /// Sets the report. It is shown when the window lays itself out, the next time that it is opened or resized.
+    /// Sets the report. It appears when the window is next laid out, on opening or resizing.
     void setSText(std::string report);
 
     void setVisible(bool visible) override;
@@ -40,6 +40,6 @@ class fOutput final : public QDialog {
     ReportBox* text_;
     std::string sText_;
     bool isCopied_ = true;    // sText_ has been copied into the text box
-    bool isGrabbed_ = false;  // the keyboard is with the window manager only, which drags this window perhaps
+    bool isGrabbed_ = false;  // the window manager has grabbed the keyboard, perhaps to drag this window
     ReleasedKeys keys_;
 };

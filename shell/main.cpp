@@ -8,7 +8,7 @@
 #include "views/Look.h"
 
 int main(int, char* argv[]) {
-    int argc = 1;  // the program has no options, not Qt's either
+    int argc = 1;  // the program has no options, not even Qt's
     Application application(argc, argv);
     detectAutoRepeat(application);
     QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
@@ -18,7 +18,7 @@ int main(int, char* argv[]) {
                        [] { QApplication::setWindowIcon(QIcon(QStringLiteral(":/images/wizard.svg"))); });
 
     fMain window;
-    QApplication::setQuitOnLastWindowClosed(false);  // the windows of the start-up come and go before the main one
+    QApplication::setQuitOnLastWindowClosed(false);  // the windows of the start-up close before the main one opens
     window.Form_Load();
     window.show();
     QApplication::setQuitOnLastWindowClosed(true);

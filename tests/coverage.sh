@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Runs all tests and says which lines of the program none of them reaches. Needs gcovr.
-# Ends with an error when there is one.
+# Runs all tests and lists the lines of the program that no test reaches. Needs gcovr.
+# Fails if there is such a line.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Fails where a header of the program leans on what others have included before it.
+"""Fails if a header of the program depends on what other files included before it.
 
 usage: includes.py BUILD_FOLDER
 
-A source file begins with its own header, so the build has compiled that one alone; this looks that it does. Headers
-without a source file are compiled here, with the flags of their folder, all at once as the machine has processors.
+If a source file begins with its own header, the build has compiled that header on its own; this script checks that it
+does. Headers without a source file are compiled here, with the flags of their folder, as many at once as the machine
+has processors.
 """
 import concurrent.futures
 import json
@@ -21,7 +22,7 @@ FOLDERS = ["model", "analysis", "views", "forms", "shell", "commands"]
 
 
 def flags_of(build):
-    """The compiler and its flags for each folder, without what names a file or what is for the output."""
+    """The compiler and its flags for each folder, without file names and options for the output."""
     flags = {}
     for entry in json.loads((build / "compile_commands.json").read_text()):
         folder = os.path.relpath(os.path.dirname(entry["file"]), ROOT)

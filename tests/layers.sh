@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Fails where a file of the program includes one that its folder must not know; see docs/architecture.md.
+# Fails if a file of the program includes a file from a folder that its own folder must not know; see
+# docs/architecture.md.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 
@@ -13,10 +14,10 @@ refuse() {
     printf '%s:\n%s\n' "$1" "$found"
     code=1
 }
-# may FOLDER KNOWN - KNOWN are the folders from which FOLDER may include, separated by |.
+# may FOLDER KNOWN - KNOWN lists the folders from which FOLDER may include files, separated by |.
 may() {
     [[ -n $(grep -rhE '^#include "' "$1") ]] || { echo "no includes in $1"; code=1; }
-    refuse "$1 may include $2 alone" < <(grep -rnE '^ *# *include *"' "$1" --include='*.h' --include='*.cpp' |
+    refuse "$1 may only include $2" < <(grep -rnE '^ *# *include *"' "$1" --include='*.h' --include='*.cpp' |
         grep -vE "\"($2)/[^\"]*\"")
 }
 may model model
@@ -25,6 +26,6 @@ may commands 'model|analysis|commands'
 may views 'model|views'
 may forms 'model|views|forms'
 may shell 'model|analysis|views|forms|shell'
-refuse "model, analysis and commands know no Qt, but for the writing of files" < <(
+refuse "model, analysis and commands may not use Qt, except for writing files" < <(
     grep -rnE '^ *# *include *<Q' model analysis commands --include='*.h' --include='*.cpp' | grep -v '^model/FileWriter[.]cpp:')
 exit "$code"

@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Changes the program in one small place at a time and looks whether a test notices.
+"""Changes the program in one small place at a time and checks whether a test notices.
 
 usage: tests/mutate.py [--count 300] [--seed 1] [--jobs 1] [--go-on] [--list] [--no-headers] [FILE...]
 
-The mutants are drawn from the seed out of all that the rules below make of the files: by default every .cpp and .h of
-the folders of the program (--no-headers leaves the headers out, which take longest to build). Each is built in a copy of
-the sources in build/mutation and given to the quick tests of its folder, then of the folders that use it, each up to the
-first failure; what they let through then to the slow ones. One that does not compile is replaced by the next, and so is
-one that tests/mutants_without_effect.txt lists. Prints each survivor with its line and, at the end, the score;
-build/mutation/report.txt keeps them all, with the test that caught each. Ends with an error when fewer than 95 % are
-caught, or fewer judged than asked for.
+The seed selects the mutants from all that the rules below can make of the files: by default every .cpp and .h of the
+folders of the program (--no-headers leaves out the headers, which take longest to build). Each mutant is built in a
+copy of the sources in build/mutation. The quick tests of its folder run first, then those of the folders that use it,
+each up to the first failure; if all of them pass, the slow tests run. A mutant that does not compile, or that
+tests/mutants_without_effect.txt lists, is replaced by the next one. Prints each survivor with its line and, at the end,
+the score; build/mutation/report.txt lists all mutants, with the test that caught each. Fails if fewer than 95 % are
+caught, or if fewer were judged than asked for.
 """
 import argparse
 import collections
@@ -28,7 +28,7 @@ import threading
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 WORK = ROOT / "build" / "mutation"
-TESTS = {  # the tests that may notice a change in a folder, the nearest first
+TESTS = {  # the tests that may notice a change in a folder, the closest first
     "model": ["model", "analysis", "views", "forms", "commands", "shell"],
     "analysis": ["analysis", "commands", "shell"],
     "views": ["views", "forms", "shell"],
@@ -38,7 +38,7 @@ TESTS = {  # the tests that may notice a change in a folder, the nearest first
 }
 SLOW = "*AnyTree*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
 QUICK = "-" + SLOW
-PATIENCE = {QUICK: 120, SLOW: 1800}  # seconds a test program may take; a mutant that hangs is caught
+PATIENCE = {QUICK: 120, SLOW: 1800}  # seconds that a test program may take; a mutant that hangs is caught
 WANTED = 0.95
 
 
@@ -47,7 +47,7 @@ class Mutant:
     file: str
     line: int  # from 0
     rule: str
-    text: tuple  # the lines that replace the line, and for a swap the next one
+    text: tuple  # the lines that replace the line; in a swap also the next one
     old: tuple
 
     def change(self):
@@ -59,12 +59,12 @@ class Mutant:
 
 
 def without_effect():
-    """The mutants that no test can notice, as "FILE CHANGE"; each has its reason in the list."""
+    """The mutants that no test can notice, as "FILE CHANGE"; the list gives a reason for each."""
     lines = (ROOT / "tests" / "mutants_without_effect.txt").read_text().splitlines()
     return {line for line in lines if line and not line.startswith("#")}
 
 
-# Operators: what is found between other characters, and what replaces it.
+# Operators: a pattern inside a line, and what replaces it.
 SWAPS = [
     (r"==", "!="), (r"!=", "=="), (r" < ", " <= "), (r" > ", " >= "), (r"<=", "<"), (r">=", ">"),
     (r"&&", "||"), (r"\|\|", "&&"), (r" \+ ", " - "), (r" - ", " + "), (r"\+\+", "--"), (r"--", "++"),
@@ -93,7 +93,7 @@ def parts(line):
 
 def mutants_of(name):
     lines = (ROOT / name).read_text().split("\n")
-    built = True  # what is for other systems is not
+    built = True  # false for code for other operating systems
     for n, line in enumerate(lines):
         if line.startswith("#ifdef"):
             built = line.split()[1] == "Q_OS_LINUX"
@@ -106,7 +106,7 @@ def mutants_of(name):
         if line.lstrip().startswith(("//", "#", "namespace", "static_assert", "template", "///", "*")):
             continue
         if re.search(r"\.[rR]eserve\(", line):
-            continue  # shows in nothing but time
+            continue  # affects only the time
 
         def made(rule, new):
             return Mutant(name, n, rule, (new,), (line,))
@@ -142,7 +142,7 @@ def mutants_of(name):
             after = lines[n + 1]
             both_rows = ROW.match(line) and ROW.match(after)
             other = STATEMENT.match(after)
-            # Only calls: the order of two assignments seldom matters.
+            # Only calls: the order of two assignments rarely matters.
             both_statements = (statement and other and statement.group(1) == other.group(1)
                                and not DECLARATION.match(line) and not DECLARATION.match(after)
                                and " = " not in line + after)
@@ -158,7 +158,7 @@ class Place:
         self.build = WORK / f"build{number}"
 
     def prepare(self):
-        # What an earlier run has left is built on; it may have been stopped with a mutant in place.
+        # Reuse what an earlier run left behind; it may have been stopped with a mutant in place.
         kept = self.build.with_suffix(".kept")
         if kept.exists():
             shutil.rmtree(self.build, ignore_errors=True)
@@ -178,7 +178,7 @@ class Place:
                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
 
     def failure(self, program, tests):
-        """What fails first, or nothing."""
+        """The first failure, or nothing."""
         folder = WORK / f"run-{self.source.name}"
         folder.mkdir(mode=0o700, exist_ok=True)
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8", XDG_RUNTIME_DIR=str(folder))
@@ -194,12 +194,12 @@ class Place:
         return f"{program}: {failed.group(1) if failed else f'ended with {code}'}" if code != 0 else ""
 
     def judge(self, mutant, runs):
-        """"caught", "left" or "does not compile", and what caught it. Runs are pairs of programs and tests."""
+        """Returns "caught", "left" or "does not compile", and the failure. Runs are pairs of program and tests."""
         file = self.source / mutant.file
         original = file.read_text()
         before = file.stat()
         is_header = mutant.file.endswith(".h")
-        if is_header:  # on which almost everything depends: what was built is set aside, not built once more
+        if is_header:  # almost everything depends on it: keep a copy of the build rather than building again
             kept = self.build.with_suffix(".kept")
             subprocess.run(["cp", "-a", "--reflink=auto", self.build, kept], check=True)
         lines = original.split("\n")
@@ -310,7 +310,7 @@ def main():
                 verdict, failure = before[str(mutant)]
                 tell(mutant, "left" if verdict == "survived" else verdict, failure)
 
-        # The quick tests of the folder first. What they let through goes to all others when all are drawn.
+        # First the quick tests of the folder. The survivors go to all other tests once all mutants have been tried.
         upcoming, running = (mutant for mutant in everything if str(mutant) not in before), set()
         while True:
             free = min(2 * options.jobs, options.count - results["caught"] - len(left)) - len(running)

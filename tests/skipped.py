@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Says which tests were skipped and why, and fails where one need not have been.
+"""Lists the skipped tests and why they were skipped, and fails if one of them should have run.
 
 usage: skipped.py RESULT...
 
-The results are those of `ctest --output-junit` with the whole output of each test. What a machine forbids or a test
-does not apply to is no fault; a program that is missing is one, because packages/test.txt names it.
+The results come from `ctest --output-junit`, with the whole output of each test. A test may be skipped if the machine
+forbids what it does, or if it does not apply; but not because a program is missing, since packages/test.txt names it.
 """
 import collections
 import re
@@ -17,14 +17,14 @@ NO_FAULT = [  # parts of reasons
     "may not be traced here", "cannot be traced here", "refuses no single calls", "nobody may trace",
     "cannot be write-protected here", "no way to become an ordinary user here", "there is no such file here",
     "files always have names there",
-    "the sanitizer ",                 # has memory and books of its own
+    "the sanitizer ",                 # uses and counts memory in its own way
     "need a screen", "another screen", "not a screen of 96 dots", "the mouse cannot be moved here",
     "no window manager",
 ]
 
 
 def skips(case):
-    """The reasons for which a test, or some in a program of tests, were skipped; with the name of each."""
+    """Why a test, or tests in a test program, were skipped: the name and the reason of each."""
     output = case.findtext("system-out") or ""
     inside = re.findall(r"^[^\n]*: Skipped\n(.*?)\n+(?:.*\n)*?\[  SKIPPED \] (\S+)", output, re.MULTILINE)
     if inside:

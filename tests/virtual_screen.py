@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Checks what packages/virtual_screen.sh does around a program, with stand-ins for the X server and its companions.
+"""Checks how packages/virtual_screen.sh runs a program, with stand-ins for the X server and the other programs.
 
-    virtual_screen.py [ROOT]    ROOT is the source tree; by default the one that this script stands in
+    virtual_screen.py [ROOT]    ROOT is the source tree; by default the one that contains this script
 
-A Ctrl+C in its terminal ends it quietly with the exit code 130. It must reach nobody else: an X server would end by it,
-and the program complain about losing it.
+Ctrl+C in its terminal ends it quietly with the exit code 130. No other program may receive it: it would end an X
+server, and the program would complain about losing that.
 """
 
 import os
@@ -23,7 +23,7 @@ ROOT = ROOT if ROOT.is_dir() else ROOT.parent.parent
 PATIENCE = 30  # seconds
 BEFORE_PRESSING_AGAIN = 5  # seconds, on a machine so busy that the script is not there yet
 
-# Each writes down what disturbs it, and stays until it is stopped.
+# Each records the signals that it receives, and runs until it is stopped.
 STAND_IN = """#!{python}
 import os, signal, sys
 def write(name, line):
@@ -43,7 +43,7 @@ BEGIN = {
 
 
 def run(folder, program, key):
-    """Runs the script in a terminal of its own. Returns what it wrote after the key, and its exit code."""
+    """Runs the script in a terminal of its own. Returns what it printed after the key, and its exit code."""
     child, terminal = pty.fork()
     if child == 0:
         os.environ["PATH"] = f"{folder}:{os.environ['PATH']}"

@@ -1,12 +1,12 @@
 #!/bin/bash
 # SPDX-License-Identifier: MIT
-# Runs a command on an X server of its own, with the window manager openbox or with none:
+# Runs a command on an X server of its own, with the window manager openbox or without one:
 #
 #     with_x_server.sh wm|bare command [argument...]
 #
-# The exit code is the command's; 77 when Xvfb or openbox is not installed; 99 when the screen could not be made. Server
-# and window manager are stopped in any case: when the command ends or crashes, when this script is stopped, and even
-# when it is killed.
+# The exit code is the command's; 77 if Xvfb or openbox is not installed; 99 if the screen could not be created. Server
+# and window manager are always stopped: when the command ends or crashes, when this script is stopped, and even when it
+# is killed.
 set -u
 
 leave() { code=$1; shift; echo "with_x_server.sh: $*" >&2; exit "$code"; }
@@ -24,7 +24,7 @@ started=()
 
 stop_all() {
     trap '' EXIT INT TERM HUP
-    # The server last, so that nobody complains about losing it.
+    # The server last, so that the others do not complain about losing it.
     for ((i = ${#started[@]} - 1; i >= 0; --i)); do
         kill "${started[i]}" 2> /dev/null
         for _ in {1..50}; do kill -0 "${started[i]}" 2> /dev/null || break; sleep 0.1; done
@@ -38,13 +38,13 @@ trap 'exit 129' HUP
 trap 'exit 130' INT
 trap 'exit 143' TERM
 
-# Starts a program in the background that is stopped with this script, even when that is killed.
+# Starts a program in the background that stops with this script, even if the script is killed.
 start() {
     if command -v setpriv > /dev/null; then setpriv --pdeathsig TERM -- "$@" & else "$@" & fi
     started+=($!)
 }
 
-# Waits until a file has something in it, and a program is still there to put it in.
+# Waits until a file has something in it; gives up if the program that should write it has ended.
 wait_for() {
     for _ in {1..300}; do
         [ -s "$1" ] && return 0
@@ -62,7 +62,7 @@ export DISPLAY QT_QPA_PLATFORM=xcb
 unset WAYLAND_DISPLAY XAUTHORITY SESSION_MANAGER
 
 if [ "$desktop" = wm ]; then
-    # Its own home: no settings of the user's, and nothing left behind.
+    # With a home of its own it uses none of the user's settings and leaves nothing behind.
     HOME=$folder XDG_CONFIG_HOME=$folder XDG_CACHE_HOME=$folder XDG_DATA_HOME=$folder \
         start openbox --sm-disable --startup "sh -c 'echo yes > $folder/managed'" > "$folder/manager.log" 2>&1
     wait_for "$folder/managed" || { cat "$folder/manager.log" >&2; fail "the window manager did not start"; }

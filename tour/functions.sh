@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# What the scripts here share: a screen of their own, the wizard on it, keys, clicks and pictures. To be sourced by a
-# script that has changed to the root of the source tree.
+# What the scripts here share: a screen of their own, the wizard on it, keys, clicks and pictures. The script that
+# sources this must have changed to the root of the source tree.
 # shellcheck shell=bash
 
 # shellcheck disable=SC2034 # used by the scripts
@@ -13,7 +13,7 @@ paragraph_form='Form to Add / Update a Web-Page Paragraph.'
 
 fail() { printf '%s: %s\n' "${0##*/}" "$*" >&2; exit 1; }
 
-# Starts the calling script again on a screen of its own, with an empty folder for what it writes.
+# Starts the calling script again on a screen of its own, with an empty folder for its output.
 on_own_screen() { # FOLDER WIZARD
     folder=$PWD/$1
     if [[ -z ${TOUR_SCREEN:-} ]]; then
@@ -29,14 +29,14 @@ start() { # WIZARD
     trap 'kill "$program" 2>/dev/null || true' EXIT
 }
 
-# Leaves the wizard by its menu.
+# Exits the wizard with its menu.
 leave() {
     menu f x
     wait "$program" || fail "the wizard ended with an error"
     trap - EXIT
 }
 
-# Waits until the keyboard is at the window with this title.
+# Waits until the window with this title has the keyboard.
 window() {
     local title=''
     for _ in {1..200}; do

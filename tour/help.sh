@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Takes the pictures of the help, with the mouse and the keyboard, on a screen of its own: the wizard with the samples,
-# and the tutorial, key by key as its pages say it.
+# Takes the pictures for the help on a screen of its own, using the mouse and the keyboard: the wizard with the samples,
+# and the tutorial, key by key as on its pages.
 #
 #     tour/help.sh [WIZARD]
 #
-# Writes to build/tour/help/. Ends with an error when a window does not come, when a picture is not of the node or
-# paragraph that it should show, or when the tutorial's two files are not those of its page. Needs what tour.sh needs.
+# Writes to build/tour/help/. Fails if a window does not open, if a picture does not show the node or paragraph that it
+# should, or if the tutorial's two files differ from those on its page. Needs what tour.sh needs.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 source tour/functions.sh
@@ -21,7 +21,7 @@ shot() { # NAME WINDOW [PART]
 }
 form() { shot "$1" "$(xdotool getactivewindow)"; }
 
-# A part of the tree: so many rows from that one on, the root being row 0.
+# A part of the tree: this many rows, beginning with that one; the root is row 0.
 tree() { shot "$1" root "380x$(($3 * 20))+0+$((40 + $2 * 20))"; }
 lower_grid() { shot "$1" root "898x$2+380+437"; }
 
@@ -33,8 +33,8 @@ save() { # MENU FILE
     window "$main"
 }
 
-# In the closed tree, goes to a node by its place among its siblings, and by those of the nodes above it from the root
-# on. Leaves its row in $row.
+# Starting with a closed tree, goes to a node. The arguments are the positions among their siblings of the nodes on the
+# way from the root, and of the node itself. Leaves its row in $row.
 node() {
     menu n c
     keys Home
@@ -46,7 +46,7 @@ node() {
     done
 }
 
-# Opens the form of a paragraph: that of the node's page with this number.
+# Opens the form of the paragraph with this number on the node's page.
 paragraph() { # NUMBER PLACE...
     local number=$1
     node "${@:2}"
@@ -56,7 +56,7 @@ paragraph() { # NUMBER PLACE...
     window "$paragraph_form"
 }
 
-# In a form: the name, and then keys, or with a plus before it what is to be typed into a field.
+# Fills in a form: the name, then keys, or, after a plus, text to type into a field.
 enter() { # FORM NAME STEP...
     window "$1"
     keys Return
@@ -70,13 +70,13 @@ add_node() { keys Insert; enter "$node_form" "$@"; }
 add_paragraph() { keys Menu a; enter "$paragraph_form" "$@"; }
 saved() { keys F3 Escape; window "$main"; }
 
-# Signs what was shown with the name of its picture, so that the saved file says which one it was.
+# Writes the name of its picture into the record that was shown, so that the saved file tells which record it was.
 sign() { # NAME
     write "In $1"
     saved
 }
 
-# The form of a paragraph with the help on its type, which appears when the type is chosen.
+# The form of a paragraph with the help on its type, which appears when the type is selected.
 paragraph_type() { # NAME KEYS NUMBER PLACE...
     paragraph "${@:3}"
     # shellcheck disable=SC2086 # several keys
@@ -215,7 +215,7 @@ save n XST1.txt
 save w XST2.txt
 leave
 
-# The tutorial's pages hold the two files that it ends with.
+# The tutorial's pages show the two files that it ends with.
 listed() { # NUMBER
     awk -v number="$1" '/<pre>/ { count++ } count == number && !done { print } /<\/pre>/ { done = count == number }' \
         help/tutorial-save.html | sed -e 's/<[^>]*>//g' -e '/^$/d' -e 's/$/\r/'
@@ -225,7 +225,7 @@ for number in 1 2; do
         fail "library-XST$number.txt is not the file of help/tutorial-save.html"
 done
 
-# What was shown is what has been signed; nothing else has changed.
+# Exactly the records that should be shown have been signed; nothing else has changed.
 signed() { # FILE NUMBER=NAME...
     local sign script=()
     for sign in "${@:2}"; do script+=(-e "s/^(${sign%=*},([0-9]+,[0-9]+,)?)\"[^\"]*\"/\\1\"In ${sign#*=}\"/"); done

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Takes the pictures of the README and the help anew, of all kinds or of some:
+# Retakes the pictures in the README and the help, of all kinds or of some:
 #   window   the main window, from tour.sh
-#   help     what help.sh leaves: forms, dialogs, reports
-#   types    the signs of the node types, from their drawings
+#   help     the pictures from help.sh: forms, dialogs, reports
+#   types    the icons of the node types, from their drawings
 #
 #     tour/pictures.sh [KIND...]
 #
-# The program is build/release/bin/pelmo-wizard, or the one that WIZARD names. Needs what the tour needs, and
-# rsvg-convert. tests/help/check_pages.py then says where a page has another size for a picture.
+# The program is build/release/bin/pelmo-wizard, or the one in the variable WIZARD. Needs what the tour needs, and
+# rsvg-convert. Run tests/help/check_pages.py afterwards: it finds pages that give another size for a picture.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 source packages/functions.sh
@@ -17,9 +17,9 @@ need_tools Xvfb openbox xdotool import convert rsvg-convert
 wizard=${WIZARD:-build/release/bin/pelmo-wizard}
 if (($# == 0)); then set -- window help types; fi
 
-# A palette without dither, which would put noise on the plain areas. With fewer than 128 colours the
-# small picture of the window loses the green of an icon; with fewer than 32 a form loses the yellow of the field for a
-# key's length.
+# Uses a palette without dithering, which would put noise on plain areas. With fewer than 128 colours the small picture
+# of the window loses the green of an icon; with fewer than 32, a form loses the yellow of the field for the length of a
+# key.
 put() { # FROM TO COLOURS [OPTION...]
     convert "$1" -strip "${@:4}" +dither -colors "$3" -define png:compression-level=9 "PNG8:$2"
 }

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Plays the main job from start to end in the wizard, with the mouse and the keyboard, on a screen of its own.
+# Plays the main job in the wizard from beginning to end, with the mouse and the keyboard, on a screen of its own.
 #
 #     tour/tour.sh [WIZARD]
 #
-# Writes a picture of each step and the two saved files to build/tour/. Ends with an error when a window does not come,
-# or when the files are not what was entered. Needs Xvfb, openbox, xdotool and ImageMagick.
+# Writes a picture of each step and the two saved files to build/tour/. Fails if a window does not open, or if the files
+# differ from what was entered. Needs Xvfb, openbox, xdotool and ImageMagick.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 
@@ -74,7 +74,7 @@ keys F3 Escape
 window "$main"
 picture node-added
 
-# It is to generate nodes, and so needs a query.
+# It should generate nodes, so it needs a query.
 keys End F2
 window "$node_form"
 keys Return Return g
@@ -123,7 +123,7 @@ window "$main"
 picture end
 leave
 
-# What was entered stands in the files, after everything else: the samples come back as they were.
+# The files end with what was entered; everything before it is the samples, unchanged.
 line() { # FILE EXPECTED
     [[ $(tail -n 1 "$folder/$1") == "$2"$'\r' ]] || fail "$1 ends with: $(tail -n 1 "$folder/$1")"
     cmp -s <(head -n -1 "$folder/$1") "samples/$1" || fail "$1 has changed where nothing was entered"

@@ -4,8 +4,8 @@
 #include <QApplication>
 #include <new>
 
-/// The application, which outlives a lack of memory: what lacks it outside the commands, a paint for instance, is
-/// left out. (An exception that left an event would end the program.)
+/// The application. It survives a lack of memory: outside the commands, an event that runs out of memory, such as a
+/// paint, is dropped. (An exception that leaves an event handler would end the program.)
 class Application final : public QApplication {
   public:
     using QApplication::QApplication;

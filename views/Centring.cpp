@@ -28,7 +28,7 @@ void centreOnScreen(QWidget& window) {
     const auto size = window.size().grownBy(frame);
     const QPoint corner(area.left() + qRound((area.width() - size.width()) / 2.0),
                         area.top() + qRound((area.height() - size.height()) / 2.0));
-    // What a shown widget knows of its frame may be older than what its window knows.
+    // The frame that a shown widget reports may be older than the one that its window reports.
     if (isOnScreen(window))
         window.setGeometry({corner + QPoint(frame.left(), frame.top()), window.size()});
     else

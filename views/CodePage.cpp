@@ -26,7 +26,7 @@ std::optional<std::string> encodeCharacter(const QString& character) {
 
 #endif
 
-// The characters of a text one by one; those beyond the first 65,536 are pairs of units.
+// Goes over the characters of a text; those beyond the first 65,536 are pairs of units.
 template <class Use>
 void forEachCharacter(const QString& text, Use use) {
     for (qsizetype at = 0; at < text.size();) {

@@ -5,18 +5,17 @@
 #include <string>
 #include <string_view>
 
-/// Turns bytes of the files' code page into text for the screen: the system's code page on Windows, Windows-1252
-/// elsewhere. Every byte becomes one character; the five that Windows-1252 leaves free become the control characters
-/// of the same number.
+/// Converts bytes of the files' code page to text for the screen. The code page is that of the operating system on
+/// Windows, and Windows-1252 elsewhere. Every byte becomes one character; the five bytes that Windows-1252 leaves
+/// undefined become the control characters with the same number.
 [[nodiscard]] QString decode(std::string_view bytes);
 
-/// The same for a cell of the tree or a grid: the first 1,000 bytes, more than any cell can show. Painting the whole
-/// of a text of some megabytes, which a wrong file may hold, would freeze the window.
+/// The same for a cell of the tree or a grid, but only the first 1,000 bytes, which is more than any cell can show.
+/// Painting a text of several megabytes, which a broken file may contain, would freeze the window.
 [[nodiscard]] QString decodeForCell(std::string_view bytes);
 
-/// Turns text that was typed into bytes of the code page. A character that the code page lacks becomes "?": see
-/// `lackingInCodePage`.
+/// Converts typed text to bytes of the code page. A character that is not in it becomes "?": see `lackingInCodePage`.
 [[nodiscard]] std::string encode(const QString& text);
 
-/// The first character of a text that the code page lacks, empty if it has them all.
+/// The first character of a text that is not in the code page; empty if all are.
 [[nodiscard]] QString lackingInCodePage(const QString& text);

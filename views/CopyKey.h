@@ -4,6 +4,6 @@
 #include <QKeyEvent>
 #include <QModelIndex>
 
-/// Copies the whole text of a cell, of which the view may show the beginning alone, when this is the key for copying.
-/// @return whether it is
+/// If this is the key for copying, copies the whole text of a cell, even where the view shows only its beginning.
+/// @return whether it is that key
 bool copiesCell(QKeyEvent& event, const QModelIndex& cell);

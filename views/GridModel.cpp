@@ -11,7 +11,7 @@ void GridModel::show(std::unique_ptr<const GridRows> rows) {
     beginResetModel();
     before_ = std::exchange(rows_, std::move(rows));
     endResetModel();
-    QTimer::singleShot(1, this, [this] { before_.reset(); });  // 0 would come before the paints
+    QTimer::singleShot(1, this, [this] { before_.reset(); });  // 0 would fire before the paint events
 }
 
 void GridModel::showAtOnce(std::unique_ptr<const GridRows> rows) {
@@ -34,7 +34,7 @@ QVariant GridModel::data(const QModelIndex& index, int role) const {
     const auto row = static_cast<std::size_t>(index.row());
     switch (role) {
         case Qt::DisplayRole: return decodeForCell(rows_->cell(row, index.column()));
-        case Qt::EditRole: return decode(rows_->cell(row, index.column()));  // for who copies it
+        case Qt::EditRole: return decode(rows_->cell(row, index.column()));  // what copying a cell reads
         case Qt::ForegroundRole: return QBrush(rows_->colour(row));
         case Qt::TextAlignmentRole:
             return QVariant::fromValue(columns_[static_cast<std::size_t>(index.column())].alignment);

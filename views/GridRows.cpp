@@ -8,7 +8,7 @@
 
 namespace {
 
-// How a screen reader says the type of a paragraph.
+// The type of a paragraph as a screen reader says it.
 struct SpokenType {
     char letter;
     const char* spoken;
@@ -20,7 +20,7 @@ constexpr SpokenType spokenTypes[] = {
 };
 static_assert(std::ranges::equal(spokenTypes, paragraphTypes, {}, &SpokenType::letter, &ParagraphType::letter));
 
-// What the three functions of a grid make of its table of columns.
+// What both kinds of rows do with their tables of columns.
 
 template <class Column>
 std::string join(std::span<const Column> columns) {

@@ -14,7 +14,7 @@
 #include "views/NodeLook.h"
 #include "views/TextKeeper.h"
 
-/// What a grid shows below its header, as it was when this was made. Rows and columns count from 0.
+/// A snapshot of what a grid shows below its header. Rows and columns count from 0.
 class GridRows {
   public:
     virtual ~GridRows() = default;
@@ -22,9 +22,10 @@ class GridRows {
     /// The bytes of a cell; numbers as plain decimal text.
     [[nodiscard]] virtual std::string cell(std::size_t row, int column) const = 0;
     [[nodiscard]] virtual QColor colour(std::size_t row) const = 0;
-    /// How a screen reader says the row's type.
+    /// The row's type as a screen reader says it.
     [[nodiscard]] virtual QString spoken(std::size_t row) const = 0;
-    /// The longest text of a column of numbers, to make the column as wide; 0 for a column of texts.
+    /// The length of the longest text in a column of numbers, to make the column wide enough; 0 for a column of
+    /// texts.
     [[nodiscard]] virtual std::size_t widestNumber(int column) const = 0;
 };
 
@@ -63,12 +64,12 @@ class NavGridRows final : public GridRows {
     [[nodiscard]] static std::span<const Column> columns();
 
     LargeArray<Row> rows_;
-    LargeArray<std::int32_t> ids_, parents_;  // apart, so that a search passes over little memory
+    LargeArray<std::int32_t> ids_, parents_;  // kept apart, so that a search reads little memory
     LargeArray<QRgb> colours_;
     TextKeeper texts_;
 };
 
-/// The grid of paragraphs: those given, in that order, all in black. The field `extra` is not shown.
+/// The grid of paragraphs: the given ones, in that order, all in black. The field `extra` is not shown.
 class WebGridRows final : public GridRows {
   public:
     [[nodiscard]] static std::string format();
@@ -77,7 +78,7 @@ class WebGridRows final : public GridRows {
     static constexpr int columnOfNode = 1;
 
     WebGridRows() = default;
-    /// Null pointers are passed over.
+    /// Skips null pointers.
     explicit WebGridRows(std::span<const std::shared_ptr<clsWebScheme>> paragraphs);
     [[nodiscard]] std::size_t count() const override { return rows_.size(); }
     [[nodiscard]] std::string cell(std::size_t row, int column) const override;

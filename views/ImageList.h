@@ -5,7 +5,7 @@
 #include <QObject>
 #include <vector>
 
-/// The pictures of the tree, by index (from 1) and key.
+/// The pictures of the tree. Each has an index, counted from 1, and a key.
 class ImageList final : public QObject {
   public:
     explicit ImageList(QObject* parent) : QObject(parent) {}
@@ -13,7 +13,7 @@ class ImageList final : public QObject {
     /// Adds the picture with the next index.
     void add(const QString& key, const QIcon& icon) { images_.push_back({key, icon}); }
     [[nodiscard]] int count() const { return static_cast<int>(images_.size()); }
-    /// The picture with this index; an empty one when there is none.
+    /// The picture with this index; an empty one if there is none.
     [[nodiscard]] QIcon icon(int index) const;
     [[nodiscard]] QString key(int index) const;
 

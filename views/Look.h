@@ -5,12 +5,12 @@
 
 class QApplication;
 
-/// Gives the application its look on every platform: Fusion style, a light palette whatever the desktop prefers (the
-/// colours of nodes and rows were chosen for white), Arial.
+/// Gives the application the same look on every platform: the Fusion style, Arial, and a light palette whatever the
+/// desktop prefers (the colours of nodes and rows were chosen for a white background).
 void applyLook(QApplication& application);
 
-/// The font of the whole program in this size.
+/// The program's font in this size.
 [[nodiscard]] QFont arial(double points, QFont::Weight weight = QFont::Normal);
 
-/// The one of all captions, grids and menus.
+/// The font of all captions, grids and menus.
 [[nodiscard]] QFont captionFont();

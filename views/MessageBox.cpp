@@ -8,7 +8,7 @@
 
 namespace {
 
-// The base class takes Esc and the close box for a No.
+// The base class would take Esc and the close box as a No.
 class Question final : public QMessageBox {
   public:
     explicit Question(QWidget* parent) : QMessageBox(parent) {}

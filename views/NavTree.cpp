@@ -19,10 +19,10 @@ namespace {
 constexpr double indentationTwips = 600;
 constexpr double fontPoints = 10;
 constexpr int rowPadding = 4;  // pixels added to the height of a line
-constexpr int boxSize = 9;     // pixels, of the plus/minus box; odd, so that its cross is centred
+constexpr int boxSize = 9;     // pixels, size of the plus/minus box; odd, so that its cross is centred
 constexpr QRgb lineColour = qRgb(128, 128, 128);
 
-// The rows of one height that make a million of them quick to scroll.
+// Gives all rows the same height, so that a million of them scroll fast.
 class RowHeight final : public QStyledItemDelegate {
   public:
     using QStyledItemDelegate::QStyledItemDelegate;
@@ -94,7 +94,7 @@ std::string NavTree::SelectedKey() const {
     return TreeSnapshot::key(model_.snapshot().row(model_.rowOf(selected.front())));
 }
 
-// Mostly it is the current node: then the search through all of them is spared.
+// Mostly it is the current node; checking that first saves a search through all nodes.
 std::uint32_t NavTree::rowOf(std::string_view key) const {
     const auto& shown = model_.snapshot();
     if (const auto current = currentIndex(); current.isValid())
@@ -131,18 +131,18 @@ void NavTree::raiseKeyUp(int keyCode) {
 }
 
 void NavTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
-    std::size_t closed = 0;  // which the base class opens at one stroke
+    std::size_t closed = 0;  // which the base class opens all at once
     for (auto above = index.parent(); above.isValid(); above = above.parent()) closed += isExpanded(above) ? 0U : 1U;
     if (!index.isValid() || closed > mostNestedLevels) return;
     const int left = horizontalScrollBar()->value();
     QTreeView::scrollTo(index, hint);
-    updateGeometries();  // the bar for a wide row that has come into view may cover the node
+    updateGeometries();  // the scroll bar for a wide row that came into view may cover the node
     QTreeView::scrollTo(index, hint);
-    horizontalScrollBar()->setValue(left);  // the base class goes to the left edge of a wide column
+    horizontalScrollBar()->setValue(left);  // the base class scrolls to the left edge of a wide column
     scrollSideways(index);
 }
 
-// Shows the node's text and its box; when there is no room for all of it, the beginning.
+// Shows the node's text and its box; if there is no room for all of it, the beginning.
 void NavTree::scrollSideways(const QModelIndex& index) {
     const int picture = visualRect(index).left();
     const int begin = picture - indentation();
@@ -151,19 +151,19 @@ void NavTree::scrollSideways(const QModelIndex& index) {
     if (begin < 0 || beyond > 0) bar.setValue(bar.value() + std::min(begin, std::max(beyond, 0)));
 }
 
-// Does nothing in a tree that is too deep for one layout. The base class would note every node as open, those without
-// children too, which makes each later layout slower.
+// Does nothing in a tree that is too deep for one layout. The base class would mark every node as open, even those
+// without children, and that makes each later layout slower.
 void NavTree::openAllBelow(const QModelIndex& top) {
     const auto& shown = model_.snapshot();
     if (!top.isValid() || isDeep()) return;
-    scheduleDelayedItemsLayout();  // one for all
+    scheduleDelayedItemsLayout();  // once for all nodes
     const auto first = model_.rowOf(top);
     for (auto row = first; row == first || (row < shown.count() && shown.row(row).parent >= first); ++row)
         if (shown.row(row).childCount > 0) expand(model_.indexOf(row));
     executeDelayedItemsLayout();
 }
 
-// What stays open below a closed branch is opened again, by recursion, with that branch.
+// Opening a branch again would also reopen, by recursion, all branches below it that are still marked as open.
 void NavTree::forgetDeepBranches(const QModelIndex& branch) {
     if (!branch.isValid() || !isDeep()) return;
     const auto top = model_.rowOf(branch);
@@ -184,7 +184,7 @@ void NavTree::forgetDeepBranches(const QModelIndex& branch) {
     }
 }
 
-// A selected node that nobody sees must not take the next key: the branch that was closed over it takes its place.
+// The next key must not act on a selected node that is hidden: select the branch that was closed above it instead.
 void NavTree::selectInsteadOfHidden(const QModelIndex& closed) {
     auto above = currentIndex();
     while (above.isValid() && above != closed) above = above.parent();
@@ -192,13 +192,13 @@ void NavTree::selectInsteadOfHidden(const QModelIndex& closed) {
         selectionModel()->setCurrentIndex(closed, QItemSelectionModel::ClearAndSelect);
 }
 
-// A layout of all rows goes down every open branch by recursion.
+// Laying out all rows follows every open branch by recursion.
 void NavTree::doItemsLayout() {
     forgetDeepBranches(model_.index(0, 0));
     QTreeView::doItemsLayout();
 }
 
-// The one column is as wide as the rows in view need, and at least as wide as the view.
+// The only column is as wide as the rows in view need, and at least as wide as the view.
 void NavTree::fitColumn() {
     header()->resizeSection(0, std::max(viewport()->width(), sizeHintForColumn(0)));
 }
@@ -215,7 +215,7 @@ void NavTree::drawBranches(QPainter* painter, const QRect& rect, const QModelInd
     const int middle = rect.top() + rect.height() / 2;
     int x = rect.right() - indentation() / 2;
 
-    // The node's own branch, then a line down past it for each level above that goes on below.
+    // The node's own branch; then, for each level above that continues below, a line down past the node.
     painter->drawLine(x, middle, rect.right(), middle);
     painter->drawLine(x, rect.top(), x, middle);
     for (auto level = index; level.parent().isValid() && x >= 0; level = level.parent(), x -= indentation()) {
@@ -250,12 +250,12 @@ void NavTree::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) QTreeView::mousePressEvent(event);
 }
 
-// Two clicks, with either button. The base class would also take them for the opening of the node.
+// Two clicks, with either button. The base class would also open the node.
 void NavTree::mouseDoubleClickEvent(QMouseEvent* event) {
     mousePressEvent(event);
 }
 
-// Moving the pressed mouse would select what it passes over without a click.
+// Moving the mouse with a button pressed would select nodes without a click.
 void NavTree::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons() == Qt::NoButton) QTreeView::mouseMoveEvent(event);
 }
@@ -265,14 +265,14 @@ void NavTree::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::RightButton && MouseUp) MouseUp(buttonRight);
 }
 
-// The base class selects the first node when the tree gets the focus; here nothing stays selected.
+// When the tree gets the focus, the base class selects the first node; here the selection stays empty.
 void NavTree::focusInEvent(QFocusEvent* event) {
     const bool nothing = !currentIndex().isValid();
     QTreeView::focusInEvent(event);
     if (nothing) selectionModel()->clear();
 }
 
-// A click always selects, with Ctrl too; one beside the nodes changes nothing.
+// A click on a node always selects it, even with Ctrl; a click beside the nodes changes nothing.
 QItemSelectionModel::SelectionFlags NavTree::selectionCommand(const QModelIndex& index, const QEvent*) const {
     return index.isValid() ? QItemSelectionModel::ClearAndSelect : QItemSelectionModel::NoUpdate;
 }

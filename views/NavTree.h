@@ -11,34 +11,35 @@
 #include "views/ReleasedKeys.h"
 #include "views/TreeModel.h"
 
-/// The navigation tree: pictures and coloured texts, lines and plus/minus boxes below the root, none at the root.
+/// The navigation tree: pictures and coloured texts, with lines and plus/minus boxes below the root but not at it.
 ///
-/// A left click or Enter on a node is a click; the arrow keys and redraws only select. Keys count when they are let
-/// go. A right press leaves the selection alone.
+/// A left click or Enter on a node is a click; the arrow keys and redraws only select. Keys act on release. Pressing
+/// the right mouse button does not change the selection.
 ///
-/// QTreeView lays out, scrolls to and reopens nested open branches by recursion, which overflows the stack in a tree
-/// of some 30,000 levels. So it never has to do more than `mostNestedLevels` at one stroke.
+/// QTreeView uses recursion to lay out, scroll to and reopen nested open branches, which overflows the stack in a
+/// tree of some 30,000 levels. So this class never lets it handle more than `mostNestedLevels` at once.
 class NavTree final : public QTreeView, public NavTreeView {
   public:
     static constexpr std::size_t mostNestedLevels = 1000;
 
-    /// @param images pictures by index, see NodePicture; must outlive the tree
+    /// @param images the pictures by index (see NodePicture); must outlive the tree
     NavTree(const ImageList& images, QWidget* parent);
 
     void Fill(const clsNavSchemes& scheme) override;
     [[nodiscard]] std::string SelectedKey() const override;
     void Expand(std::string_view key) override;
 
-    /// The number of nodes right below the node with this key, as shown; 0 if there is none with it.
+    /// The number of nodes shown directly below the node with this key; 0 if no node has it.
     [[nodiscard]] int childCount(std::string_view key) const;
-    /// The key of the node right above the node with this key; empty for the root and for a key that no node has.
+    /// The key of the parent of the node with this key; empty for the root and for a key that no node has.
     [[nodiscard]] std::string parentKey(std::string_view key) const;
-    /// Where on the screen a menu for the current node belongs: below it.
+    /// Where on the screen to open a menu for the current node: below it.
     [[nodiscard]] QPoint placeOfCurrent() const;
 
     [[nodiscard]] const TreeModel& treeModel() const { return model_; }
 
-    /// Opens what is above the node and scrolls it into view; does nothing below `mostNestedLevels` closed levels.
+    /// Opens everything above the node and scrolls it into view; does nothing if more than `mostNestedLevels` levels
+    /// above it are closed.
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
   protected:
@@ -68,5 +69,5 @@ class NavTree final : public QTreeView, public NavTreeView {
 
     TreeModel model_;
     ReleasedKeys keys_;
-    std::set<std::uint32_t> open_;  // rows of the snapshot that are open, below closed ones too; in a deep tree only
+    std::set<std::uint32_t> open_;  // rows of the snapshot that are open, even below closed ones; only in a deep tree
 };

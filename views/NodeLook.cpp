@@ -20,7 +20,7 @@ constexpr bool standInOrderOfIndex(std::span<const PictureSource> pictures) {
 }
 static_assert(standInOrderOfIndex(sources));
 
-// The two greens differ: the grid's is lighter than the tree's.
+// The green of R is lighter in the grid than in the tree. That is given.
 constexpr NodeLook looks[] = {
     {.letter = 'F',
      .picture = NodePicture::fixed,

@@ -13,14 +13,14 @@ enum class NodePicture : unsigned char { none = 0, root = 1, fixed = 2, gen = 3,
 /// Where a picture of the tree comes from.
 struct PictureSource {
     NodePicture picture;
-    const char* name;  ///< of the widget that holds it
+    const char* name;  ///< of the widget that shows it
     const char* file;  ///< the resource
     const char* key;   ///< in the image list
 };
 /// All pictures, in the order of their index.
 [[nodiscard]] std::span<const PictureSource> pictureSources();
 
-/// What the screen makes of a type of node.
+/// What a type of node looks like.
 struct NodeLook {
     char letter;
     NodePicture picture;
@@ -32,12 +32,12 @@ struct NodeLook {
     QRgb captionColour;
     QRgb letterColour;  ///< of the letter above its column
 };
-/// Those of all types, in the order of `nodeTypes`.
+/// The looks of all types, in the order of `nodeTypes`.
 [[nodiscard]] std::span<const NodeLook> nodeLooks();
 
-/// The look of the type with this letter, null for any other letter.
+/// The look of the type with this letter; null for any other letter.
 [[nodiscard]] const NodeLook* nodeLook(char letter);
-/// The look of the type that a picture stands for, null for the root's.
+/// The look of the type that a picture stands for; null for the root's picture.
 [[nodiscard]] const NodeLook* nodeLook(NodePicture picture);
-/// How a screen reader says a node's type: "Generating node"; "Node of unknown type" for null.
+/// A node's type as a screen reader says it: "Generating node"; "Node of unknown type" for null.
 [[nodiscard]] QString spokenType(const NodeLook* look);

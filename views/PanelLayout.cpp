@@ -3,7 +3,7 @@
 
 namespace {
 
-constexpr double margin = 10;  // of the tree and the frames to the window's left and top
+constexpr double margin = 10;  // between the window's left and top and the tree and frames
 constexpr double gap = 40;
 
 }  // namespace
@@ -17,6 +17,7 @@ PanelLayout layOutPanels(QSizeF inner, double heightOfFrRule) {
     const double frameHeight = (inner.height() - heightOfFrRule - 2 * gap) / 2;
     at.frN = {left, margin, frameWidth, frameHeight};
     at.frW = {left, margin + frameHeight + gap, frameWidth, frameHeight};
+    // The doubled distance from the top is given: see "Given, not to be corrected" in docs/architecture.md.
     at.frRule = {left, (margin + frameHeight + gap) * 2, frameWidth, heightOfFrRule};
 
     at.flexNav = {gap, 300, frameWidth - 100, frameHeight - 420};

@@ -4,8 +4,8 @@
 #include <QRectF>
 #include <QSizeF>
 
-/// The places of the main window's panels, in twips (1/1440 inch). The frames' are those within the window's inner
-/// area, the grids' those within their frames.
+/// The places of the main window's panels, in twips (1/1440 inch): of the tree and the frames within the window's
+/// inner area, of the grids within their frames.
 struct PanelLayout {
     QRectF tree;
     QRectF frN;
@@ -15,5 +15,5 @@ struct PanelLayout {
     QRectF frRule;
 };
 
-/// Lays the panels out in a window of this inner size, in twips. The rule panel keeps its height.
+/// Lays out the panels for a window with this inner size; sizes are in twips. The rule panel keeps its height.
 [[nodiscard]] PanelLayout layOutPanels(QSizeF inner, double heightOfFrRule);

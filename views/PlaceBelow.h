@@ -3,8 +3,8 @@
 
 #include <QAbstractItemView>
 
-/// The place on the screen below an item of a view, or the next one to it in the view; for no item, the view's top
-/// left corner. A menu for the item belongs there.
+/// Where on the screen to open a menu for an item of a view: below the item, or as near to that as the view allows.
+/// If there is no item, the view's top left corner.
 [[nodiscard]] inline QPoint placeBelow(const QAbstractItemView& view, const QModelIndex& index) {
     const auto room = view.viewport()->rect();
     const auto item = index.isValid() ? view.visualRect(index) : QRect(room.topLeft(), QSize(1, 1));

@@ -19,7 +19,7 @@ ReleasedKeys::~ReleasedKeys() {
 void ReleasedKeys::serve(QWidget& served) {
     served_ = &served;
     down_.clear();
-    qApp->installEventFilter(this);  // to see the keys before the widget that has the focus
+    qApp->installEventFilter(this);  // to see keys before the widget with the focus does
 }
 
 bool ReleasedKeys::eventFilter(QObject* watched, QEvent* event) {

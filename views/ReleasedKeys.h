@@ -9,24 +9,24 @@
 #include <optional>
 #include <vector>
 
-/// Runs the commands of keys when they are let go: those of a window wherever in it the focus is, those of another
-/// widget while the focus is there.
+/// Runs the commands of keys on release. The keys of a window act wherever in it the focus is; those of any other
+/// widget act while it has the focus.
 ///
-/// A key that is held repeats its release, and one that went down elsewhere, in a message box that it closed, say,
-/// means nothing here. So a command runs once, at the release that ends a press made here. A key that has a command
-/// reaches no one else, neither when it goes down nor when it comes up.
+/// A held key repeats its release, and a key may have been pressed elsewhere, for example in a message box that it
+/// closed. So a command runs once, on the release that ends a press made here. Nobody else receives the press or the
+/// release of a key that has a command.
 class ReleasedKeys final : public QObject {
   public:
     struct Command {
         Qt::Key key;
         std::function<void()> run;
-        /// What must be down together with the key, and nothing else, when it goes down; it may be let go first.
-        /// Nothing: it does not matter.
+        /// Exactly these must be down when the key is pressed; they may be released before the key. Nothing: any
+        /// modifiers will do.
         std::optional<Qt::KeyboardModifiers> modifiers = {};
     };
 
     explicit ReleasedKeys(std::vector<Command> commands);
-    /// Serves `served` at once.
+    /// Also starts to serve `served`.
     ReleasedKeys(QWidget& served, std::vector<Command> commands);
     ~ReleasedKeys() override;
 
@@ -43,5 +43,5 @@ class ReleasedKeys final : public QObject {
 
     const std::vector<Command> commands_;
     QPointer<QWidget> served_;
-    QHash<int, const Command*> down_;  // the keys that went down here, with the commands that they will run
+    QHash<int, const Command*> down_;  // the keys that were pressed here, with the commands that they will run
 };

@@ -14,7 +14,7 @@
 namespace {
 
 constexpr int rowPadding = 4;     // pixels added to the height of a line
-constexpr int columnPadding = 8;  // pixels added to the width of a column's characters
+constexpr int columnPadding = 8;  // pixels added to the width of a column's text
 
 }  // namespace
 
@@ -30,7 +30,7 @@ SchemeGrid::SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> 
     setHorizontalScrollMode(ScrollPerPixel);
     setVerticalScrollMode(ScrollPerItem);  // the scroll bar counts rows
 
-    // Rows of one fixed height: measuring them would take seconds in a large scheme.
+    // All rows have the same fixed height: measuring them would take seconds in a large scheme.
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(1);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -46,7 +46,7 @@ void SchemeGrid::show(std::unique_ptr<const GridRows> rows) {
     verticalScrollBar()->setValue(0);
 }
 
-// A column is as wide as the characters of its caption, blanks included, and not narrower than its numbers.
+// A column is as wide as its caption, blanks included, and at least as wide as its numbers.
 void SchemeGrid::fitColumns() {
     const auto metrics = fontMetrics();
     int section = 0;
@@ -68,12 +68,12 @@ void SchemeGrid::keyPressEvent(QKeyEvent* event) {
     if (!copiesCell(*event, currentIndex())) QTableView::keyPressEvent(event);
 }
 
-// Typing searches in the current column, and Ctrl+C copies the current cell. Its frame has the colour of a selected
-// text.
+// Typing searches the current column and Ctrl+C copies the current cell, so the user must see which cell it is. Its
+// frame has the colour of selected text.
 void SchemeGrid::paintEvent(QPaintEvent* event) {
     QTableView::paintEvent(event);
     if (!currentIndex().isValid()) return;
-    // In pixels of the screen, for lines of one width at every scale.
+    // In physical pixels, so that all lines are equally wide at every scale.
     const auto scale = devicePixelRatioF();
     const auto cell = visualRect(currentIndex());
     const int line = static_cast<int>(scale);
@@ -85,7 +85,7 @@ void SchemeGrid::paintEvent(QPaintEvent* event) {
     painter.fillRect(frame, palette().color(QPalette::HighlightedText));
 }
 
-// A right click acts on the current row: it must not make another row current.
+// A right click acts on the current row, so it must not make another row current.
 void SchemeGrid::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) QTableView::mousePressEvent(event);
 }
@@ -95,13 +95,13 @@ void SchemeGrid::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::RightButton) buttonReleased(buttonRight);
 }
 
-// A click always selects the row, with Ctrl too; one beside the rows changes nothing.
+// A click on a row always selects it, even with Ctrl; a click beside the rows changes nothing.
 QItemSelectionModel::SelectionFlags SchemeGrid::selectionCommand(const QModelIndex& index, const QEvent*) const {
     if (!index.isValid()) return QItemSelectionModel::NoUpdate;
     return QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows;
 }
 
-// The base class makes a row current when the grid gets the focus; here the header row stays it.
+// When the grid gets the focus, the base class makes a row current; here the header row stays current.
 void SchemeGrid::focusInEvent(QFocusEvent* event) {
     const bool headerIsCurrent = !currentIndex().isValid();
     QTableView::focusInEvent(event);
@@ -144,7 +144,7 @@ void WebGrid::Place(Twips left, Twips top, Twips width, Twips height) {
 
 void WebGrid::Fill(std::span<const std::shared_ptr<clsWebScheme>> paragraphs) {
     show<WebGridRows>(paragraphs);
-    // A click goes on to the tree and the other grid; the paragraphs, which it was made for, do not wait for them.
+    // After a click, the tree and the other grid follow. Paint the paragraphs first: the user clicked for them.
     viewport()->repaint();
 }
 

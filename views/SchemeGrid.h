@@ -10,27 +10,26 @@
 #include "views/GridModel.h"
 #include "views/ShowOrNothing.h"
 
-/// A grid for viewing: a header row from a column format string, and rows below it. The header row is the current
-/// row until the user makes another one current by a left click or the arrow keys. The current cell has a frame.
+/// A read-only grid: a header row from a column format string, and rows below it. The header row is the current row
+/// until the user makes another row current with a left click or the arrow keys. The current cell has a frame.
 class SchemeGrid : public QTableView {
   public:
     SchemeGrid(std::string_view format, std::unique_ptr<const GridRows> noRows, QWidget* parent);
 
     [[nodiscard]] const GridModel& gridModel() const { return model_; }
-    /// Where on the screen a menu for the current row belongs: below it.
+    /// Where on the screen to open a menu for the current row: below it.
     [[nodiscard]] QPoint placeOfCurrent() const;
 
   protected:
-    /// Replaces the rows; the header row becomes the current row, the view goes to the top. Without the memory for it
-    /// the grid is empty.
-    /// @param records of which `Rows` are made
+    /// Replaces the rows, makes the header row current and scrolls to the top. If memory runs out, the grid is empty.
+    /// @param records from which `Rows` is made
     /// @throws std::bad_alloc
     template <class Rows, class Records>
     void show(const Records& records) {
         showOrNothing([&] { show(std::make_unique<Rows>(records)); },
                       [this] { model_.showAtOnce(std::make_unique<Rows>()); });
     }
-    /// A mouse button was let go on the grid, its header or the space below its rows.
+    /// Called when a mouse button is released on the grid, its header or the space below its rows.
     virtual void buttonReleased(int /*button*/) {}
 
     void paintEvent(QPaintEvent* event) override;
@@ -53,13 +52,13 @@ class SchemeGrid : public QTableView {
 class NavGrid final : public SchemeGrid, public NavGridView {
   public:
     explicit NavGrid(QWidget* parent);
-    /// Also goes to the first column where the nodes come from another file, or are those of a new scheme.
+    /// Also scrolls to the first column if the nodes come from another file or a new scheme.
     void Fill(const clsNavSchemes& scheme) override;
-    /// Scrolls so far that the first row with this ID is the top one, if there is such a row. Nothing else changes.
+    /// Scrolls so that the first row with this ID, if there is one, is at the top. Changes nothing else.
     void showAtTop(std::string_view key);
 
   private:
-    using Origin = std::weak_ptr<const clsNavScheme>;  // the nodes of a file have one owner
+    using Origin = std::weak_ptr<const clsNavScheme>;  // all nodes of a file have the same owner
     Origin origin_;
 };
 

@@ -3,10 +3,10 @@
 
 #include <new>
 
-/// Shows something in place of what a view shows now. Where memory is short, the old goes first. What then still
-/// cannot be shown is not shown by half: the view is empty.
+/// Shows something in place of what a view shows now. If memory runs out, the old contents are freed first. If it
+/// still cannot be shown, the view is empty, never half filled.
 /// @param show, showNothing callable: () -> void
-/// @throws std::bad_alloc when nothing is shown for lack of memory
+/// @throws std::bad_alloc if the view is empty for lack of memory
 template <class Show, class ShowNothing>
 void showOrNothing(Show show, ShowNothing showNothing) {
     try {

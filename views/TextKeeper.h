@@ -6,14 +6,14 @@
 
 #include "model/Text.h"
 
-/// Keeps alive the bytes that the rows of a tree or a grid show, so that they stay as they were drawn whatever
-/// becomes of the records: the owned texts, and the files that the other texts lie in.
+/// Keeps alive the bytes that the rows of a tree or a grid show, so that the rows do not change whatever happens to
+/// the records: the owned texts, and the files that the other texts point into.
 class TextKeeper {
   public:
-    /// Keeps what `record` belongs to: the file that it was read from. To be called before `keep` for its texts.
+    /// Keeps the owner of `record`: the file that it was read from. Call this before `keep` for its texts.
     template <class Record>
     void keepOwner(const std::shared_ptr<Record>& record) {
-        // The records of one file have one owner and mostly follow each other.
+        // The records of a file have the same owner and mostly follow each other.
         if (owners_.empty() || owners_.back().owner_before(record) || record.owner_before(owners_.back()))
             owners_.push_back(record);
     }

@@ -3,8 +3,8 @@
 
 #include <QToolTip>
 
-// Qt breaks only marked-up tips into lines. A tip that is about to hide is not kept by the same text at the same
-// place, so no two that follow each other have the same markup.
+// Qt wraps only tips with markup. If a tip is about to hide, showing the same text at the same place does not keep
+// it, so the markup alternates from one tip to the next.
 void showToolTip(const QPoint& place, const QString& text, QWidget& widget) {
     const auto marked = [escaped = text.toHtmlEscaped()](const char* style) {
         return QStringLiteral("<p style='%1'>%2</p>").arg(QLatin1String(style), escaped);

@@ -7,12 +7,12 @@
 
 namespace {
 
-// The view keeps opened rows in a hash that adds up an index's parts; plain row numbers would cluster there. An odd
-// factor spreads them, and its inverse modulo 2^32 leads back.
+// The view keeps opened rows in a hash that adds the parts of an index; plain row numbers would cluster there. An odd
+// factor spreads them; multiplying by its inverse modulo 2^32 gives the row number back.
 constexpr std::uint32_t spread = 0x9E3779B1;
 
 constexpr std::uint32_t inverse(std::uint32_t odd) {
-    std::uint32_t x = odd;  // right in the lowest 3 bits; each step doubles them
+    std::uint32_t x = odd;  // correct in the lowest 3 bits; each step doubles the correct bits
     for (int step = 0; step < 4; ++step) x *= 2 - odd * x;
     return x;
 }
@@ -55,7 +55,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     const auto* look = nodeLook(row.picture);
     switch (role) {
         case Qt::DisplayRole: return decodeForCell(row.text.view());
-        case Qt::EditRole: return decode(row.text.view());  // for who copies it
+        case Qt::EditRole: return decode(row.text.view());  // what copying a node reads
         case Qt::DecorationRole: return images_.icon(static_cast<int>(row.picture));
         case Qt::ForegroundRole: return QBrush(QColor(look ? look->treeColour : qRgb(0, 0, 0)));
         case Qt::AccessibleTextRole:
@@ -65,7 +65,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     }
 }
 
-// The header is hidden, but a screen reader comes by it.
+// The header is hidden, but a screen reader finds it.
 QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || section != 0 || role != Qt::AccessibleTextRole) return {};
     return QStringLiteral("Node");

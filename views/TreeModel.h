@@ -6,14 +6,14 @@
 #include "views/ImageList.h"
 #include "views/TreeSnapshot.h"
 
-/// Shows a TreeSnapshot, which is replaced as a whole, in a QTreeView.
+/// Shows a TreeSnapshot in a QTreeView. The snapshot is always replaced as a whole.
 class TreeModel final : public QAbstractItemModel {
   public:
     TreeModel(const ImageList& images, QObject* parent) : QAbstractItemModel(parent), images_(images) {}
 
     void show(TreeSnapshot snapshot);
     [[nodiscard]] const TreeSnapshot& snapshot() const { return shown_; }
-    /// The index of a row of the snapshot; an invalid one for `TreeSnapshot::none`.
+    /// The index for a row of the snapshot; invalid for `TreeSnapshot::none`.
     [[nodiscard]] QModelIndex indexOf(std::uint32_t row) const;
     /// The row of the snapshot that a valid index stands for.
     [[nodiscard]] std::uint32_t rowOf(const QModelIndex& index) const;

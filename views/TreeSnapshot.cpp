@@ -24,7 +24,7 @@ struct Unplaced {
 }  // namespace
 
 TreeSnapshot::TreeSnapshot(const clsNavSchemes& scheme) {
-    // What there is to show, read in the order in which the records lie in memory; then the way through the tree.
+    // First read what there is to show, in memory order; then walk through the tree.
     const auto slots = scheme.NewEnum().Slots();
     LargeArray<Unplaced> unplaced(slots.size());
     KeyIndex slotOf;  // by ID

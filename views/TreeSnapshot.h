@@ -10,8 +10,8 @@
 #include "views/NodeLook.h"
 #include "views/TextKeeper.h"
 
-/// What the tree shows of a scheme, as it was when this was made: the nodes that can be reached from the root, in
-/// pre-order. A node of unknown type is left out with its branch, and so is the second of two nodes with one ID.
+/// A snapshot of what the tree shows of a scheme: the nodes that can be reached from the root, in pre-order. A node
+/// of unknown type is left out with its branch, and so is the second of two nodes with the same ID.
 class TreeSnapshot {
   public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
@@ -39,7 +39,7 @@ class TreeSnapshot {
     /// The row of the node with this key ("N" and the ID), or `none`. O(n).
     [[nodiscard]] std::uint32_t find(std::string_view key) const;
     [[nodiscard]] static std::string key(const Row& row);
-    /// Levels below the root.
+    /// The number of levels below the root.
     [[nodiscard]] std::size_t depth() const { return depth_; }
 
   private:

@@ -4,8 +4,8 @@
 #include <QRect>
 #include <QRectF>
 
-/// Lengths of twips in pixels on a screen of `dpi` logical dots an inch, rounded to the nearest.
+/// Converts twips to pixels on a screen with `dpi` logical dots per inch, rounded to the nearest pixel.
 [[nodiscard]] int toPixels(double twips, int dpi);
 [[nodiscard]] QRect toPixels(const QRectF& twips, int dpi);
-/// And back.
+/// The reverse.
 [[nodiscard]] double toTwips(int pixels, int dpi);

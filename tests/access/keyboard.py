@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""The main job without a mouse: opens the samples, walks about, adds, edits, deletes, reads the reports, saves."""
+"""The main job without a mouse: opens the samples, moves around, adds, edits, deletes, reads the reports, saves."""
 
 from wizard import (MESSAGE, NODE_FORM, PARAGRAPH_FORM, QUESTION, REPORT, SAVE, TITLE, chosen, find, grid_texts, run,
                     selected_rows, text, tree_rows)
@@ -25,7 +25,7 @@ def lines(path):
 
 
 def same_lines(test, what, found, expected):
-    """Tells of the first line alone that differs."""
+    """Reports only the first line that differs."""
     test.equal(f"number of {what}", len(found), len(expected))
     differing = [pair for pair in zip(found, expected) if pair[0] != pair[1]]
     test.equal(what, differing[:1], [])
@@ -56,7 +56,7 @@ def play(wizard, test):
         wizard.keys(key)
         wizard.focus_is("tree", "Navigation tree")
 
-    # The tree is walked, opened and closed; Enter is the click.
+    # Moves through the tree, opens and closes it; Enter is the click.
     wizard.keys("Home")
     selected("Data Browser, Root node")
     wizard.keys("Down", "Down")
@@ -73,11 +73,11 @@ def play(wizard, test):
     wizard.keys("End")
     selected("Staff, Fixed node")
 
-    # Del deletes it with all below it.
+    # Del deletes it with everything below it.
     wizard.keys("Delete")
     test.becomes(wizard, "the deleted node", lambda: "Staff, Fixed node" in tree_rows(tree), False)
 
-    # A node is added with Ins and filled in with Enter, a letter, and F3.
+    # Ins adds a node; Enter, a letter and F3 fill it in.
     wizard.keys("Home", "Down")
     selected("Hire desk, Fixed node")
     wizard.keys("Insert")
@@ -106,7 +106,7 @@ def play(wizard, test):
     wizard.window(TITLE)
     wizard.focus_is("tree", "Navigation tree")
 
-    # It is edited with F2; Enter goes around the fields; Esc asks, and is answered by a key.
+    # F2 edits it; Enter goes around the fields; Esc asks, and a key answers.
     wizard.keys("Home", "Down", "Right")
     test.becomes(wizard, "the new node", lambda: "Guided tours, Generating node" in tree_rows(tree), True)
     for _ in range(tree_rows(tree).index("Guided tours, Generating node") - 1):
@@ -126,8 +126,8 @@ def play(wizard, test):
     wizard.keys("Return")
     wizard.window(TITLE)
 
-    # It stays selected. A paragraph of its page, from the popup menu: its first command is current when a key has
-    # opened it.
+    # It stays selected. A paragraph of its page, from the popup menu: if a key opened the menu, its first command is
+    # highlighted.
     selected("Tours with a guide, Generating node")
     wizard.keys("Return")
     test.becomes(wizard, "no paragraphs yet", lambda: grid_texts(paragraphs), [])
@@ -153,7 +153,7 @@ def play(wizard, test):
     test.becomes(wizard, "two paragraphs", lambda: grid_texts(paragraphs), [
         "100|66|1|Tours of this week|spW_Tours||S|0|", "101|66|2|Tours of next week|spW_Tours||S|0|"])
 
-    # The second is deleted and the first is edited.
+    # Deletes the second one and edits the first.
     wizard.keys("shift+Tab")
     wizard.focus_is("table", PARAGRAPHS)
     wizard.keys("Down", "Down")
@@ -175,7 +175,7 @@ def play(wizard, test):
     test.becomes(wizard, "edited paragraph", lambda: grid_texts(paragraphs),
                  ["100|66|1|Tours of this week|spW_ToursOfWeek||S|0|"])
 
-    # The grid of nodes is walked; its popup menu is that of nobody.
+    # Moves through the grid of nodes, which has no popup menu.
     wizard.keys("shift+Tab")
     wizard.focus_is("table", NODES)
     wizard.keys("Down", "Down")
@@ -183,7 +183,7 @@ def play(wizard, test):
     wizard.keys("ctrl+End")
     test.becomes(wizard, "last row of the nodes", lambda: selected_rows(nodes), [len(grid_texts(nodes)) - 1])
 
-    # The reports open, are scrolled and close.
+    # Opens, scrolls and closes the reports.
     for menu, letter in ("na", "nt", "wa", "wt"):
         wizard.menu(menu, letter)
         wizard.window(REPORT)
@@ -192,7 +192,7 @@ def play(wizard, test):
         wizard.window(TITLE)
         wizard.focus_is("table", NODES)
 
-    # Both schemes are saved.
+    # Saves both schemes.
     for menu, name in (("n", "nodes"), ("w", "paragraphs")):
         wizard.menu(menu, "s")
         wizard.file(SAVE, f"{wizard.folder}/{name}")

@@ -4,7 +4,7 @@
 #
 #     run.sh test.py wizard
 #
-# The exit code is the test's; 77 when something that it needs is not installed.
+# The exit code is the test's; 77 if something that it needs is not installed.
 set -u
 
 leave() { echo "run.sh: $*" >&2; exit 77; }
@@ -13,14 +13,14 @@ for tool in dbus-run-session xdotool; do
     command -v "$tool" > /dev/null || leave "$tool is not installed"
 done
 
-# The system's own Python may have the bindings when another one stands before it in the path.
+# The operating system's own Python may have the bindings even if another one comes first in the path.
 python=
 for each in python3 /usr/bin/python3; do
     "$each" -c 'import gi; gi.require_version("Atspi", "2.0"); from gi.repository import Atspi' 2> /dev/null || continue
     python=$each
     break
 done
-[ -n "$python" ] || leave "Python's bindings of AT-SPI (python3-gi, gir1.2-atspi-2.0) are not installed"
+[ -n "$python" ] || leave "the Python bindings for AT-SPI (python3-gi, gir1.2-atspi-2.0) are not installed"
 
 service=share/dbus-1/services/org.a11y.Bus.service
 [ -e "/usr/$service" ] || [ -e "/usr/local/$service" ] || leave "at-spi2-core is not installed"
@@ -29,7 +29,7 @@ folder=$(mktemp -d) || exit 99
 trap 'rm -rf "$folder"' EXIT
 mkdir -m 700 "$folder/home" "$folder/run"
 mkdir "$folder/program"
-# The program stands in a folder of its own: there the file dialogs start, and there is no help file.
+# The program is put in a folder of its own: the file dialogs start there, and there is no help file.
 cp "$2" "${0%/*}"/../../samples/XST[12].txt "$folder/program" || exit 99
 
 export HOME=$folder/home XDG_RUNTIME_DIR=$folder/run LC_ALL=C.UTF-8 PYTHONDONTWRITEBYTECODE=1

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""What a screen reader gets to know of each window: names, helps, rows and texts, spelt out."""
+"""What a screen reader learns about each window: names, helps, rows and texts, all spelled out."""
 
 import csv
 
@@ -171,7 +171,7 @@ def grid(test, main, title, columns, records, types, type_column):
     table = find(main, "table", title)
     test.equal(f"header of {title}", header(table), columns)
     test.equal(f"rows of {title}", row_count(table), len(records))
-    # The first rows of each type stand for all of that type.
+    # The first rows of each type represent all rows of that type.
     seen = set()
     for number, record in enumerate(records):
         letter = record[type_column]
@@ -214,7 +214,7 @@ def report(wizard, test, menu, letter, check):
 
 
 def popup(wizard, test, key, items):
-    """Opens a popup menu and goes once around it: that is how a screen reader comes to know its items."""
+    """Opens a popup menu and goes around it once, as a screen reader does to learn its items."""
     wizard.heard.clear()
     wizard.open_menu(key, lambda: wizard.heard, f"nothing is heard of '{items[0]}'")
     for count in range(len(items)):

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: MIT
-"""Starts the wizard and looks at it over AT-SPI, as a screen reader does; uses it with the keyboard alone."""
+"""Starts the wizard, examines it over AT-SPI as a screen reader does, and uses it with the keyboard alone."""
 
 import os
 import pathlib
@@ -52,7 +52,7 @@ def name(thing):
 
 
 def everything(thing, rows=False):
-    """All that is below a thing; the rows of grids, trees and lists only if asked for."""
+    """Everything below an object; the rows of grids, trees and lists only if asked for."""
     for child in children(thing):
         yield child
         if rows or role(child) not in WITH_ROWS:
@@ -88,7 +88,7 @@ def row_count(grid):
 
 
 def grid_row(grid, row):
-    """The texts of a row's cells, joined, and what is said about each of them."""
+    """The joined texts of a row's cells, and the description of each."""
     cells = [Atspi.Table.get_accessible_at(grid, row, column) for column in range(Atspi.Table.get_n_columns(grid))]
     return "|".join(name(cell) for cell in cells), {cell.get_description() for cell in cells}
 
@@ -106,7 +106,7 @@ class Wizard:
         self.folder = os.path.dirname(program)
         self.process = subprocess.Popen([program])
         self.application = None
-        self.heard = []  # what got the keyboard, as a screen reader is told of it: role, name, description
+        self.heard = []  # what received the focus, as a screen reader is told: role, name, description
         self._listener = Atspi.EventListener.new(self._hear)
         self._listener.register("object:state-changed:focused")
         self.wait(lambda: self._connect(), "the wizard is not seen over AT-SPI")
@@ -131,7 +131,7 @@ class Wizard:
             pass  # it is gone already
 
     def wait(self, condition, complaint, patience=PATIENCE):
-        """Waits until the condition gives something that counts as true, and returns it."""
+        """Waits until the condition returns something true, and returns that."""
         end = time.monotonic() + patience
         while True:
             while GLib.MainContext.default().iteration(False):
@@ -140,7 +140,7 @@ class Wizard:
                 if result := condition():
                     return result
             except (GLib.Error, Failure):
-                pass  # what was looked at is just going, or has not come yet
+                pass  # the object is just closing, or not there yet
             if time.monotonic() > end:
                 raise Failure(complaint() if callable(complaint) else complaint)
             time.sleep(0.02)
@@ -159,7 +159,7 @@ class Wizard:
             return asked.stdout.strip() == title
 
         def there():
-            # The window manager moves the keyboard about while windows come and go, and closes menus by that.
+            # While windows open and close, the window manager moves the keyboard around, and that closes menus.
             for _ in range(3):
                 window = self.active()
                 if not window or name(window) != title or not managed():
@@ -177,7 +177,7 @@ class Wizard:
         return self.wait(there, complaint)
 
     def focus(self):
-        """The thing that has the keyboard, innermost first: of a grid or a tree the whole, not a row."""
+        """The object with the focus, innermost first: the whole grid or tree, not a row of it."""
         window = self.active()
         if window is None:
             return None
@@ -185,7 +185,7 @@ class Wizard:
         return found[-1] if found else None
 
     def popup(self):
-        """The popup menu that is open, if one is, and not one of the menu bar."""
+        """The open popup menu, if there is one; menus of the menu bar do not count."""
         for thing in everything(self.application):
             if role(thing) == "popup menu" and is_in("SHOWING", thing):
                 return thing
@@ -210,7 +210,7 @@ class Wizard:
         subprocess.run(["xdotool", "type", "--delay", "10", "--", characters], check=True)
 
     def write(self, characters):
-        """Replaces what is in the field that has the keyboard."""
+        """Replaces the text in the field with the focus."""
         field = self.wait(self.focus, "nothing has the keyboard")
         self.keys("ctrl+a")
         self.type(characters)
@@ -218,7 +218,7 @@ class Wizard:
                   lambda: f"'{characters}' was typed into '{name(field)}', and there stands '{text(field)}'")
 
     def open_menu(self, key, is_open, complaint):
-        """Presses a key that opens a menu, and again if that does not come."""
+        """Presses a key that opens a menu, and again if the menu does not open."""
         end = time.monotonic() + PATIENCE
         while True:
             self.keys(key)
@@ -241,7 +241,7 @@ class Wizard:
         self.keys("Return")
 
     def start(self):
-        """Closes what the program begins with, up to the main window with its new scheme."""
+        """Closes the windows that the program starts with, up to the main window with its new scheme."""
         self.window(INTRODUCTION)
         self.keys("Escape")
         self.window(MESSAGE)
@@ -258,7 +258,7 @@ class Wizard:
 
 
 class Test:
-    """Counts what is as it should be and what is not."""
+    """Counts what is as expected and what is not."""
 
     def __init__(self):
         self.faults = 0
@@ -271,7 +271,7 @@ class Test:
             print(f"FAULT: {what}\n  is       {found!r}\n  instead of {expected!r}", flush=True)
 
     def becomes(self, wizard, what, look, expected):
-        """For what comes a moment after a key."""
+        """For results that appear a moment after a key."""
         try:
             wizard.wait(lambda: look() == expected, what)
         except Failure:
@@ -280,7 +280,7 @@ class Test:
 
 
 def run(play):
-    """Plays a test and ends with its result."""
+    """Runs a test and exits with its result."""
     test = Test()
     wizard = None
     try:

@@ -99,12 +99,12 @@ TEST(ScanFile, TellsCommasInTexts) {
 TEST(ScanFile, CountsTheFieldsOfALine) {
     EXPECT_EQ(
         inNode("1,a,F,0,,,,,"),
-        Rows({"1/0 too-many-fields: there are 9 fields in the line; a comma in a text shifts what is after it"}));
+        Rows({"1/0 too-many-fields: there are 9 fields in the line; a comma in a text shifts all fields after it"}));
     EXPECT_EQ(inNode("1,a,F,0,,,"),
               Rows({"1/0 too-few-fields: there are only 7 fields in the line; the others will be empty"}));
     EXPECT_EQ(
         inParagraph("1,1,1,a,b,,S,0,All,,x,y"),
-        Rows({"1/0 too-many-fields: there are 12 fields in the line; a comma in a text shifts what is after it"}));
+        Rows({"1/0 too-many-fields: there are 12 fields in the line; a comma in a text shifts all fields after it"}));
     EXPECT_EQ(inParagraph("1,1,1,a,b,,S,0,All"),
               Rows({"1/0 too-few-fields: there are only 9 fields in the line; the others will be empty"}));
 }
@@ -115,10 +115,10 @@ TEST(ScanFile, KnowsTheTypesOfEachTable) {
         EXPECT_EQ(inParagraph("1,1,1,a,b,,"s + type + ",0,All,"), Rows()) << type;
     for (const auto& type : {"f"s, "S"s, ""s, "FG"s, " F"s})
         EXPECT_EQ(inNode("1,a," + type + ",0,,,,"),
-                  Rows({"1/3 unknown-type: \"" + type + "\" is no type of this table"}));
+                  Rows({"1/3 unknown-type: \"" + type + "\" is not a type of this table"}));
     for (const auto& type : {"F"s, "s"s, ""s})
         EXPECT_EQ(inParagraph("1,1,1,a,b,," + type + ",0,,"),
-                  Rows({"1/7 unknown-type: \"" + type + "\" is no type of this table"}));
+                  Rows({"1/7 unknown-type: \"" + type + "\" is not a type of this table"}));
 }
 
 TEST(ScanFile, TellsQuotesThatWillBeLost) {
@@ -131,7 +131,7 @@ TEST(ScanFile, TellsQuotesThatWillBeLost) {
 }
 
 TEST(ScanFile, TellsTextsThatANodeDoesNotKeep) {
-    const std::string words = " dropped-text: nodes of this type keep no query and no parameter; ";
+    const std::string words = " dropped-text: nodes of this type have neither query nor parameter; ";
     EXPECT_EQ(inNode(R"(1,"a","F",0,"spG_A","Lkey","","")"),
               Rows({"1/5" + words + "\"spG_A\" will be lost", "1/6" + words + "\"Lkey\" will be lost"}));
     EXPECT_EQ(inNode(R"(1,"a","N",0,"","nonsense","","")"), Rows({"1/6" + words + "\"nonsense\" will be lost"}));
@@ -141,7 +141,7 @@ TEST(ScanFile, TellsTextsThatANodeDoesNotKeep) {
 
 TEST(ScanFile, TellsWhatIsNoNumber) {
     const auto no = [](const std::string& text) {
-        return " not-a-number: \"" + text + "\" is no number of 32 bits; it is read as 0";
+        return " not-a-number: \"" + text + "\" is not a 32-bit number; it is read as 0";
     };
     EXPECT_EQ(inNode("1x,a,F,,,,,"), Rows({"1/1" + no("1x"), "1/4" + no("")}));
     EXPECT_EQ(inNode("2147483648,a,F,-2147483649,,,,"), Rows({"1/1" + no("2147483648"), "1/4" + no("-2147483649")}));
@@ -156,7 +156,7 @@ TEST(ScanFile, TellsParametersThatNothingReads) {
     for (const auto& kind : {""s, " "s, "Lkey"s, "CKey05"s, "Text"s, "Today"s, " lk"s, "ckey5"s})
         EXPECT_EQ(inNode("1,a,G,0,q," + kind + ",,"), Rows()) << kind;
     for (const auto& kind : {"None"s, "Key"s, "L"s, "\xE9"s}) {
-        const auto words = " unknown-parameter: \"" + kind + "\" is no kind of parameter that anything reads";
+        const auto words = " unknown-parameter: \"" + kind + "\" is not a known kind of parameter";
         EXPECT_EQ(inNode("1,a,R,0,q," + kind + ",,"), Rows({"1/6" + words}));
         EXPECT_EQ(inParagraph("1,1,1,a,b," + kind + ",S,0,All,"), Rows({"1/6" + words}));
     }
@@ -164,18 +164,17 @@ TEST(ScanFile, TellsParametersThatNothingReads) {
 
 TEST(ScanFile, TellsBytesThatStandForNoCharacter) {
     EXPECT_EQ(inNode("1,a\x81\x8D,F,0,,,\x8F,\"\x90\""),
-              Rows({"1/2 free-byte: the byte 81 stands for no character of the code page",
-                    "1/7 free-byte: the byte 8F stands for no character of the code page",
-                    "1/8 free-byte: the byte 90 stands for no character of the code page"}));
-    EXPECT_EQ(inNode("1,\x9D,F,0,,,,"),
-              Rows({"1/2 free-byte: the byte 9D stands for no character of the code page"}));
+              Rows({"1/2 free-byte: the byte 81 is not a character of the code page",
+                    "1/7 free-byte: the byte 8F is not a character of the code page",
+                    "1/8 free-byte: the byte 90 is not a character of the code page"}));
+    EXPECT_EQ(inNode("1,\x9D,F,0,,,,"), Rows({"1/2 free-byte: the byte 9D is not a character of the code page"}));
     EXPECT_EQ(inNode("1," + allBytesBut("\x81\x8D\x8F\x90\x9D\",\r\n") + ",F,0,,,,"), Rows());
 }
 
 TEST(ScanFile, ShowsTheBeginningOfALongText) {
     EXPECT_EQ(
         inNode("1,a,F,"s + std::string(1000, 'x') + ",,,,"),
-        Rows({"1/4 not-a-number: \"" + std::string(60, 'x') + "...\" is no number of 32 bits; it is read as 0"}));
+        Rows({"1/4 not-a-number: \"" + std::string(60, 'x') + "...\" is not a 32-bit number; it is read as 0"}));
 }
 
 TEST(ScanFile, OrdersFindingsByLine) {
@@ -226,7 +225,7 @@ TEST(FindInTree, TellsThatThereIsNoRoot) {
 
 TEST(FindInTree, TellsASecondRootAndWhatIsBelowIt) {
     EXPECT_EQ(inTree({{5, 0}, {6, 0}, {7, 6}, {8, 5}}),
-              Rows({"2/4 second-root: the parent is 0, as that of the root in line 1 is; there is one root only",
+              Rows({"2/4 second-root: the parent is 0, but the root is in line 1; there can be only one root",
                     "2" + unwritten, "3" + unwritten}));
 }
 

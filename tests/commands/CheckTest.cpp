@@ -55,20 +55,19 @@ TEST(Check, PrintsWhatBothAnalysesFindSortedByPlace) {
     EXPECT_EQ(ran.out,
               a + ":3: error: descriptionIs: a comma in the text shifts all fields after it [comma]\n" +  //
                   a +
-                  ":3: error: parentIs: the parent is 0, as that of the root in line 2 is; there is one root only "
+                  ":3: error: parentIs: the parent is 0, but the root is in line 2; there can be only one root "
                   "[second-root]\n" +
                   a + ":3: error: the node cannot be reached from the root; saving drops it [unwritten]\n" + a +
                   ":4: warning: the line does not begin with a digit; it is passed over [passed-over]\n" + a +
-                  ":5: warning: parmIs: \"Key\" is no kind of parameter that anything reads [unknown-parameter]\n" +
-                  a + ":5: error: typeIs: There are no Child Nodes for Generating-Type: [ID=3] List. " + rule3 +
+                  ":5: warning: parmIs: \"Key\" is not a known kind of parameter [unknown-parameter]\n" + a +
+                  ":5: error: typeIs: There are no Child Nodes for Generating-Type: [ID=3] List. " + rule3 +
                   " [XST1-rule-3]\n" +  //
                   a + ":5: error: queryIs: There is no Query Specifed for Generating-Type: [ID=3] List. " + rule5 +
                   " [XST1-rule-5]\n" +  //
                   a + ":6: error: ID: the ID is taken by line 5; this record is dropped [twin-id]\n" + a +
                   ":7: remark: parentIs: \"1.4\" is rounded to a whole number [rounded]\n" +  //
-                  a +
-                  ":8: remark: descriptionIs: the byte 81 stands for no character of the code page [free-byte]\n" +
-                  a + ":9: error: parentIs: there is no node 99 [missing-parent]\n" +  //
+                  a + ":8: remark: descriptionIs: the byte 81 is not a character of the code page [free-byte]\n" + a +
+                  ":9: error: parentIs: there is no node 99 [missing-parent]\n" +  //
                   a + ":9: error: the node cannot be reached from the root; saving drops it [unwritten]\n" + b +
                   ":2: error: queryIs: No Query Specifed for (S)-Type: [ID=1] Sums. RULE #1. All Paragraphs must "
                   "have Query Field Specified. [XST2-rule-1]\n" +
@@ -98,7 +97,7 @@ TEST(Check, WarningsAreFindings) {
     const auto ran = pelmo({"check", folder.nodes()});
     EXPECT_EQ(ran.status, 1);
     EXPECT_EQ(ran.out, folder.nodes() +
-                           ":3: warning: queryIs: nodes of this type keep no query and no parameter; \"q\" will be "
+                           ":3: warning: queryIs: nodes of this type have neither query nor parameter; \"q\" will be "
                            "lost [dropped-text]\n");
 }
 

@@ -114,13 +114,13 @@ TEST_F(Line, RefusesACharacterThatCannotBeStored) {
     };
     for (const auto& [character, expected] : std::vector<Case>{
              {text("\u03A9"),
-              text("The character \u03A9 (U+03a9) cannot be stored: the code page of the files lacks it.")},
+              text("The character \u03A9 (U+03a9) cannot be stored: it is not in the code page of the files.")},
              {text("\u0141"),
-              text("The character \u0141 (U+0141) cannot be stored: the code page of the files lacks it.")},
+              text("The character \u0141 (U+0141) cannot be stored: it is not in the code page of the files.")},
              {text("\u2260"),
-              text("The character \u2260 (U+2260) cannot be stored: the code page of the files lacks it.")},
+              text("The character \u2260 (U+2260) cannot be stored: it is not in the code page of the files.")},
              {text("\u4E2D"),
-              text("The character \u4E2D (U+4e2d) cannot be stored: the code page of the files lacks it.")}})
+              text("The character \u4E2D (U+4e2d) cannot be stored: it is not in the code page of the files.")}})
         for (const auto& [way, put] : waysIn()) {
             SCOPED_TRACE(way);
             line.setBytes("ab");
@@ -139,8 +139,9 @@ TEST_F(Line, NamesACharacterOfTwoUnits) {
         line.setBytes("");
         put == 0 ? paste(text("\U0001F600")) : compose(text("\U0001F600"));
         EXPECT_EQ(line.bytes(), "");
-        EXPECT_EQ(tip(),
-                  text("The character \U0001F600 (U+1f600) cannot be stored: the code page of the files lacks it."));
+        EXPECT_EQ(
+            tip(),
+            text("The character \U0001F600 (U+1f600) cannot be stored: it is not in the code page of the files."));
     }
 }
 
@@ -149,7 +150,8 @@ TEST_F(Line, RefusesTheWholeTextThatCannotBeStored) {
     press(window, Qt::Key_End);
     paste(text("good \u03A9 good \u03A8"));
     EXPECT_EQ(line.bytes(), "old");
-    EXPECT_EQ(tip(), text("The character \u03A9 (U+03a9) cannot be stored: the code page of the files lacks it."));
+    EXPECT_EQ(tip(),
+              text("The character \u03A9 (U+03a9) cannot be stored: it is not in the code page of the files."));
     press(window, Qt::Key_A, Qt::ControlModifier);
     paste(text("\u03A9"));
     EXPECT_EQ(line.bytes(), "old") << "nor does it replace anything";
@@ -208,7 +210,7 @@ TEST_F(Line, TakesFromAssistiveProgramsOnlyWhatCanBeStored) {
         field->insertText(1, text(refused));
         EXPECT_EQ(line.bytes(), "ax yb");
         EXPECT_EQ(tip(),
-                  text("The character \u03A9 (U+03a9) cannot be stored: the code page of the files lacks it."));
+                  text("The character \u03A9 (U+03a9) cannot be stored: it is not in the code page of the files."));
         type(text("\u03A9"));
         EXPECT_EQ(line.bytes(), "ax yb") << "nor is anything let through afterwards";
         EXPECT_NE(tip(), QString());

@@ -96,10 +96,10 @@ class Notes : public BothForms {
 };
 
 const std::string ofQuote = "A double quote is dropped when the file is opened again.";
-const std::string ofNumber = "A number has no comma and no quote: this one will be refused.";
+const std::string ofNumber = "A number cannot contain a comma or a quote: this one will be refused.";
 
 const std::string ofLength =
-    "A length has no comma and no quote. The parameter stays as it is until this is a number.";
+    "A length cannot contain a comma or a quote. The parameter does not change until this is a number.";
 
 }  // namespace
 
@@ -247,11 +247,12 @@ TEST_P(Notes, LeaveTheTipForARefusedCharacterAlone) {
     enter(field, "a,b");
     paste("\u03A9");
     const std::string refused =
-        "The character \u03A9 (U+03a9) cannot be stored: the code page of the files lacks it.";
+        "The character \u03A9 (U+03a9) cannot be stored: it is not in the code page of the files.";
     EXPECT_EQ(visibleTip(), refused);
     auto* assistive = QAccessible::queryAccessibleInterface(&line(field))->editableTextInterface();
     assistive->insertText(1, text("\u03A8"));
-    EXPECT_EQ(visibleTip(), "The character \u03A8 (U+03a8) cannot be stored: the code page of the files lacks it.");
+    EXPECT_EQ(visibleTip(),
+              "The character \u03A8 (U+03a8) cannot be stored: it is not in the code page of the files.");
     EXPECT_EQ(shown(field), "a,b");
     EXPECT_EQ(note(field), ofComma(field));
 }
@@ -415,9 +416,9 @@ TEST_F(NodeNotes, NameTheOtherNodeWithATypedID) {
     navs.Add(makeNode(31, 2, "N", "Hire \"desk\" <b>"));
     open("fNav");
     const std::string expected =
-        "The ID 31 belongs to another node, \"Hire \"desk\" <b>\". Saving replaces it: it gets all fields of this "
-        "form "
-        "and moves below this node's parent, with what stands below it. The node 7 that you opened stays as it was.";
+        "The ID 31 belongs to another node, \"Hire \"desk\" <b>\". Saving overwrites it with all fields of "
+        "this form and moves it below this node's parent, with everything below it. The node 7 that you opened does "
+        "not change.";
     enter("txtID", "3");
     EXPECT_EQ(note(), "") << "a free number";
     type("1");
@@ -455,8 +456,8 @@ TEST_F(NodeNotes, DoNotTakeANodeOfIDZeroForTheRoot) {
     enter("txtID", "0");
     EXPECT_EQ(
         note(),
-        "The ID 0 belongs to another node, \"outside\". Saving replaces it: it gets all fields of this form and "
-        "moves below this node's parent, with what stands below it. The node 7 that you opened stays as it was.");
+        "The ID 0 belongs to another node, \"outside\". Saving overwrites it with all fields of this form and "
+        "moves it below this node's parent, with everything below it. The node 7 that you opened does not change.");
 }
 
 TEST_F(NodeNotes, SayThatTheOtherNodeMovesWithItsBranch) {
@@ -464,10 +465,10 @@ TEST_F(NodeNotes, SayThatTheOtherNodeMovesWithItsBranch) {
     navs.Add(makeNode(32, 31, "N", "Parts"));
     open("fNav");
     enter("txtID", "31");
-    EXPECT_EQ(
-        note(),
-        "The ID 31 belongs to another node, \"Suppliers\". Saving replaces it: it gets all fields of this form "
-        "and moves below this node's parent, with what stands below it. The node 7 that you opened stays as it was.");
+    EXPECT_EQ(note(),
+              "The ID 31 belongs to another node, \"Suppliers\". Saving overwrites it with all fields of this form "
+              "and moves it below this node's parent, with everything below it. The node 7 that you opened does not "
+              "change.");
     key(Qt::Key_F3);
     EXPECT_EQ(linksOf(navs), "1<0 2<1 7<2 9<7 31<2 32<31");
     EXPECT_EQ(shownBy(navs), "1 2 7 9 31 32");
@@ -478,8 +479,8 @@ TEST_F(NodeNotes, SayThatNoNodeIsAddedUnderATakenID) {
     enter("txtID", "9");
     EXPECT_EQ(
         note(),
-        "The ID 9 belongs to another node, \"One order\". Saving replaces it: it gets all fields of this form and "
-        "moves below this node's parent, with what stands below it. No new node is added.");
+        "The ID 9 belongs to another node, \"One order\". Saving overwrites it with all fields of this form and "
+        "moves it below this node's parent, with everything below it. No new node is added.");
     key(Qt::Key_F3);
     EXPECT_EQ(linksOf(navs), "1<0 2<1 7<2 9<2");
     EXPECT_EQ(rowOf(*navs.Item(9)), "9|New|N|2||||");
@@ -496,7 +497,7 @@ TEST_F(NodeNotes, SayWhatIsLostWithTheRoot) {
         stage.enter("txtID", "1");
         EXPECT_EQ(
             stage.line("txtID").toolTip().toStdString(),
-            "The ID 1 belongs to the root, \"Data Browser\". Saving replaces the root and puts it below itself: "
+            "The ID 1 belongs to the root, \"Data Browser\". Saving overwrites the root and puts it below itself: "
             "all nodes will be missing from the tree, and the next save drops them from the file. Only a "
             "second node with the parent 0 and its branch, if there is one, would remain.");
         stage.key(Qt::Key_F3);
@@ -520,10 +521,11 @@ TEST_F(NodeNotes, SayWhatIsLostWithANodeAbove) {
     open("fNav");
     choose("lstType", 0);
     enter("txtID", "2");
-    EXPECT_EQ(note(),
-              "The ID 2 belongs to a node above this one, \"Customers\". Saving replaces that node and puts it below "
-              "itself: it will be missing from the tree with everything below it, and the next save drops them from "
-              "the file.");
+    EXPECT_EQ(
+        note(),
+        "The ID 2 belongs to a node above this one, \"Customers\". Saving overwrites that node and puts it below "
+        "itself: it will be missing from the tree with everything below it, and the next save drops them from "
+        "the file.");
     key(Qt::Key_F3);
     EXPECT_EQ(refused(), Rows());
     EXPECT_EQ(linksOf(navs), "1<0 2<2 7<2 9<7");
@@ -558,10 +560,9 @@ TEST_F(ParagraphNotes, NameTheOtherParagraphWithATypedID) {
     EXPECT_EQ(note(), "") << "a node has this ID, no paragraph";
     type("2");
     const std::string start =
-        "The ID 12 belongs to another paragraph, \"Sales %1\". Saving replaces it: it gets all fields of this form "
-        "and "
-        "moves to this page.";
-    EXPECT_EQ(note(), start + " The paragraph 5 that you opened stays as it was.");
+        "The ID 12 belongs to another paragraph, \"Sales %1\". Saving overwrites it with all fields of this "
+        "form and moves it to this page.";
+    EXPECT_EQ(note(), start + " The paragraph 5 that you opened does not change.");
     EXPECT_EQ(visibleTip(), note());
     enter("txtID", "5");
     EXPECT_EQ(note(), "");
@@ -574,10 +575,9 @@ TEST_F(ParagraphNotes, NameTheOtherParagraphWithATypedID) {
     open(makeParagraph(13, 7, 21, "New"));
     enter("txtQuery", "spW_New");
     enter("txtID", "12");
-    EXPECT_EQ(
-        note(),
-        "The ID 12 belongs to another paragraph, \"Orders\". Saving replaces it: it gets all fields of this form "
-        "and moves to this page. No new paragraph is added.");
+    EXPECT_EQ(note(),
+              "The ID 12 belongs to another paragraph, \"Orders\". Saving overwrites it with all fields of this form "
+              "and moves it to this page. No new paragraph is added.");
     key(Qt::Key_F3);
     EXPECT_EQ(rowsOf(navs.oWebs), Rows({"5|7|20|Orders|spW_Orders|CKey05|H|4||more", "12|7|21|New|spW_New|||0||"}));
 }

@@ -2,9 +2,9 @@
 # SPDX-License-Identifier: MIT
 """Checks the pages of the help: that they are whole, and that they explain what the program says.
 
-    check_pages.py [ROOT]    ROOT is the source tree; by default the one that this script stands in
+    check_pages.py [ROOT]    ROOT is the source tree; by default the one that contains this script
 
-Prints what is wrong, a line each, and then fails.
+Prints a line for each fault, and fails if there is one.
 """
 import html
 import html.parser
@@ -19,7 +19,7 @@ MOST_BYTES = 60 * 1024  # of a picture
 
 
 class Page(html.parser.HTMLParser):
-    """What a page consists of, as far as it is checked."""
+    """The parts of a page that are checked."""
 
     def __init__(self, path):
         super().__init__()
@@ -68,7 +68,7 @@ class Page(html.parser.HTMLParser):
 
 
 def wrong_size(picture, values):
-    """Whether a PNG has another size than its page says."""
+    """Whether the size of a PNG differs from the size in its page."""
     if not picture.is_file():
         return []  # reported as a link
     data = picture.read_bytes()
@@ -91,7 +91,7 @@ def squeezed(text):
 
 
 def said_by_the_program(root):
-    """What the program says and which page has to have it: (text, page, whether it must be marked as code)."""
+    """What the program says and which page must explain it: (text, page, whether it must be marked as code)."""
     def texts(path):
         return literals((root / path).read_text())
 
@@ -135,7 +135,7 @@ def said_by_the_program(root):
         yield title, "time-line.html", False
 
 
-# How many texts of the program there must be at least for each page: if fewer are found, the search is broken.
+# The least number of texts of the program for each page: if fewer are found, the search is broken.
 AT_LEAST = {"nav-findings.html": 20, "web-findings.html": 20, "messages.html": 20, "parameters.html": 5,
             "node-form.html": 10, "paragraph-form.html": 8, "paragraphs.html": 7, "commands.html": 18,
             "time-line.html": 1}
@@ -202,7 +202,7 @@ def faults(root):
             yield f"there is no page {name}"
         elif is_code:
             rules.add(squeezed(text))
-            # Blanks count here: one finding differs from another by one.
+            # Blanks count here: two findings differ only by a blank.
             if text.strip() not in [" ".join(code.strip().split("\n")) for code in pages[name].codes]:
                 yield f"{name} does not explain {text!r}"
         elif squeezed(text) not in pages[name].words:

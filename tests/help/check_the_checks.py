@@ -6,7 +6,7 @@ import shutil
 import sys
 import tempfile
 
-sys.dont_write_bytecode = True  # nothing is left behind in the source tree
+sys.dont_write_bytecode = True  # leave nothing behind in the source tree
 import check_pages  # noqa: E402
 import check_rows  # noqa: E402
 
@@ -14,7 +14,7 @@ SOURCES = ["analysis/NavRules.cpp", "analysis/WebRules.cpp", "model/clsNavScheme
            "shell/fMain_Edit.cpp", "shell/FileDialogs.cpp", "shell/HelpFile.cpp", "forms/fNav.cpp", "forms/fWeb.cpp",
            "forms/ParameterChoices.cpp"]
 
-# The file, what is replaced in it (nothing: the file is removed), by what, and a part of the fault to be reported.
+# The file, what is replaced in it (None: the file is removed), by what, and a part of the fault that must be reported.
 SPOILS = [
     ("help/welcome.html", "overview.html", "overviev.html", "there is no overviev.html"),
     ("help/limits.html", "renumber.html#orphans", "renumber.html#orphan", "renumber.html has no anchor orphan"),
@@ -43,7 +43,7 @@ SPOILS = [
      "constexpr std::string_view rule4 =", "does not explain 'RULE #5. New.'"),
     ("analysis/WebRules.cpp", "=> No", "-> No", "only "),
     ("model/clsNavSchemes_Fuse.cpp", "Query field cannot be blank...", "A query is needed", "explain 'A query is needed'"),
-    ("shell/FileDialogs.cpp", "There is no folder", "No such folder", "explain 'No such folder'"),
+    ("shell/FileDialogs.cpp", "This folder does not exist", "No such folder", "explain 'No such folder:'"),
     ("shell/HelpFile.cpp", "The help file was not found", "No help", "explain 'No help:'"),
     ("shell/fMain_Edit.cpp", "Nothin to Edit", "Nothing to Edit", "explain 'Nothing to Edit"),
     ("shell/fMain.cpp", "&Collapse Nodes", "&Close Nodes", "commands.html does not explain 'Close Nodes'"),

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: MIT
-"""Reads from the pages of the tutorial what their reader does: bold is a key to press, typewriter letters are typed.
+"""Extracts from the pages of the tutorial what their reader does: bold is a key to press, typewriter text is typed.
 
-    tutorial.py                    checks that all of it can be read
-    tutorial.py steps PAGE         prints it, a line each: "step NUMBER", "press KEY" (as X names it), "type TEXT"
-    tutorial.py example PAGE N     prints the N-th example of a page: commands to be entered, or a file
+    tutorial.py                    checks that all pages can be read
+    tutorial.py steps PAGE         prints one step per line: "step NUMBER", "press KEY" (its X name), "type TEXT"
+    tutorial.py example PAGE N     prints the N-th example of a page: commands to enter, or a file
 
 PAGE is a page of the help without its ".html".
 """
@@ -24,7 +24,7 @@ class Unreadable(Exception):
 
 
 def key_named(name):
-    """A key as X names it. Letters are pressed without Shift, in menus too, where they are underlined capitals."""
+    """The X name of a key. Letters are pressed without Shift, even in menus, where they are underlined capitals."""
     if name in KEYS:
         return KEYS[name]
     if re.fullmatch(r"[A-Za-z]", name):
@@ -54,7 +54,7 @@ class Page(html.parser.HTMLParser):
             self.examples.append("")
 
     def handle_endtag(self, tag):
-        while self.open.pop() != tag:  # what needs no end, such as a picture
+        while self.open.pop() != tag:  # elements without an end tag, such as pictures
             pass
 
     def handle_data(self, data):

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Installs the Debian package into a bare Debian, uses the wizard there as a user does, and removes it without a trace.
-# Starts the wizard from the portable archive, too.
+# Installs the Debian package in a bare Debian, uses the wizard there as a user does, and removes the package without a
+# trace. Starts the wizard from the portable archive, too.
 #
-#     tests/packaging/install.sh [release]      of Debian; bookworm when none is given
+#     tests/packaging/install.sh [release]      of Debian; by default bookworm
 #
-# package.sh comes first. Only for root; needs debootstrap, xdotool, Xvfb and openbox.
+# Run package.sh first. Only for root; needs debootstrap, xdotool, Xvfb and openbox.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/../.."
 if [[ ${1:-} != on-a-screen ]]; then exec tests/with_x_server.sh wm "${BASH_SOURCE[0]}" on-a-screen "$@"; fi
@@ -13,7 +13,7 @@ release=${2:-bookworm}
 
 source tests/packaging/bare_debian.sh
 
-# Every file with its kind, rights, and content or goal; but not what apt and dpkg note for themselves.
+# Every file with its kind, mode, and contents or link target, except the notes that apt and dpkg keep.
 list_files() {
     (
         cd "$root"
@@ -46,7 +46,7 @@ open_sample() {
     answer XST1.txt
     wait_for "$main"
 }
-# save_as NAME - leaves the dialog as it then is
+# save_as NAME - answers the dialog, and does not wait for what happens then
 save_as() {
     press alt+n s
     wait_for 'Save File As[.]+'

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Does in a bare Debian what somebody does who has never seen the wizard: installs it as the README says, opens the
-# help, follows its tutorial to the end, key by key as the pages say, and imports both tables into SQLite and
-# PostgreSQL. Then looks whether the files and every row of the tables are what the tutorial promises.
+# Does in a bare Debian what a new user does: installs the wizard as the README says, opens the help, follows its
+# tutorial to the end, key by key, and imports both tables into SQLite and PostgreSQL. Then checks that the files and
+# every row of the tables are what the tutorial promises.
 #
-#     tests/packaging/tutorial.sh [release]      of Debian; bookworm when none is given
+#     tests/packaging/tutorial.sh [release]      of Debian; by default bookworm
 #
-# Leaves a picture of each step in build/tutorial/. package.sh comes first. Only for root; needs debootstrap, xdotool,
+# Leaves a picture of each step in build/tutorial/. Run package.sh first. Only for root; needs debootstrap, xdotool,
 # ImageMagick, python3, Xvfb and openbox.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/../.."
@@ -19,7 +19,7 @@ pictures=$PWD/build/tutorial
 rm -rf "$pictures"
 mkdir -p "$pictures"
 count=0
-# picture NAME - of the whole screen.
+# picture NAME - takes a picture of the whole screen.
 picture() {
     count=$((count + 1))
     sleep 0.3
@@ -35,9 +35,9 @@ same() { diff "$1" "$2" >&2 || fail "$3"; }
 example() { python3 tests/help/tutorial.py example "$@"; }
 
 make_debian "$release" you
-inside install -d -o you -g you -m 700 "$home/.config" # as desktops do
+inside install -d -o you -g you -m 700 "$home/.config" # as a desktop does
 quiet inside apt-get update
-# As on a desktop: the user may do what root may.
+# As on a desktop, the user may become root.
 quiet inside apt-get install -y --no-install-recommends sudo
 echo 'APT::Get::Assume-Yes "true";' >"$root/etc/apt/apt.conf.d/yes"
 cat >"$root/etc/sudoers.d/you" <<'SUDO'
@@ -79,8 +79,8 @@ leave
 
 # --- the tutorial ---
 
-# follow KEY - sets 'window' to the title of the window that has to have the keyboard once the key was pressed, and
-# 'menu' to the keys that have opened a menu of the main window.
+# follow KEY - sets 'window' to the title of the window that must have the keyboard after the key, and 'menu' to the
+# keys that opened a menu of the main window.
 follow() {
     local goes_to=$window
     case "$window|$menu $1" in
@@ -108,7 +108,7 @@ follow() {
     window=$goes_to
 }
 
-# play PAGE - with a picture of each step at its end, of each menu, and of all that is saved or closed.
+# play PAGE - takes a picture at the end of each step, of each menu, and of everything that is saved or closed.
 play() {
     local page=$1 step='' action value before
     say "$page"
@@ -151,7 +151,7 @@ for number in 1 2; do
     same "$folder/promised" "$folder/saved" "XST$number.txt is not the file of the tutorial"
 done
 
-# rows NUMBER - of the file that the tutorial shows, as sqlite3 prints them.
+# rows NUMBER - prints the rows of the file that the tutorial shows, as sqlite3 prints them.
 rows() {
     example tutorial-save "$1" | python3 -c 'import csv, sys
 for row in list(csv.reader(sys.stdin))[1:]: print("|".join(row))'
@@ -166,11 +166,11 @@ play tutorial-import
 leave
 
 say "import into PostgreSQL"
-# The bare Debian has no init system; services shall be started all the same.
+# The bare Debian has no init system, but services must start anyway.
 printf '#!/bin/sh\nexit 0\n' >"$root/usr/sbin/policy-rc.d"
 chmod +x "$root/usr/sbin/policy-rc.d"
 { example import-postgresql 2 && echo 'SELECT * FROM XST1; SELECT * FROM XST2;'; } >"$folder/statements"
-# One command, so that the server that the installation starts is there to the end.
+# A single command, so that the server that the installation starts runs to the end.
 as_user "{ $(example import-postgresql 1)
 } >server.log 2>&1 </dev/null && cd library && psql --no-align --tuples-only" <"$folder/statements" \
     >"$folder/printed" 2>"$folder/log" || { tail "$root$home/server.log" "$folder/log" >&2 && fail "PostgreSQL"; }

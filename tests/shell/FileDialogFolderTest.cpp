@@ -324,7 +324,7 @@ TEST(NewFolder, ThatCannotBeMadeIsSaidSo) {
     writeBytes(folder / "taken", "1");
     Answers answers;
     expectNoNewFolder(folder, answers, [&](QDialog& question) {
-        answers.then("message", reading("This folder cannot be made:\n" + (folder / "taken").string()));
+        answers.then("message", reading("This folder cannot be created:\n" + (folder / "taken").string()));
         QTest::keyClicks(question.focusWidget(), text("taken"));
         press(question, Qt::Key_Return);
     });

@@ -36,7 +36,7 @@ class Help : public testing::Test {
     // What is shown when the desktop has nothing for the file.
     [[nodiscard]] std::string noProgram() const {
         return "No program could show the help file:\n" + helpFile.string() +
-               "\nPlease install a viewer of CHM files, for example xchm.";
+               "\nPlease install a viewer for CHM files, for example xchm.";
     }
 
     const TempFolder folder;

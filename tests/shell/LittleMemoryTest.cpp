@@ -183,14 +183,13 @@ TEST_P(LittleMemoryFor, DoesAllOrNothingAndSavesThen) {
         const auto message = seen.messages.empty() ? std::string() : seen.messages.front();
         if (message.empty()) {
             EXPECT_TRUE(now == done && seen.report == normal.report) << "nothing said with " << room << " MiB";
-        } else if (message == "There is not enough memory for this command. The scheme is as it was.") {
+        } else if (message == "There is not enough memory for this command. The scheme has not changed.") {
             EXPECT_TRUE(now == before) << "it is not as it was with " << room << " MiB";
         } else if (message == "There is not enough memory. Changes not saved") {
             EXPECT_TRUE(now == before) << "changed with " << room << " MiB";
         } else {
-            EXPECT_EQ(
-                message,
-                "There is not enough memory to show the whole scheme. Nothing of it is lost, and it can be saved.");
+            EXPECT_EQ(message,
+                      "There is not enough memory to show the whole scheme. Nothing is lost, and you can save it.");
             EXPECT_TRUE(now == done) << room;
         }
         expectTreeOfTheScheme(wizard);

@@ -112,7 +112,7 @@ TEST_F(NodeCommand, NoNumberIsLeftAboveTheLargest) {
     wizard.navs().Add(makeNode(2147483647, 6, "N", "last"));
     wizard.navs().DispInTV();
     Answers answers;
-    answers.then("message", reading("No ID is left above the largest one, 2147483647.\n"
+    answers.then("message", reading("No ID is left: the largest one, 2147483647, is taken.\n"
                                     "Please choose Re-Number."));
     pressOn("N1", Qt::Key_Insert);
 }

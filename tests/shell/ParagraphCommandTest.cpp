@@ -195,12 +195,12 @@ TEST_F(ParagraphCommand, NoNumberIsLeftAboveTheLargest) {
     wizard.window.pPopKey = "6";
     {
         Answers answers;
-        answers.then("message", reading("No sequence number is left above the largest one, 2147483647."));
+        answers.then("message", reading("No sequence number is left: the largest one, 2147483647, is taken."));
         run("mnuAddP");
     }
     wizard.navs().oWebs.Add(makeParagraph(2147483647, 6, 1, "last"));
     Answers answers;
-    answers.then("message", reading("No ID is left above the largest one, 2147483647."));
+    answers.then("message", reading("No ID is left: the largest one, 2147483647, is taken."));
     run("mnuAddP");
 }
 

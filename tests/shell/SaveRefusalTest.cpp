@@ -44,13 +44,13 @@ class SaveRefusal : public testing::Test {
 }  // namespace
 
 TEST_F(SaveRefusal, OfAFolderThatIsNotThere) {
-    expectRefusal("gone/out.txt", "There is no folder\n" + (folder / "gone").string());
-    expectRefusal((folder / "a/b/out").string(), "There is no folder\n" + (folder / "a/b").string());
+    expectRefusal("gone/out.txt", "This folder does not exist:\n" + (folder / "gone").string());
+    expectRefusal((folder / "a/b/out").string(), "This folder does not exist:\n" + (folder / "a/b").string());
 }
 
 TEST_F(SaveRefusal, OfAFileAsFolder) {
     writeBytes(folder / "file", "old");
-    expectRefusal("file/out.txt", "There is no folder\n" + (folder / "file").string());
+    expectRefusal("file/out.txt", "This folder does not exist:\n" + (folder / "file").string());
     EXPECT_EQ(bytesOf(folder / "file"), "old");
 }
 
@@ -68,14 +68,14 @@ TEST_F(SaveRefusal, OfANameThatIsTooLong) {
 TEST_F(SaveRefusal, OfAPipe) {
     const auto pipe = folder / "pipe.txt";
     ASSERT_EQ(mkfifo(pipe.c_str(), 0666), 0);
-    expectRefusal("pipe.txt", "This is no file to save in:\n" + pipe.string());
-    expectRefusal("pipe", "This is no file to save in:\n" + pipe.string());
+    expectRefusal("pipe.txt", "This is not a regular file:\n" + pipe.string());
+    expectRefusal("pipe", "This is not a regular file:\n" + pipe.string());
     EXPECT_TRUE(std::filesystem::is_fifo(pipe));
 }
 
 TEST_F(SaveRefusal, OfADevice) {
     std::filesystem::create_symlink("/dev/null", folder / "device.txt");
-    expectRefusal("device.txt", "This is no file to save in:\n" + (folder / "device.txt").string());
+    expectRefusal("device.txt", "This is not a regular file:\n" + (folder / "device.txt").string());
 }
 
 // A folder is entered, as in every file dialog, also one that looks like a text file.
@@ -113,7 +113,7 @@ TEST_F(SaveRefusal, OfAWriteProtectedFolder) {
     const OrdinaryUser user;
     if (!user.bound() || access(folder.path().c_str(), W_OK) == 0)
         GTEST_SKIP() << "folders cannot be write-protected here";
-    const auto message = "No file can be written in the folder\n" + folder.path().string();
+    const auto message = "You cannot create files in this folder:\n" + folder.path().string();
     expectRefusal("new.txt", message);
     expectRefusal("old.txt", message);  // it would be replaced, for which the folder must be writable
 }
