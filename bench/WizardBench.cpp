@@ -293,8 +293,7 @@ int main(int argc, char* argv[]) {
     if (what == "load") std::_Exit(0);  // the time of the program compared with ends here, too
     measureClicks(window);
     measure("analysis of the nodes", "faults of that analysis", [&] { static_cast<void>(CheckNav(navs)); });
-    measure("analysis of paragraphs", "faults of that, too",
-            [&] { static_cast<void>(CheckScheme(navs)); });
+    measure("analysis of paragraphs", "faults of that, too", [&] { static_cast<void>(CheckScheme(navs)); });
     if (what == "use") measureEdits(window);
     if (what != "all") return 0;
 
