@@ -5,7 +5,7 @@ set(program_folder lib/pelmo-wizard)
 set(packaging ${CMAKE_SOURCE_DIR}/packaging)
 set(made ${CMAKE_BINARY_DIR}/packaging)
 
-# The program looks for its help and its samples where it stands itself; so it has one folder for all.
+# The program looks for its help and its samples in its own folder, so everything goes into one folder.
 install(TARGETS pelmo-wizard DESTINATION ${program_folder})
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/samples/ DESTINATION ${program_folder})
 install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Pelmo.chm DESTINATION ${program_folder} OPTIONAL)

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 """Checks that the result rows in the help are those of the sample shop.
 
-    check_rows.py [ROOT]    ROOT is the source tree; by default the one that this script stands in
+    check_rows.py [ROOT]    ROOT is the source tree; by default the one that contains this script
 
 Loads samples/shop.sql as on the day that the help speaks of, runs the queries that comments in the pages name, and
 compares what the table or example after the comment shows. A query is written like a call, "spW_HireLines(1190)":
@@ -16,7 +16,7 @@ compares what the table or example after the comment shows. A query is written l
     <!-- from FILE -->                            a <pre> that stands so in a sample file
     <!-- commands of FILE -->                     a <pre> with the commands from the header of a sample file
 
-Prints what is wrong, a line each, and then fails.
+Prints a line for each fault, and fails if there is one.
 """
 import csv
 import html
