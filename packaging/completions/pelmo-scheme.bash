@@ -6,12 +6,13 @@ _pelmo_scheme() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' words='' i
     for ((i = 1; i < COMP_CWORD; ++i)); do
         case ${COMP_WORDS[i]} in
-            check | todo | tree | orphans | renumber | fmt) command=${COMP_WORDS[i]} && break ;;
+            check | todo | tree | orphans | renumber | fmt | sql | stubs) command=${COMP_WORDS[i]} && break ;;
         esac
     done
     case $before in
         --encoding) words='utf-8 windows-1252' ;;
         --format) words='text json sarif' ;;
+        --dialect) words='sqlite postgresql mariadb sqlserver access' ;;
         --table) words='XST1 XST2' ;;
         -o | --output)
             mapfile -t COMPREPLY < <(compgen -d -- "$word")
@@ -19,7 +20,7 @@ _pelmo_scheme() {
             ;;
         *)
             if [[ -z $command && $word != -* ]]; then
-                words='check todo tree orphans renumber fmt'
+                words='check todo tree orphans renumber fmt sql stubs'
             elif [[ $word == -* ]]; then
                 words='--encoding --help'
                 case $command in
@@ -28,6 +29,7 @@ _pelmo_scheme() {
                     tree) words+=' --no-ids' ;;
                     renumber) words+=' --output --map' ;;
                     fmt) words+=' --check --table' ;;
+                    sql | stubs) words+=' --dialect' ;;
                 esac
             fi
             ;;

@@ -6,7 +6,7 @@
 
 namespace {
 
-const std::vector<std::string> all = {"check", "todo", "tree", "orphans", "renumber", "fmt"};
+const std::vector<std::string> all = {"check", "todo", "tree", "orphans", "renumber", "fmt", "sql", "stubs"};
 
 void expectRefused(const Ran& ran, const std::string& message) {
     EXPECT_EQ(ran.status, 2);
@@ -177,7 +177,7 @@ TEST(Program, HasEachCommandAndOptionInItsManPageAndCompletions) {
             ++options;
         }
     }
-    EXPECT_EQ(options, 6U + 7U) << "--help of each, and all others";
+    EXPECT_EQ(options, 8U + 9U) << "--help of each, and all others";
     for (const char* option : {"--encoding", "--version"}) expectEverywhere(option, option);
 }
 
@@ -189,12 +189,14 @@ TEST(Program, CompletesInBash) {
                         "); COMP_CWORD=" + std::to_string(last) + "; _pelmo_scheme; echo \"${COMPREPLY[*]}\""})
             .out;
     };
-    EXPECT_EQ(completed("''", 1), "check todo tree orphans renumber fmt\n");
+    EXPECT_EQ(completed("''", 1), "check todo tree orphans renumber fmt sql stubs\n");
     EXPECT_EQ(completed("t", 1), "todo tree\n");
     EXPECT_EQ(completed("check --", 2), "--encoding --help --format --strict\n");
     EXPECT_EQ(completed("check --format ''", 3), "text json sarif\n");
     EXPECT_EQ(completed("tree --n", 2), "--no-ids\n");
     EXPECT_EQ(completed("renumber --m", 2), "--map\n");
+    EXPECT_EQ(completed("stubs --dialect s", 3), "sqlite sqlserver\n");
+    EXPECT_EQ(completed("sql --d", 2), "--dialect\n");
     EXPECT_EQ(completed("fmt --table X", 3), "XST1 XST2\n");
     EXPECT_EQ(completed("check " SAMPLES "/XST1.", 2), SAMPLES "/XST1.txt\n");
 }
