@@ -75,6 +75,17 @@ TEST(StubsOfTheSample, AreEachQueryOnce) {
     EXPECT_NE(script.find("CREATE PROCEDURE spG_PartsOfSupplier @given_key nvarchar(6)\n"), std::string::npos);
 }
 
+TEST(StubsOfTheSample, HaveTheOneThatTheHelpShows) {
+    const auto page = bytesOf(SAMPLES "/../help/pelmo-scheme-database.html");
+    const std::string start = "<pre>-- spG_HiresLate";
+    const auto from = page.find(start);
+    ASSERT_NE(from, std::string::npos);
+    const auto shownThere = page.substr(from + 5, page.find("</pre>", from) - from - 5);
+    EXPECT_GT(shownThere.size(), 300U);
+    const auto script = pelmo({"stubs", sampleNodes, sampleParagraphs, "--dialect", "postgresql"}).out;
+    EXPECT_NE(script.find("\n" + shownThere), std::string::npos) << shownThere;
+}
+
 TEST(StubsOfTheSample, AreInAnEncodingThatSQLiteReads) {
     const SchemeFolder folder(nodes, webHeader + "1,1,1,\"\",\"spW_Caf\xE9\",\"\",\"H\",0,\"\",\"\"\r\n");
     const std::vector<std::string> arguments = {"stubs", folder.nodes(), folder.paragraphs(), "--dialect", "sqlite"};
