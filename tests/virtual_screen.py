@@ -20,7 +20,7 @@ import time
 
 ROOT = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else __file__).resolve()
 ROOT = ROOT if ROOT.is_dir() else ROOT.parent.parent
-PATIENCE = 30  # seconds
+PATIENCE = 100  # seconds
 BEFORE_PRESSING_AGAIN = 5  # seconds, on a machine so busy that the script is not there yet
 
 # Each records the signals that it receives, and runs until it is stopped.
