@@ -81,10 +81,9 @@ check "what is in the package of pelmo-scheme" diff <(cd "$folder/scheme" && fin
 ./usr/share/man/man1/pelmo-scheme.1.gz
 ./usr/share/zsh/vendor-completions/_pelmo-scheme
 END
-hardened() { # PROGRAM: position-independent, bound at the start, with checks of the stack and of the C library's calls
+hardened() { # PROGRAM: position-independent, bound at the start, with checks of the stack
     readelf -h "$1" | grep -q 'Type: *DYN' && readelf -d "$1" | grep -q 'FLAGS_1.*NOW.*PIE' &&
-        readelf -Wl "$1" | grep -q GNU_RELRO && readelf -W --dyn-syms "$1" | grep -q __stack_chk_fail &&
-        readelf -W --dyn-syms "$1" | grep -qE '__[a-z]+_chk\b'
+        readelf -Wl "$1" | grep -q GNU_RELRO && readelf -W --dyn-syms "$1" | grep -q __stack_chk_fail
 }
 check "the wizard is hardened" hardened "$folder/deb/usr/lib/pelmo-wizard/pelmo-wizard"
 check "pelmo-scheme is hardened" hardened "$folder/scheme/usr/bin/pelmo-scheme"
