@@ -18,11 +18,14 @@ install(FILES ${packaging}/com.example.pelmo.wizard.metainfo.xml DESTINATION sha
 install(FILES ${packaging}/copyright DESTINATION share/doc/pelmo-wizard)
 install(FILES ${packaging}/lintian-overrides DESTINATION share/lintian/overrides RENAME pelmo-wizard)
 
+configure_file(${packaging}/README.txt.in ${made}/README.txt @ONLY)
+configure_file(${packaging}/pelmo-wizard.1.in ${made}/pelmo-wizard.1 @ONLY)
 find_program(GZIP gzip)
 if(GZIP)
-  foreach(file changelog pelmo-wizard.1)
-    add_custom_command(OUTPUT ${made}/${file}.gz DEPENDS ${packaging}/${file} VERBATIM
-      COMMAND ${GZIP} -9nc ${packaging}/${file} > ${made}/${file}.gz)
+  foreach(source ${packaging}/changelog ${made}/pelmo-wizard.1)
+    cmake_path(GET source FILENAME file)
+    add_custom_command(OUTPUT ${made}/${file}.gz DEPENDS ${source} VERBATIM
+      COMMAND ${GZIP} -9nc ${source} > ${made}/${file}.gz)
     list(APPEND made_files ${made}/${file}.gz)
   endforeach()
   install(FILES ${made}/changelog.gz DESTINATION share/doc/pelmo-wizard)
@@ -65,6 +68,7 @@ set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libqt6svg6 (<< 6.8~) | qt6-s
 # They show the help file; and the same rules, for scripts.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, xchm | kchmviewer | okular-extra-backends, pelmo-scheme")
 
+set(CPACK_WIZARD_README ${made}/README.txt)  # for the script
 set(CPACK_PRE_BUILD_SCRIPTS ${CMAKE_SOURCE_DIR}/cmake/PortableFolder.cmake)
 include(CPack)
 if(TARGET pelmo-scheme)

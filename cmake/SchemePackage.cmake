@@ -9,12 +9,13 @@ install(FILES ${completions}/pelmo-scheme.bash DESTINATION share/bash-completion
 install(FILES ${completions}/_pelmo-scheme DESTINATION share/zsh/vendor-completions ${scheme})
 install(FILES ${completions}/pelmo-scheme.fish DESTINATION share/fish/vendor_completions.d ${scheme})
 if(GZIP)
-  set(page ${packaging}/pelmo-scheme.1)
-  add_custom_command(OUTPUT ${made}/pelmo-scheme.1.gz DEPENDS ${page} VERBATIM
-    COMMAND ${GZIP} -9nc ${page} > ${made}/pelmo-scheme.1.gz)
-  add_custom_target(scheme_package_files DEPENDS ${made}/pelmo-scheme.1.gz)
+  set(page ${made}/pelmo-scheme.1)
+  configure_file(${packaging}/pelmo-scheme.1.in ${page} @ONLY)
+  add_custom_command(OUTPUT ${page}.gz DEPENDS ${page} VERBATIM
+    COMMAND ${GZIP} -9nc ${page} > ${page}.gz)
+  add_custom_target(scheme_package_files DEPENDS ${page}.gz)
   add_dependencies(pelmo-scheme scheme_package_files)
-  install(FILES ${made}/pelmo-scheme.1.gz DESTINATION share/man/man1 ${scheme})
+  install(FILES ${page}.gz DESTINATION share/man/man1 ${scheme})
   install(FILES ${made}/changelog.gz DESTINATION share/doc/pelmo-scheme ${scheme})
 endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/CPackScheme.cmake.in ${CMAKE_BINARY_DIR}/CPackScheme.cmake @ONLY)

@@ -153,7 +153,7 @@ TEST(Program, SaysThatItsOutputCannotBeWritten) {
 
 // The options of a command in its help, and those of all: "--format", "--strict".
 TEST(Program, HasEachCommandAndOptionInItsManPageAndCompletions) {
-    const auto page = bytesOf(PACKAGING "/pelmo-scheme.1");
+    const auto page = bytesOf(PACKAGING "/pelmo-scheme.1.in");
     const Rows completions = {bytesOf(PACKAGING "/completions/pelmo-scheme.bash"),
                               bytesOf(PACKAGING "/completions/_pelmo-scheme"),
                               bytesOf(PACKAGING "/completions/pelmo-scheme.fish")};

@@ -45,10 +45,10 @@ same_version() {
         $(dpkg-parsechangelog -l packaging/changelog -S Version) == "$version" ]] &&
         grep -q "^pelmo-wizard ($version)" <(zcat "$share/doc/pelmo-wizard/changelog.gz") &&
         grep -q "<release version=\"$version\"" packaging/*.metainfo.xml &&
-        grep -q "^[.]TH PELMO-WIZARD 1 [-0-9]* \"$version\"" packaging/pelmo-wizard.1 &&
+        grep -q "^[.]TH PELMO-WIZARD 1 [-0-9]* \"$version\"" <(zcat "$share/man/man1/pelmo-wizard.1.gz") &&
         [[ $(dpkg-deb -f "${scheme[0]}" Version) == "$version" ]] &&
-        grep -q "^[.]TH PELMO-SCHEME 1 [-0-9]* \"$version\"" packaging/pelmo-scheme.1 &&
-        grep -q "^Reporting Scheme Wizard for Pelmo $version$" packaging/README.txt &&
+        grep -q "^[.]TH PELMO-SCHEME 1 [-0-9]* \"$version\"" <(zcat "$folder/scheme/usr/share/man/man1/pelmo-scheme.1.gz") &&
+        grep -q "^Reporting Scheme Wizard for Pelmo $version$" "$folder/portable/it/README.txt" &&
         grep -q "^## $version" NEWS.md &&
         grep -q "^# Reporting Scheme Wizard for Pelmo $version$" README.md
 }
