@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 #include "commands/Input.h"
 #include "commands/ProblemFormats.h"
 
@@ -36,15 +36,13 @@ ExitStatus run(const Arguments& given, const Console& console) {
 
 }  // namespace
 
-RunCommand declareCheck(CLI::App& command) {
+RunCommand declareCheck(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    command.add_option("XST1", given->nodes, "The file of the nodes")->required();
-    command.add_option("XST2", given->paragraphs, "The file of the paragraphs");
+    line.argument("XST1", given->nodes, "The file of the nodes");
+    line.argument("XST2", given->paragraphs, "The file of the paragraphs", Need::Optional);
     std::vector<std::string> names;
     for (const auto& format : formats) names.emplace_back(format.name);
-    command.add_option("--format", given->format, "How findings are printed: text, json or sarif")
-        ->type_name("NAME")
-        ->check(CLI::IsMember(names));
-    command.add_flag("--strict", given->isStrict, "Count remarks as findings");
+    line.choice("--format", given->format, names, "How findings are printed: text, json or sarif");
+    line.flag("--strict", given->isStrict, "Count remarks as findings");
     return [given](const Console& console) { return run(*given, console); };
 }

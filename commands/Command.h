@@ -6,9 +6,7 @@
 
 #include "commands/Console.h"
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
 /// Runs a command whose arguments were read. @throws Unusable
 using RunCommand = std::function<ExitStatus(const Console&)>;
@@ -20,14 +18,14 @@ struct Command {
     std::string_view summary;  ///< what it does, in the list of the commands and above its own help
     std::string_view example;  ///< the last part of its help; works with the samples
     /// Declares its arguments. @return what runs it, which keeps what the arguments are read into
-    RunCommand (*declare)(CLI::App& command);
+    RunCommand (*declare)(CommandLine& line);
 };
 
-[[nodiscard]] RunCommand declareCheck(CLI::App& command);
-[[nodiscard]] RunCommand declareFormat(CLI::App& command);
-[[nodiscard]] RunCommand declareOrphans(CLI::App& command);
-[[nodiscard]] RunCommand declareRenumber(CLI::App& command);
-[[nodiscard]] RunCommand declareSql(CLI::App& command);
-[[nodiscard]] RunCommand declareStubs(CLI::App& command);
-[[nodiscard]] RunCommand declareToDo(CLI::App& command);
-[[nodiscard]] RunCommand declareTree(CLI::App& command);
+[[nodiscard]] RunCommand declareCheck(CommandLine& line);
+[[nodiscard]] RunCommand declareFormat(CommandLine& line);
+[[nodiscard]] RunCommand declareOrphans(CommandLine& line);
+[[nodiscard]] RunCommand declareRenumber(CommandLine& line);
+[[nodiscard]] RunCommand declareSql(CommandLine& line);
+[[nodiscard]] RunCommand declareStubs(CommandLine& line);
+[[nodiscard]] RunCommand declareToDo(CommandLine& line);
+[[nodiscard]] RunCommand declareTree(CommandLine& line);

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "commands/Dialect.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <cstdio>
 #include <ostream>
 
+#include "commands/CommandLine.h"
 #include "commands/Dialects.h"
 #include "model/CodePage.h"
 
@@ -106,19 +106,15 @@ std::string quotedPart(const Dialect::Names& names, std::string_view part) {
 
 }  // namespace
 
-void declareDialect(CLI::App& command, const Dialect*& dialect) {
+void declareDialect(CommandLine& line, const Dialect*& dialect) {
     std::vector<std::string> names;
     for (const auto* row : dialects) names.emplace_back(row->name);
-    command
-        .add_option_function<std::string>(
-            "--dialect",
-            [&dialect](const std::string& given) {
-                dialect = *std::ranges::find(dialects, given, [](const Dialect* row) { return row->name; });
-            },
-            "The database: sqlite, postgresql, mariadb, sqlserver or access")
-        ->type_name("NAME")
-        ->required()
-        ->check(CLI::IsMember(names));
+    line.choice(
+        "--dialect",
+        [&dialect](const std::string& given) {
+            dialect = *std::ranges::find(dialects, given, [](const Dialect* row) { return row->name; });
+        },
+        names, "The database: sqlite, postgresql, mariadb, sqlserver or access", Need::Required);
 }
 
 std::string quotedText(const Dialect& dialect, Encoding encoding, std::string_view bytes) {

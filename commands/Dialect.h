@@ -10,9 +10,7 @@
 
 #include "commands/Console.h"
 
-namespace CLI {
-class App;
-}
+class CommandLine;
 
 /// What the values of queries can be.
 enum class ValueType { Integer, Number, Text, Image };
@@ -85,7 +83,7 @@ struct Dialect {
 };
 
 /// One option --dialect, which must be given. @param dialect what is set
-void declareDialect(CLI::App& command, const Dialect*& dialect);
+void declareDialect(CommandLine& line, const Dialect*& dialect);
 
 /// Bytes of the code page as an expression of that database; in UTF-8, on one line. They hold no byte 00.
 [[nodiscard]] std::string quotedText(const Dialect& dialect, Encoding encoding, std::string_view bytes);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 #include "commands/Input.h"
 
 namespace {
@@ -54,12 +54,10 @@ ExitStatus run(const Arguments& given, const Console& console) {
 
 }  // namespace
 
-RunCommand declareFormat(CLI::App& command) {
+RunCommand declareFormat(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    command.add_option("FILE", given->file, "The file of the nodes or of the paragraphs")->required();
-    command.add_flag("--check", given->checksOnly, "Print no file; say whether it would differ");
-    command.add_option("--table", given->table, "What the file is, where its header does not tell")
-        ->type_name("NAME")
-        ->check(CLI::IsMember({"XST1", "XST2"}));
+    line.argument("FILE", given->file, "The file of the nodes or of the paragraphs");
+    line.flag("--check", given->checksOnly, "Print no file; say whether it would differ");
+    line.choice("--table", given->table, {"XST1", "XST2"}, "What the file is, where its header does not tell");
     return [given](const Console& console) { return run(*given, console); };
 }

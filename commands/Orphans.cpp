@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 #include "commands/Input.h"
 #include "model/Integer.h"
 
@@ -34,9 +34,9 @@ ExitStatus run(const Arguments& given, const Console& console) {
 
 }  // namespace
 
-RunCommand declareOrphans(CLI::App& command) {
+RunCommand declareOrphans(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    command.add_option("XST1", given->nodes, "The file of the nodes")->required();
-    command.add_option("XST2", given->paragraphs, "The file of the paragraphs")->required();
+    line.argument("XST1", given->nodes, "The file of the nodes");
+    line.argument("XST2", given->paragraphs, "The file of the paragraphs");
     return [given](const Console& console) { return run(*given, console); };
 }

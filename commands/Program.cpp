@@ -7,6 +7,7 @@
 #include <ostream>
 
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 
 namespace {
 
@@ -53,10 +54,8 @@ void declareEncoding(CLI::App& program, Encoding& encoding) {
         for (const auto& row : encodings)
             if (given == row.name) encoding = row.encoding;
     };
-    program
-        .add_option_function<std::string>("--encoding", choose, "The encoding of what is printed; otherwise utf-8")
-        ->type_name("NAME")
-        ->check(CLI::IsMember({encodings[0].name, encodings[1].name}));
+    CommandLine(program).choice("--encoding", choose, {encodings[0].name, encodings[1].name},
+                                "The encoding of what is printed; otherwise utf-8");
 }
 
 std::string refusal(const CLI::App*, const CLI::Error& error) {
@@ -74,7 +73,8 @@ std::vector<Declared> declareAll(CLI::App& program, Encoding& encoding) {
     for (const auto& row : commands) {
         auto* const app = program.add_subcommand(std::string(row.name), std::string(row.summary));
         app->footer("Example:\n  " + std::string(row.example));
-        declared.push_back({app, row.declare(*app)});
+        CommandLine line(*app);
+        declared.push_back({app, row.declare(line)});
     }
     return declared;
 }

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <filesystem>
 #include <memory>
 
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 #include "commands/Input.h"
 #include "model/FileWriter.h"
 #include "model/Integer.h"
@@ -79,14 +79,12 @@ ExitStatus run(const Arguments& given, const Console& console) {
 
 }  // namespace
 
-RunCommand declareRenumber(CLI::App& command) {
+RunCommand declareRenumber(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    command.add_option("XST1", given->nodes, "The file of the nodes")->required();
-    command.add_option("XST2", given->paragraphs, "The file of the paragraphs")->required();
-    command.add_option("-o,--output", given->folder, "The folder for the new XST1.txt and XST2.txt")
-        ->type_name("FOLDER")
-        ->required();
-    command.add_option("--map", given->map, "Write the old and the new number of each node into this file, too")
-        ->type_name("FILE");
+    line.argument("XST1", given->nodes, "The file of the nodes");
+    line.argument("XST2", given->paragraphs, "The file of the paragraphs");
+    line.option("-o,--output", given->folder, "FOLDER", "The folder for the new XST1.txt and XST2.txt",
+                Need::Required);
+    line.option("--map", given->map, "FILE", "Write the old and the new number of each node into this file, too");
     return [given](const Console& console) { return run(*given, console); };
 }

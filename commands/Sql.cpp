@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "analysis/SchemeTable.h"
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 #include "commands/Dialect.h"
 #include "commands/Module.h"
 #include "commands/SavedScheme.h"
@@ -94,11 +94,11 @@ void printModule(const SavedScheme& scheme, const Dialect& dialect, const Consol
 
 }  // namespace
 
-RunCommand declareSql(CLI::App& command) {
+RunCommand declareSql(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    command.add_option("XST1", given->nodes, "The file of the nodes")->required();
-    command.add_option("XST2", given->paragraphs, "The file of the paragraphs")->required();
-    declareDialect(command, given->dialect);
+    line.argument("XST1", given->nodes, "The file of the nodes");
+    line.argument("XST2", given->paragraphs, "The file of the paragraphs");
+    declareDialect(line, given->dialect);
     return [given](const Console& console) {
         const SavedScheme scheme(given->nodes, given->paragraphs, console);
         (given->dialect->isModule ? printModule : printScript)(scheme, *given->dialect, console);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <ostream>
 
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 #include "commands/Dialect.h"
 #include "commands/Module.h"
 #include "commands/Queries.h"
@@ -124,11 +124,11 @@ std::vector<Query> usable(std::vector<Query> queries, const Dialect& dialect, co
 
 }  // namespace
 
-RunCommand declareStubs(CLI::App& command) {
+RunCommand declareStubs(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    command.add_option("XST1", given->nodes, "The file of the nodes")->required();
-    command.add_option("XST2", given->paragraphs, "The file of the paragraphs")->required();
-    declareDialect(command, given->dialect);
+    line.argument("XST1", given->nodes, "The file of the nodes");
+    line.argument("XST2", given->paragraphs, "The file of the paragraphs");
+    declareDialect(line, given->dialect);
     return [given](const Console& console) {
         const SavedScheme scheme(given->nodes, given->paragraphs, console);
         const auto queries = usable(queriesOf(scheme), *given->dialect, console);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <memory>
 
 #include "analysis/Reports.h"
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 #include "commands/Input.h"
 
 namespace {
@@ -24,10 +24,10 @@ void print(const std::string& report, const Console& console) {
 
 }  // namespace
 
-RunCommand declareToDo(CLI::App& command) {
+RunCommand declareToDo(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    command.add_option("XST1", given->nodes, "The file of the nodes")->required();
-    command.add_option("XST2", given->paragraphs, "The file of the paragraphs");
+    line.argument("XST1", given->nodes, "The file of the nodes");
+    line.argument("XST2", given->paragraphs, "The file of the paragraphs", Need::Optional);
     return [given](const Console& console) {
         clsNavSchemes navs;
         loadSchemes(navs, given->nodes, given->paragraphs, console);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <memory>
 
 #include "commands/Command.h"
+#include "commands/CommandLine.h"
 #include "commands/Input.h"
 #include "model/Integer.h"
 #include "model/NodeTree.h"
@@ -122,11 +122,11 @@ void load(clsNavSchemes& navs, const Arguments& given, const Console& console) {
 
 }  // namespace
 
-RunCommand declareTree(CLI::App& command) {
+RunCommand declareTree(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
-    command.add_option("XST1", given->nodes, "The file of the nodes; or that of the paragraphs alone")->required();
-    command.add_option("XST2", given->paragraphs, "The file of the paragraphs");
-    command.add_flag("--no-ids", given->withoutIds, "Print nothing that Re-Number changes");
+    line.argument("XST1", given->nodes, "The file of the nodes; or that of the paragraphs alone");
+    line.argument("XST2", given->paragraphs, "The file of the paragraphs", Need::Optional);
+    line.flag("--no-ids", given->withoutIds, "Print nothing that Re-Number changes");
     return [given](const Console& console) {
         clsNavSchemes navs;
         load(navs, *given, console);
