@@ -199,7 +199,7 @@ class Killed {
 #ifdef WIZARD_SANITIZED
 constexpr int kills = 30;
 #else
-constexpr int kills = 300;
+constexpr int kills = 100;  // AtEachStep kills at every step once
 #endif
 
 // So many records are handed to the system in several pieces.
