@@ -13,7 +13,7 @@ complete -c pelmo-scheme -n $none -a fmt -d 'Print the file that the wizard woul
 complete -c pelmo-scheme -n $none -a sql -d 'Print a script that fills both tables of a database'
 complete -c pelmo-scheme -n $none -a stubs -d 'Print a script with a skeleton of each query to be written'
 complete -c pelmo-scheme -n $none -l version -d 'Print the version'
-complete -c pelmo-scheme -s h -l help -d 'Print a help'
+complete -c pelmo-scheme -s h -l help -d 'Print help'
 complete -c pelmo-scheme -l encoding -x -a 'utf-8 windows-1252' -d 'The encoding of what is printed'
 complete -c pelmo-scheme -n '__fish_seen_subcommand_from check' -l format -x -a 'text json sarif' -d 'How findings are printed'
 complete -c pelmo-scheme -n '__fish_seen_subcommand_from check' -l strict -d 'Count remarks as findings'
