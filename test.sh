@@ -24,22 +24,22 @@ processors=$(getconf _NPROCESSORS_ONLN)
 run() { # PRESET [CTEST_OPTION...]
     say "preset $1"
     build "$1"
-    ctest --preset "$1" --no-tests=error -j "$processors" "${@:2}" \
+    # Tests of windows spend half of their time waiting.
+    ctest --preset "$1" --no-tests=error -j $((2 * processors)) "${@:2}" \
         --output-junit "$PWD/build/$1/tests.xml" --test-output-size-passed 100000000
 }
 
-if (($# == 0)); then run dev -L 'halves|quick' -E '^database'; fi
+if (($# == 0)); then run dev -L 'parts|quick' -E '^database'; fi
 for preset in "$@"; do
     case $preset in
         all)
-            # The offscreen tests are left to the sanitizers, and to X servers here (except the largest schemes). Tests
-            # on X servers spend half of their time waiting, so run twice as many at once.
-            run dev -j $((2 * processors)) -LE 'halves|offscreen'
+            # The offscreen tests are left to the sanitizers, and to X servers here (except the largest schemes).
+            run dev -LE 'parts|offscreen'
             run asan
             run fuzz
             tests/skipped.py build/{dev,asan,fuzz}/tests.xml
             ;;
         asan | fuzz) run "$preset" ;;
-        *) run "$preset" -LE halves ;;
+        *) run "$preset" -LE parts ;;
     esac
 done
