@@ -290,7 +290,7 @@ int main(int argc, char* argv[]) {
     print("memory, loaded", peakMegabytes());
     const auto bytes = static_cast<double>(file_size(nodes) + file_size(paragraphs)) / (1 << 20);
     print("memory / file bytes", (peakMegabytes() - empty) / bytes);
-    if (what == "load") std::_Exit(0);  // the time of the program compared with ends here, too
+    if (what == "load") std::_Exit(0);  // the time of sqlite3, with which this is compared, ends here, too
     measureClicks(window);
     measure("analysis of the nodes", "faults of that analysis", [&] { static_cast<void>(CheckNav(navs)); });
     measure("analysis of paragraphs", "faults of that, too", [&] { static_cast<void>(CheckScheme(navs)); });

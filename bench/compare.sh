@@ -1,7 +1,7 @@
 #!/bin/sh
 # SPDX-License-Identifier: MIT
 # Builds the benchmarks and prints the goals of docs/performance.md with the results of this machine.
-# usage: bench/compare.sh [NODES [RUNS]]; needs python3, sqlite3, Xvfb and openbox; to compare the start also
+# usage: bench/compare.sh [NODES [RUNS]]; needs python3, sqlite3, Xvfb and openbox, and to compare the start also
 # doxywizard and sqlitebrowser
 set -eu
 cd "$(dirname "$0")/.."

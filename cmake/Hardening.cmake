@@ -3,8 +3,9 @@
 # programs.
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
   add_compile_options("$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong;-fPIC>")
-  # No -fPIE, which CMake would add with its own switch for this: Qt needs -fPIC and asks for it. Optimising across files,
-  # GCC would take -fPIE for all, give the program copies of Qt's objects, and the program would crash at its start.
+  # No -fPIE, which CMake would add with its own switch for this: Qt needs -fPIC and asks for it. When it optimises
+  # across files, GCC would use -fPIE for all of them and give the program copies of Qt's objects; the program would then
+  # crash when it starts.
   include(CheckLinkerFlag)
   check_linker_flag(CXX -pie WIZARD_LINKER_KNOWS_PIE)
   if(WIZARD_LINKER_KNOWS_PIE)

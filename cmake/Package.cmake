@@ -63,9 +63,10 @@ set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_COMPRESSION_TYPE xz)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# No library asks for these: Arial, by its metrics; and Qt's reader of SVG images, a package of its own since Debian 13.
+# No library depends on these: fonts with the metrics of Arial; and Qt's reader of SVG images, which has been a separate
+# package since Debian 13.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "fonts-liberation, libqt6svg6 (<< 6.8~) | qt6-svg-plugins")
-# They show the help file; and the same rules, for scripts.
+# To show the help file; and to check the same rules in scripts.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "xdg-utils, xchm | kchmviewer | okular-extra-backends, pelmo-scheme")
 
 set(CPACK_WIZARD_README ${made}/README.txt)  # for the script

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
-# What is installed of pelmo-scheme, and its package: one of its own, since it needs no windows. Nothing of it is
-# installed with the wizard. cpack takes the file CPackScheme.cmake of the build folder for it.
+# What is installed of pelmo-scheme, and its package: a separate one, since it needs no windows. Nothing of it is
+# installed with the wizard. cpack makes the package from CPackScheme.cmake in the build folder.
 set(scheme COMPONENT scheme EXCLUDE_FROM_ALL)
 install(TARGETS pelmo-scheme DESTINATION bin ${scheme})
 install(FILES ${packaging}/copyright DESTINATION share/doc/pelmo-scheme ${scheme})

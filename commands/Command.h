@@ -17,7 +17,7 @@ struct Command {
     std::string_view name;
     std::string_view summary;  ///< what it does, in the list of the commands and above its own help
     std::string_view example;  ///< the last part of its help; works with the samples
-    /// Declares its arguments. @return what runs it, which keeps what the arguments are read into
+    /// Declares its arguments. @return what runs it, which owns the variables that the arguments are read into
     RunCommand (*declare)(CommandLine& line);
 };
 

@@ -19,7 +19,7 @@ void appendSpelledOut(std::string& text, char byte) {
     text += code.data();
 }
 
-// The length of the character of valid UTF-8 with which the text begins; 0 where there is none.
+// The length of the UTF-8 character at the beginning of the text; 0 if the text does not begin with a valid one.
 std::size_t characterLength(std::string_view text) {
     const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(text[at]); };
     const auto first = byte(0);
@@ -31,7 +31,7 @@ std::size_t characterLength(std::string_view text) {
     if (length == 0 || text.size() < length) return 0;
     for (std::size_t at = 1; at < length; ++at)
         if ((byte(at) & 0xC0U) != 0x80U) return 0;
-    // Longer forms than needed, halves of pairs, and numbers beyond the last character.
+    // Overlong forms, surrogates, and code points above U+10FFFF.
     const bool isTooLong = (first == 0xE0 && byte(1) < 0xA0) || (first == 0xF0 && byte(1) < 0x90);
     const bool isNone = (first == 0xED && byte(1) >= 0xA0) || (first == 0xF4 && byte(1) >= 0x90);
     return isTooLong || isNone ? 0 : length;
@@ -48,7 +48,7 @@ void Console::print(std::string_view text) const {
 
 std::string shown(std::string_view bytes) {
     std::string text;
-    std::size_t plain = 0;  // where what is not added yet begins
+    std::size_t plain = 0;  // where the part that is not added yet begins
     for (std::size_t at = 0; at < bytes.size(); ++at) {
         if (!isControl(characterOf(bytes[at]))) continue;
         text += toUtf8(bytes.substr(plain, at - plain));

@@ -9,11 +9,11 @@
 /// How a command ends, as scripts see it.
 enum ExitStatus : int {
     nothingFound = 0,  ///< all is well
-    found = 1,         ///< there is what was looked for: findings, orphans, a difference
-    unusable = 2,      ///< the input or the command line cannot be used, or the output not be written
+    found = 1,         ///< what the command looks for is there: findings, orphans, a difference
+    unusable = 2,      ///< the input or the command line cannot be used, or the output cannot be written
 };
 
-/// The input cannot be used, or the output not be written. `what` is one line that says where and why.
+/// The input cannot be used, or the output cannot be written. `what` is one line that says where and why.
 struct Unusable final : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
@@ -28,12 +28,12 @@ struct Console {
     bool isColoured = false;
     Encoding encoding = Encoding::Utf8;
 
-    /// Writes UTF-8 to `out` in the encoding that was asked for; a character that it lacks becomes "?".
+    /// Writes a UTF-8 text to `out` in the requested encoding; a character that the encoding lacks becomes "?".
     void print(std::string_view text) const;
 };
 
 /// Bytes of a scheme as UTF-8. Control characters, which a terminal might obey, are spelled out: "\x1B".
 [[nodiscard]] std::string shown(std::string_view bytes);
 
-/// The name of a file as UTF-8, likewise; bytes that are no UTF-8 are spelled out, too.
+/// The name of a file as UTF-8. Control characters and bytes that are not valid UTF-8 are spelled out.
 [[nodiscard]] std::string shownName(std::string_view name);

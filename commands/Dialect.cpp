@@ -24,7 +24,7 @@ bool isPlain(const Dialect& dialect, Encoding encoding, char16_t character) {
            (dialect.texts.plain == Plain::UnlessEncoded && encoding == Encoding::Utf8);
 }
 
-// Puts the parts of a text together: those in quotes, and characters by their numbers.
+// Joins the parts of a text: quoted ones, and characters given by their numbers.
 class TextBuilder {
   public:
     explicit TextBuilder(const Dialect& dialect) : texts_(dialect.texts) {}
@@ -118,7 +118,7 @@ void declareDialect(CommandLine& line, const Dialect*& dialect) {
 }
 
 std::string quotedText(const Dialect& dialect, Encoding encoding, std::string_view bytes) {
-    constexpr std::size_t longText = 4000;  // what SQL Server joins without cutting it off
+    constexpr std::size_t longText = 4000;  // characters; SQL Server may cut off a longer text when it joins one
     constexpr std::size_t mostParts = 100;
     TextBuilder text(dialect);
     for (std::size_t at = 0; at < bytes.size(); ++at) {
@@ -191,7 +191,7 @@ std::string asComment(const Dialect& dialect, std::string_view lines) {
         comment.append(dialect.lines.comment).append(lines.substr(0, end)).append("\n");
         lines.remove_prefix(end + 1);
     }
-    // Even in a comment, "$(" is a variable to some.
+    // Some tools read "$(" as a variable even in a comment.
     for (auto at = comment.find("$("); at != std::string::npos; at = comment.find("$(", at))
         comment.insert(at + 1, " ");
     return comment;

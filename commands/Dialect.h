@@ -27,11 +27,10 @@ struct Dialect {
         std::string_view comment;  ///< begins a comment that ends with its line
     } lines;
 
-    /// What of a text stands in the script as it is. All else is joined to it by its number.
+    /// Which characters of a text the script holds as they are. It joins all others by their numbers.
     enum class Plain {
-        AsEncoded,      ///< all but control characters: the script says its encoding, or is known to be in it
-        UnlessEncoded,  ///< the same, but only ASCII in an encoding other than UTF-8, which the database does not
-                        ///< read
+        AsEncoded,      ///< all but control characters: the script names its encoding, or the database knows it
+        UnlessEncoded,  ///< the same in UTF-8; only ASCII in another encoding, which the database does not read
         Ascii,          ///< only ASCII: nothing tells the database the encoding of the script
     };
 
@@ -44,16 +43,16 @@ struct Dialect {
         std::string_view openJoin = {}, join, closeJoin = {};
         std::string_view longJoin = {};  ///< stands before the first part when the text is long
         std::string (*character)(char16_t character);
-        std::string_view openHex, closeHex;  ///< around a text of too many parts; empty where it is always joined
+        std::string_view openHex, closeHex;  ///< around a text of too many parts; empty if every text is joined
         bool isHexUtf16;                     ///< whether it is in UTF-16, low byte first, and not in UTF-8
         Plain plain;
-        bool hasVariables;  ///< whether "$(" is something else even within a text
+        bool hasVariables;  ///< whether "$(" begins a variable even within a text
     } texts;
 
     /// How a name is quoted.
     struct Names {
         std::string_view open;
-        std::string_view close;  ///< written twice where it stands in a name
+        std::string_view close;  ///< written twice inside a name
     } names;
 
     /// The script that fills the tables.
@@ -82,25 +81,25 @@ struct Dialect {
     bool isModule;
 };
 
-/// One option --dialect, which must be given. @param dialect what is set
+/// Declares the required option --dialect. @param dialect receives what it names
 void declareDialect(CommandLine& line, const Dialect*& dialect);
 
-/// Bytes of the code page as an expression of that database; in UTF-8, on one line. They hold no byte 00.
+/// Bytes of the code page, none of them 00, as an expression of that database, in UTF-8 and on one line.
 [[nodiscard]] std::string quotedText(const Dialect& dialect, Encoding encoding, std::string_view bytes);
 
-/// The name of a query, in UTF-8; the parts of "dbo.spG_Customers" on their own. A name with the prefix spG_ or spW_
-/// stays without quotes where letters, digits and underscores follow: no database reserves it, and some change the
-/// case of names without quotes.
+/// The name of a query, in UTF-8; each part of "dbo.spG_Customers" is quoted by itself. A part that has the prefix
+/// spG_ or spW_ and otherwise only letters, digits and underscores gets no quotes: no database reserves it, and some
+/// change the case of names without quotes.
 [[nodiscard]] std::string quotedName(const Dialect& dialect, std::string_view bytes);
 
 /// Whether a script in this encoding can hold the name.
 [[nodiscard]] bool canBeName(const Dialect& dialect, Encoding encoding, std::string_view bytes);
 
-/// The words {like} this are replaced by what stands beside them.
+/// The text with each word in braces, {like} this, replaced by its value in `words`.
 [[nodiscard]] std::string filled(std::string_view text,
                                  std::initializer_list<std::pair<std::string_view, std::string_view>> words);
 
-/// Prints lines, which end with a line feed here, as that database wants them to end.
+/// Prints lines that end with a line feed, but with the line ends that the database wants.
 void printLines(const Dialect& dialect, const Console& console, std::string_view lines);
 
 /// Makes lines comments.

@@ -3,10 +3,10 @@
 
 #include <cstdio>
 
-// The words in braces: of a script {XST1} and {XST2} are the columns of the tables as they are declared, {names1} and
-// {names2} only their names, {nodes} and {paragraphs} the numbers of rows, {encoding} its name, {table} the table
-// whose rows stand before or after, {calls} what a module calls. Of a query {name}, {text} (its name as a text),
-// {arguments}, {columns}, {select}.
+// The words in braces. In a script, {XST1} and {XST2} stand for the declarations of the tables' columns, {names1} and
+// {names2} for only their names, {nodes} and {paragraphs} for the numbers of rows, {encoding} for the name of the
+// encoding, {table} for the table whose rows come next or came last, and {calls} for what a module calls. A query has
+// {name}, {text} (its name as a text), {arguments}, {columns} and {select}.
 
 namespace {
 
@@ -24,8 +24,8 @@ constexpr char postgresCharacter[] = "chr(%u)";
 constexpr char sqlServerCharacter[] = "nchar(%u)";
 constexpr char accessCharacter[] = "ChrW$(%u)";
 
-// MariaDB joins texts of one character set only; so the bytes of UTF-8. Only control characters
-// come here, which have one or two.
+// MariaDB joins only texts of the same character set, so this spells out the bytes of UTF-8. Only control characters
+// get here; they have one or two bytes.
 std::string mariadbCharacter(char16_t character) {
     const auto code = static_cast<unsigned>(character);
     std::array<char, 32> text{};
@@ -280,7 +280,7 @@ GO
     .isModule = false,
 };
 
-// Access runs one statement of SQL at a time, without a word for "where it is missing": the scripts are modules.
+// Access runs one SQL statement at a time and has no "if not exists", so its scripts are modules.
 constexpr Dialect accessModules = {
     .name = "access",
     .title = "Access",

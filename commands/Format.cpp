@@ -21,7 +21,7 @@ const SchemeTable& tableFor(const Arguments& given, const InputFile& file) {
     throw Unusable(file.name + ":1: the first line is the header of neither table; name it with --table");
 }
 
-// What the wizard saves; nothing where it refuses to save.
+// What the wizard saves; empty if it refuses to save.
 std::string savedBytes(const SchemeTable& table, InputFile file) {
     std::string saved;
     const auto write = [&](std::string_view bytes) { saved += bytes; };

@@ -21,7 +21,7 @@ struct InputFile {
 [[nodiscard]] InputFile readInput(const std::string& name, const Console& console);
 
 /// The same for a file of a certain table.
-/// @throws Unusable when its first line is that of the other table, too
+/// @throws Unusable also when its first line is the header of the other table
 [[nodiscard]] InputFile readInput(const std::string& name, const SchemeTable& table, const Console& console);
 
 /// The table whose header is the first line of the file; null when it is neither.
@@ -31,7 +31,7 @@ struct InputFile {
 /// @throws Unusable
 void refuseTwoStandardInputs(const std::string& nodes, const std::string& paragraphs);
 
-/// Fills a scheme from one file or both; `paragraphs` may be the empty name.
+/// Fills a scheme from one file or both; `paragraphs` may be empty.
 /// @throws Unusable
 void loadSchemes(clsNavSchemes& navs, const std::string& nodes, const std::string& paragraphs,
                  const Console& console);

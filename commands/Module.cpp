@@ -11,11 +11,11 @@ namespace {
 constexpr std::size_t longestLine = 1000;
 constexpr std::size_t longestPart = 20'000;
 constexpr std::ptrdiff_t mostLines = 65'000;
-// Bytes that fit into a line: of any text, and of a statement.
+// How many bytes of any text, and of a statement, fit into a line.
 constexpr std::size_t textPiece = 50;
 constexpr std::size_t statementPiece = 400;
 
-// Hands over a text in pieces, and at least one.
+// Passes a text on in pieces: at least one, even if the text is empty.
 template <class Take>
 void cut(std::string_view text, std::size_t piece, Take take) {
     do {

@@ -16,7 +16,8 @@ struct Arguments {
 ExitStatus run(const Arguments& given, const Console& console) {
     clsNavSchemes navs;
     loadSchemes(navs, given.nodes, given.paragraphs, console);
-    // By the letter of the wizard's own command: it renumbers, and so finds who has lost the node.
+    // Like the wizard's own command, this renumbers the paragraphs, which marks those without a node. Their nodes may
+    // change, so note them first.
     std::vector<std::int32_t> nodes;
     for (const auto* paragraph : navs.oWebs.NewEnum()) nodes.push_back(paragraph->XST1);
     navs.oWebs.Renumber(navs);

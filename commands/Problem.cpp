@@ -16,13 +16,13 @@ std::string ruleName(const SchemeTable& table, int number) {
     return std::string(table.name).append("-rule-").append(std::to_string(number));
 }
 
-// The line of the rules in words that begins with the number.
+// The line that begins with this number in the text of the rules.
 std::string_view ruleInWords(std::string_view words, int number) {
     const auto first = words.find("\r\n" + std::to_string(number) + ". ") + 2;
     return words.substr(first, words.find("\r\n", first) - first);
 }
 
-// The lines of the report, without the arrow at the beginning, as one.
+// The lines of a finding in the report joined into one, without the arrow at the beginning.
 std::string asOneLine(std::string finding) {
     if (finding.starts_with("=>")) finding.erase(0, finding.find_first_not_of(' ', 2));
     const auto end = finding.rfind("\r\nRULE ");
@@ -109,7 +109,7 @@ Problems::Problems(InputFile nodes, InputFile* paragraphs) {
     sortIn(batch);
 }
 
-// The bytes are looked at as they are: loading changes them.
+// Examines the bytes before loading changes them.
 std::vector<std::uint32_t> Problems::scan(const SchemeTable& table, InputFile& file) {
     startOfFile_ = found_.size();
     files_.push_back(std::move(file.name));
@@ -133,7 +133,7 @@ void Problems::add(const Finding& finding, const std::vector<std::uint32_t>& lin
     found_.push_back({static_cast<std::uint32_t>(files_.size() - 1), lines[finding.place], finding});
 }
 
-// Each analysis goes through the records in the order of the file, so that what it adds, from `batch` on, is sorted.
+// Each analysis goes through the records in the order of the file, so what it adds, from `batch` on, is sorted.
 void Problems::sortIn(std::size_t batch) {
     const auto at = [this](std::size_t place) { return found_.begin() + static_cast<std::ptrdiff_t>(place); };
     std::ranges::inplace_merge(at(startOfFile_), at(batch), found_.end(), {}, &Problem::line);
@@ -146,7 +146,7 @@ std::vector<ProblemKind> allProblemKinds() {
         kinds.push_back({std::string(flaw.id), flaw.level, example.words()});
     }
     constexpr int navRuleCount = 5;
-    constexpr int webRuleCount = 4;  // the fifth is the kind of flaw "orphan"
+    constexpr int webRuleCount = 4;  // the fifth is reported as the flaw "orphan"
     for (const auto& [table, words, count] :
          {std::tuple(&navTable, navRulesInWords, navRuleCount), std::tuple(&webTable, webRulesInWords, webRuleCount)})
         for (int number = 1; number <= count; ++number)

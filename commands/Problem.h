@@ -12,8 +12,8 @@
 #include "analysis/WebRules.h"
 #include "commands/Input.h"
 
-/// A finding at its place, whichever of the analyses it comes from. There may be millions: its words are made when
-/// they are printed.
+/// A finding at its place, whichever of the analyses it comes from. There may be millions, so its words are made only
+/// when they are printed.
 struct Problem {
     std::uint32_t file;  ///< 0 the nodes, 1 the paragraphs
     std::uint32_t line;  ///< from 1
@@ -31,14 +31,14 @@ struct Problem {
 /// All that is found in one file or both.
 class Problems {
   public:
-    /// @param paragraphs null where only the nodes are looked at
+    /// @param paragraphs null to examine only the nodes
     Problems(InputFile nodes, InputFile* paragraphs);
-    Problems(const Problems&) = delete;  // what was found points at the records
+    Problems(const Problems&) = delete;  // the findings point at the records
     Problems& operator=(const Problems&) = delete;
 
     /// The names of the files, as they are shown.
     [[nodiscard]] const std::vector<std::string>& files() const { return files_; }
-    /// Sorted by file and line; what is found in one line, as the analyses come: bytes, tree, rules.
+    /// Sorted by file and line; within a line, in the order of the analyses: bytes, tree, rules.
     [[nodiscard]] const std::vector<Problem>& found() const { return found_; }
 
   private:

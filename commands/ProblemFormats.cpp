@@ -23,7 +23,7 @@ const LevelWords& wordsOf(Level level) {
     return levels[static_cast<std::size_t>(level)];
 }
 
-// ASCII alone, which is the same in every encoding.
+// Only ASCII, which is the same in every encoding.
 std::string dumped(const Json& value) {
     return value.dump(-1, ' ', true);
 }
@@ -65,7 +65,7 @@ Json sarifResult(const Problem& problem, const std::string& file) {
             {"locations", Json::array({location})}};
 }
 
-// A list may be longer than would do for one value in memory.
+// Prints one problem at a time: a list may be too long to become one JSON value in memory.
 template <class Print>
 void printList(const Problems& problems, const Console& console, Print print) {
     const char* before = "\n";

@@ -11,10 +11,10 @@
 
 namespace {
 
-constexpr std::size_t anyLength = 255;  // of a text of which no length is known
+constexpr std::size_t anyLength = 255;  // of a text whose length is not known
 constexpr std::size_t mostFields = 250;
 
-// What a parameter kind supplies: the name of the argument, its type, and in words.
+// What a parameter kind supplies: the name of the argument, its type and length, and a description.
 struct Supply {
     ParameterKind kind;
     std::string_view argument;
@@ -29,7 +29,7 @@ constexpr Supply supplies[] = {
     {ParameterKind::Today, "given_today", ValueType::Text, 11, "the day as a text, like 21-Nov-2026"},
 };
 
-// Splits at each of these bytes; of several in a row, nothing comes between them.
+// Splits at each separator; several in a row count as one.
 std::vector<std::string_view> piecesOf(std::string_view text, char separator) {
     std::vector<std::string_view> pieces;
     while (!text.empty()) {
@@ -49,7 +49,7 @@ std::optional<std::size_t> keyLength(std::string_view parmIs) {
     return length > 0 ? static_cast<std::size_t>(length) : anyLength;
 }
 
-// One value more for an argument or a field: the widest type of all holds.
+// Makes room for another use of an argument or a field: once a text, it stays a text, and the longest length counts.
 template <class Slot>
 void widen(Slot& slot, ValueType type, std::size_t length) {
     if (slot.type != ValueType::Text) slot.type = type;
@@ -63,7 +63,7 @@ std::string lower(std::string_view text) {
     return result;
 }
 
-// A text of a record in a comment: short, and in quotes.
+// A text of a record as a comment shows it: shortened, and in quotes.
 std::string told(std::string_view bytes) {
     constexpr std::size_t most = 40;
     return "\"" + shown(bytes.substr(0, most)) + (bytes.size() > most ? "...\"" : "\"");
@@ -74,7 +74,7 @@ struct Use {
     std::string who;  // "Node 8", "Paragraph 14 of node 8"
     bool isNode = false;
     std::string_view type, text, query, parmIs, colsAre;
-    std::optional<std::size_t> idLength;  // of a node: of the keys that its query gives, where they are texts
+    std::optional<std::size_t> idLength;  // of the keys that a node's query returns, if they are texts
 };
 
 class Draft {
@@ -165,7 +165,7 @@ class Draft {
         if (use.type == "S") addSums(use.colsAre);
     }
 
-    // Columns "X:Y"; with "All" each column is set against the first one.
+    // Columns are "X:Y"; with "All", each column is plotted against the first one.
     void addChart(std::string_view colsAre) {
         const auto axes = piecesOf(colsAre, ':');
         if (axes.size() != 2 || !addNumber(readWholeNumber(axes[1]))) addNumber(2);
@@ -207,14 +207,14 @@ class Draft {
 
     Query query_;
     std::size_t fewestArguments_ = static_cast<std::size_t>(-1);
-    std::size_t columns_ = 0;        // with the ID; 0 where no use wants rows
+    std::size_t columns_ = 0;        // including the ID; 0 if no use wants rows
     std::set<std::size_t> numbers_;  // the columns that must be numbers
     std::size_t idLength_ = 0;
     bool hasImage_ = false;
     bool hasFile_ = false;
 };
 
-// The lengths of the keys that queries give, where they are texts, as those who get the keys know them.
+// The lengths of the text keys that queries return, as declared by the nodes and paragraphs that receive the keys.
 class KeyLengths {
   public:
     explicit KeyLengths(const SavedScheme& scheme) {
@@ -223,7 +223,7 @@ class KeyLengths {
         for (const auto* node : scheme.nodes()) note(below_, node->parentIs, lengthIn(own_, node->ID));
     }
 
-    // The rows of a generating node are its children, those of a recurring one nodes like itself.
+    // The rows of a generating node become its children; those of a recurring one become nodes like itself.
     [[nodiscard]] std::optional<std::size_t> givenBy(const clsNavScheme& node) const {
         const auto below = lengthIn(below_, node.ID);
         return node.typeIs() == "R" ? std::max(below, lengthIn(own_, node.ID)) : below;
@@ -241,7 +241,7 @@ class KeyLengths {
     }
 
     Lengths own_;    // by node: of the key with which its query and its paragraphs are called
-    Lengths below_;  // by node: the same of the nodes below it
+    Lengths below_;  // by node: of the keys of the nodes below it
 };
 
 class Collector {

@@ -15,7 +15,7 @@ struct QueryArgument {
     std::string name;  ///< "given_key"
     ValueType type = ValueType::Integer;
     std::size_t length = 0;   ///< of a text
-    bool isOptional = false;  ///< some calls do without
+    bool isOptional = false;  ///< some calls omit it
 };
 
 /// A field that a query returns.
@@ -29,9 +29,9 @@ struct Query {
     std::string_view name;  ///< bytes, as its first use writes it
     std::string uses;       ///< a line for each node and paragraph that calls it, in UTF-8
     std::vector<QueryArgument> arguments;
-    std::vector<QueryField> fields;  ///< none where it only acts
+    std::vector<QueryField> fields;  ///< empty for an action query
 };
 
 /// Every query that a node of type G or R or a paragraph names, once, in the order of the first uses. Names that
-/// differ in the case of ASCII letters only are one.
+/// differ only in the case of ASCII letters count as one.
 [[nodiscard]] std::vector<Query> queriesOf(const SavedScheme& scheme);

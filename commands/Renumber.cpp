@@ -18,7 +18,7 @@ struct Arguments {
     std::string map;
 };
 
-// A file that is written to its end before any of them takes its place.
+// One of several files, each of which is written to its end before any of them takes its place.
 struct OutputFile {
     explicit OutputFile(const std::filesystem::path& path) : name(shownName(path.string())), writer(path) {}
     void write(std::string_view bytes) { writer.write(bytes); }

@@ -10,11 +10,11 @@
 #include "commands/Console.h"
 #include "model/clsNavSchemes.h"
 
-/// Both files of a scheme as a save of the wizard would leave them, for a database.
+/// Both files of a scheme as the wizard would save them, for a database.
 class SavedScheme {
   public:
-    /// Reads both files. Tells on `console.err` which nodes no save writes.
-    /// @throws Unusable where one cannot be read, holds no record to save, or the byte 00, which no text of a
+    /// Reads both files. Names on `console.err` the nodes that a save leaves out.
+    /// @throws Unusable if a file cannot be read, has no record to save, or contains the byte 00, which no text in a
     ///         database can hold
     SavedScheme(const std::string& nodes, const std::string& paragraphs, const Console& console);
 

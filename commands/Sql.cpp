@@ -33,7 +33,7 @@ std::string columnsOf(const SchemeTable& table, const Dialect::Script& script) {
     return columns;
 }
 
-// One of the texts around the rows, with all that it can ask for.
+// One of the texts around the rows, with its words in braces filled in.
 std::string frame(std::string_view text, const Dialect& dialect, const SavedScheme& scheme, Encoding encoding,
                   std::string_view calls = {}) {
     return filled(text, {{"XST1", columnsOf(navTable, dialect.script)},

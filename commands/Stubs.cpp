@@ -111,7 +111,7 @@ void printModule(const std::vector<Query>& queries, const Dialect& dialect, cons
     module.print(console);
 }
 
-// The queries whose names can stand in the script; tells of the others.
+// The queries whose names the script can hold. Reports the others.
 std::vector<Query> usable(std::vector<Query> queries, const Dialect& dialect, const Console& console) {
     std::erase_if(queries, [&](const Query& query) {
         if (canBeName(dialect, console.encoding, query.name)) return false;

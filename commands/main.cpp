@@ -8,7 +8,7 @@
 
 namespace {
 
-// https://no-color.org: set to anything but the empty text.
+// https://no-color.org: any value but an empty one turns colours off.
 bool wantsColours() {
     const char* const refused = std::getenv("NO_COLOR");
     const char* const terminal = std::getenv("TERM");

@@ -16,14 +16,14 @@
 
 // What the fuzz targets share.
 
-/// Ends the run, as a find, where `holds` is false.
+/// Ends the run with a finding if `holds` is false.
 inline void require(bool holds, const char* what) {
     if (holds) return;
     std::fprintf(stderr, "does not hold: %s\n", what);
     std::abort();
 }
 
-/// A file that lies in memory alone.
+/// A file that exists only in memory.
 class MemoryFile {
   public:
     explicit MemoryFile(std::string_view bytes) : descriptor_(memfd_create("scheme", 0)) {
@@ -38,7 +38,7 @@ class MemoryFile {
     int descriptor_;
 };
 
-/// A folder of this process for what is saved; in memory where the system has such a place.
+/// This process's folder for saved files; in memory if the operating system offers a place there.
 class OutputFolder {
   public:
     OutputFolder() {
@@ -59,12 +59,12 @@ class OutputFolder {
     std::filesystem::path path_;
 };
 
-/// What the scheme saves; nothing where it has nothing to save.
+/// What the scheme saves; empty if it has nothing to save.
 template <class Scheme>
 std::string savedBytes(const Scheme& scheme) {
     static const OutputFolder folder;
     const auto file = folder / "out.txt";
-    static unsigned saves = 0;  // every second one replaces the file of the one before
+    static unsigned saves = 0;  // every second save replaces the file of the one before
     if (scheme.Count() == 0 || ++saves % 2 != 0) std::filesystem::remove(file);
     require(scheme.SaveData(file) == (scheme.Count() != 0), "saving succeeds, but for an empty scheme");
     require(std::filesystem::exists(file) == (scheme.Count() != 0), "a file is there when one was saved");

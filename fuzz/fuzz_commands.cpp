@@ -5,8 +5,8 @@
 #include "Fuzzing.h"
 #include "commands/Program.h"
 
-// Any two files go through every command of pelmo-scheme: it ends with one of its three statuses, says one line where
-// it refuses, prints valid text of the encoding that was asked for, and writes both files or none.
+// Runs every command of pelmo-scheme on any two files: it ends with one of its three statuses, prints one line when
+// it refuses, prints valid text in the requested encoding, and writes both files or none.
 
 namespace {
 
@@ -16,13 +16,13 @@ struct Ran {
     std::string err;
 };
 
-// Decodes and encodes again: what is no valid UTF-8 throws.
+// Encodes the text as JSON, which replaces what is not valid UTF-8.
 bool isUtf8(const std::string& text) {
     return nlohmann::json(text).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace).find("\uFFFD") ==
            std::string::npos;
 }
 
-// Bytes below the blank, but for the ends of lines, which a terminal might obey.
+// Whether a text has no control characters except line ends: a terminal might obey them.
 bool isFreeOfControls(const std::string& text) {
     for (const char byte : text)
         if ((byte >= 0 && byte < ' ' && byte != '\n') || byte == '\x7F') return false;

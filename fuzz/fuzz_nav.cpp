@@ -3,8 +3,8 @@
 #include "model/clsNavSchemes.h"
 #include "tests/model/Reference.h"
 
-// Any bytes load as the plain reference reads them; what is saved is the tree, and loads and saves again as it is;
-// renumbering numbers that tree from 1 on.
+// Any bytes load as the plain reference reads them. Saving writes the tree, which loads and saves again unchanged.
+// Renumbering numbers that tree from 1 on.
 
 namespace {
 
@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto place : order) require(ids[place] == ++last, "numbers follow the tree order");
     const auto renumbered = savedBytes(navs);
     require(navs.Renumber() == (navs.Count() != 0), "renumbering answers whether there are nodes");
-    // (A node that is in no tree gets the parent 0 and so may become the root.)
+    // (A node outside the tree gets the parent 0, so it may become the root.)
     if (order.size() == rows.size())
         require(savedBytes(navs) == renumbered, "renumbering a tree again changes nothing that is saved");
 

@@ -6,9 +6,9 @@
 #include "model/clsNavSchemes.h"
 #include "tests/model/Reference.h"
 
-// Any two files go the whole way: loaded, renumbered, checked, listed, saved, loaded again. Reports repeat, checking
-// changes nothing that is saved but the nodes of orphans, what is saved loads again as it was in memory, and what was
-// loaded from a saved file is saved as it is.
+// Takes any two files all the way: loads, checks, lists, renumbers, saves and loads them again. The same check gives
+// the same report, checking changes nothing that is saved except the nodes of orphans, what is saved loads as it was
+// in memory, and what was loaded from a saved file is saved unchanged.
 
 namespace {
 
@@ -31,8 +31,8 @@ void requireLines(const std::string& report) {
         require(at != 0 && report[at - 1] == '\r', "lines end with CR LF");
 }
 
-// The nodes that a file gets: those of the tree in its order, and the first of those with one ID, which is all that
-// is loaded again.
+// The nodes that load from a saved file: those of the tree, in its order, but only the first of several with the same
+// ID.
 std::vector<std::string> savedNodes(const clsNavSchemes& navs) {
     std::vector<reference::Link> links;
     std::vector<std::string> rows;
@@ -74,7 +74,7 @@ void check(clsNavSchemes& navs) {
     const auto first = CheckScheme(navs);
     requireLines(first);
     const auto second = CheckScheme(navs);
-    // (A node with the ID 0 takes the orphans in: their node became 0.)
+    // (The node of an orphan becomes 0, so a node with the ID 0 adopts it.)
     bool hasZero = false;
     for (const auto& node : navs.NewEnum()) hasZero = hasZero || node->ID == 0;
     if (!hasZero) require(below(second, "THE ORPHANS: ") == below(first, "THE ORPHANS: "), "orphans stay orphans");
@@ -102,7 +102,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(allNodes(again) == savedNodes(navs), "the tree is what is loaded again");
     require(allParagraphs(again) == allParagraphs(navs), "the paragraphs are what is loaded again");
     check(again);
-    // (Twins, which a renumbering may make, are dropped when they are loaded: from then on nothing changes.)
+    // (Loading drops twins, which a renumbering may make; from then on nothing changes.)
     const auto settled = savedBytes(again);
     clsNavSchemes third;
     load(third, settled);

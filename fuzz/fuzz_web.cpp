@@ -5,8 +5,8 @@
 #include "model/clsNavSchemes.h"
 #include "tests/model/Reference.h"
 
-// Any bytes load as the plain reference reads them; what is saved loads and saves again as it is; after a renumbering
-// every paragraph is connected or an orphan.
+// Any bytes load as the plain reference reads them. What is saved loads and saves again unchanged. After a
+// renumbering, every paragraph is connected or an orphan.
 
 namespace {
 

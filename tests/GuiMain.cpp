@@ -8,8 +8,8 @@
 
 namespace {
 
-// Warnings of Qt, about a connection that leads nowhere for instance, fail the test that they come in. What
-// a screen plugin cannot do is no fault of the program.
+// A warning of Qt, for example about a connection that leads nowhere, fails the running test. It is not the program's
+// fault what a screen plugin cannot do.
 void failOnWarnings(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     const auto text = message.toStdString();
     const bool ofTheScreen = text.starts_with("This plugin does not support") ||

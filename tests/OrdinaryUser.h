@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-/// Acts as a user whom permissions bind, where the tests run as the superuser. Linux only.
+/// While it exists, a test that runs as root acts as an ordinary user, to whom permissions apply. Linux only.
 class OrdinaryUser {
   public:
     OrdinaryUser() : wasRoot_(geteuid() == 0) {

@@ -54,10 +54,10 @@ Widget& find(const QObject& parent, const std::string& name) {
 
 constexpr int patience = 10'000;  // milliseconds until a test gives up waiting
 
-/// Waits until the keyboard is at the window.
+/// Waits until the window has the keyboard.
 inline void activate(QWidget& window) {
     const auto isActive = [&] { return QApplication::activeWindow() == &window; };
-    // A window manager may overlook a window that asks while another one is on its way out: then ask again.
+    // A window manager may ignore a window that asks while another one is closing: then ask again.
     constexpr int beforeAskingAgain = 500;
     for (int waited = 0; !isActive() && waited < patience; waited += beforeAskingAgain) {
         window.activateWindow();
@@ -77,7 +77,7 @@ inline void activate(QWidget& window) {
     }
 }
 
-/// Presses and lets go a key; it goes where the window's keyboard focus is, or to an open menu.
+/// Presses and releases a key, which goes where the window's keyboard focus is, or to an open menu.
 inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     auto& window = *widget.window();
     if (!window.windowHandle()) throw std::runtime_error("keys need a window that was shown");
@@ -85,7 +85,7 @@ inline void press(QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers 
     QTest::keyClick(window.windowHandle(), key, modifiers);
 }
 
-/// Clicks a button, when the keyboard is at its window: a button that loses the focus between press and release does
+/// Clicks a button once its window has the keyboard: a button that loses the focus between press and release does
 /// nothing.
 inline void clickOn(QAbstractButton* button) {
     if (!button) throw std::runtime_error("there is no such button");
@@ -95,8 +95,8 @@ inline void clickOn(QAbstractButton* button) {
 
 // --- dialogs ---
 
-/// Answers the modal windows that a command opens, in order, as soon as each is there. What is not answered within
-/// `patience` fails the test and is closed, so that no test hangs.
+/// Answers the modal windows that a command opens, in order, as soon as each is there. A window that is not answered
+/// within `patience` fails the test and is closed, so that no test hangs.
 class Answers {
   public:
     using Answer = std::function<void(QDialog&)>;
@@ -170,7 +170,7 @@ class Answers {
     bool failed_ = false;
 };
 
-/// What is to be done with a message: it has this text, and is closed with Enter.
+/// The answer to a message: checks that it has this text, and closes it with Enter.
 inline Answers::Answer reading(const std::string& expected) {
     return [expected](QDialog& window) {
         auto* box = qobject_cast<QMessageBox*>(&window);
@@ -185,7 +185,7 @@ inline Answers::Answer reading(const std::string& expected) {
     };
 }
 
-/// What is to be done with a window: Esc.
+/// The answer to a window: Esc.
 inline void escape(QDialog& window) {
     press(window, Qt::Key_Escape);
 }

@@ -184,7 +184,7 @@ TEST(CheckScheme, EachGroupHasItsFindingsInTheirOrder) {
     EXPECT_EQ(findings("S", "spW_A", 0, "1"), "");
 }
 
-TEST(CheckScheme, BlanksAreAContent) {
+TEST(CheckScheme, BlanksAreContent) {
     EXPECT_EQ(findings("C", " ", 0, " "), "");
     EXPECT_EQ(findings("S", " ", 0, " "), "");
     EXPECT_EQ(findings("M", " ", 0, " "), withType("=> Column Field Specified for (", "M") + rule3);

@@ -36,7 +36,7 @@ RC_GTEST_PROP(ChildCounts, AreThoseOfTheScheme, ()) {
     }
 }
 
-TEST(ChildCounts, OfNobodyAreZero) {
+TEST(ChildCounts, OfLeavesAndMissingNodesAreZero) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}, {2, 1}});
     const auto counts = countsOf(navs);

@@ -59,7 +59,7 @@ TEST(ScanFile, KnowsTheHeaders) {
     EXPECT_EQ(webTable.name, "XST2");
 }
 
-TEST(ScanFile, TellsLinesThatArePassedOver) {
+TEST(ScanFile, ReportsLinesThatArePassedOver) {
     const std::string words = " passed-over: the line does not begin with a digit; it is passed over";
     EXPECT_EQ(inNode("ID,no header\n\n   \n-1,\"a\",\"F\",0,\"\",\"\",\"\",\"\"\n\"7\",x"),
               Rows({"1/0" + words, "4/0" + words, "5/0" + words}));
@@ -73,7 +73,7 @@ TEST(ScanFile, CountsEveryEndOfALine) {
     EXPECT_EQ(inNode("\r\nx\r\n\rx\n\nx\n\rx"), Rows({"2/0" + words, "4/0" + words, "6/0" + words, "8/0" + words}));
 }
 
-TEST(ScanFile, TellsIDsThatAreTaken) {
+TEST(ScanFile, ReportsIDsThatAreTaken) {
     const auto scanned = scanFile(navTable,
                                   "7,a,F,0,,,,\n"
                                   "8,b,N,7,,,,\n"
@@ -85,7 +85,7 @@ TEST(ScanFile, TellsIDsThatAreTaken) {
     EXPECT_EQ(scanned.lines, (std::vector<std::uint32_t>{1, 2, 4}));
 }
 
-TEST(ScanFile, TellsCommasInTexts) {
+TEST(ScanFile, ReportsCommasInTexts) {
     EXPECT_EQ(inNode(R"(1,"a, b","F",0,"","","leaf","")"),
               Rows({"1/2 comma: a comma in the text shifts all fields after it"}));
     EXPECT_EQ(inNode(R"(1,"a","G",0,"spG_A 1,2","Lkey","leaf","")"),
@@ -121,7 +121,7 @@ TEST(ScanFile, KnowsTheTypesOfEachTable) {
                   Rows({"1/7 unknown-type: \"" + type + "\" is not a type of this table"}));
 }
 
-TEST(ScanFile, TellsQuotesThatWillBeLost) {
+TEST(ScanFile, ReportsQuotesThatWillBeLost) {
     const std::string words = " quote: a quote in the text will be lost";
     EXPECT_EQ(inNode(R"(1,"say "hi"","F",0,"","","leaf","")"), Rows({"1/2" + words}));
     EXPECT_EQ(inNode(R"(1,5" pipe,"F",0,"","","leaf","")"), Rows({"1/2" + words}));
@@ -130,7 +130,7 @@ TEST(ScanFile, TellsQuotesThatWillBeLost) {
     EXPECT_EQ(inParagraph(R"(1,"1",1,"a","b","","S","0","All","")"), Rows()) << "those around numbers do not matter";
 }
 
-TEST(ScanFile, TellsTextsThatANodeDoesNotKeep) {
+TEST(ScanFile, ReportsTextsThatANodeDoesNotKeep) {
     const std::string words = " dropped-text: nodes of this type have neither query nor parameter; ";
     EXPECT_EQ(inNode(R"(1,"a","F",0,"spG_A","Lkey","","")"),
               Rows({"1/5" + words + "\"spG_A\" will be lost", "1/6" + words + "\"Lkey\" will be lost"}));
@@ -139,7 +139,7 @@ TEST(ScanFile, TellsTextsThatANodeDoesNotKeep) {
     EXPECT_EQ(inParagraph(R"(1,1,1,"a","spW_A","Lkey","H",0,"","")"), Rows());
 }
 
-TEST(ScanFile, TellsWhatIsNoNumber) {
+TEST(ScanFile, ReportsWhatIsNotANumber) {
     const auto no = [](const std::string& text) {
         return " not-a-number: \"" + text + "\" is not a 32-bit number; it is read as 0";
     };
@@ -152,7 +152,7 @@ TEST(ScanFile, TellsWhatIsNoNumber) {
     EXPECT_EQ(inNode(" 007,a,F, +3 ,,,,"), Rows());
 }
 
-TEST(ScanFile, TellsParametersThatNothingReads) {
+TEST(ScanFile, ReportsParametersThatNothingReads) {
     for (const auto& kind : {""s, " "s, "Lkey"s, "CKey05"s, "Text"s, "Today"s, " lk"s, "ckey5"s})
         EXPECT_EQ(inNode("1,a,G,0,q," + kind + ",,"), Rows()) << kind;
     for (const auto& kind : {"None"s, "Key"s, "L"s, "\xE9"s}) {
@@ -162,7 +162,7 @@ TEST(ScanFile, TellsParametersThatNothingReads) {
     }
 }
 
-TEST(ScanFile, TellsBytesThatStandForNoCharacter) {
+TEST(ScanFile, ReportsBytesThatStandForNoCharacter) {
     EXPECT_EQ(inNode("1,a\x81\x8D,F,0,,,\x8F,\"\x90\""),
               Rows({"1/2 free-byte: the byte 81 is not a character of the code page",
                     "1/7 free-byte: the byte 8F is not a character of the code page",
@@ -216,37 +216,37 @@ TEST(FindInTree, FindsNothingInATree) {
 
 const std::string unwritten = "/0 unwritten: the node cannot be reached from the root; saving drops it";
 
-TEST(FindInTree, TellsThatThereIsNoRoot) {
+TEST(FindInTree, ReportsThatThereIsNoRoot) {
     EXPECT_EQ(inTree({}), Rows({"1/0 no-root: no node has the parent 0; the tree is empty"}));
     EXPECT_EQ(inTree({{1, 2}, {2, 1}}),
               Rows({"1/0 no-root: no node has the parent 0; the tree is empty", "1/4 loop: the node is below itself",
                     "1" + unwritten, "2/4 loop: the node is below itself", "2" + unwritten}));
 }
 
-TEST(FindInTree, TellsASecondRootAndWhatIsBelowIt) {
+TEST(FindInTree, ReportsASecondRootAndWhatIsBelowIt) {
     EXPECT_EQ(inTree({{5, 0}, {6, 0}, {7, 6}, {8, 5}}),
               Rows({"2/4 second-root: the parent is 0, but the root is in line 1; there can be only one root",
                     "2" + unwritten, "3" + unwritten}));
 }
 
-TEST(FindInTree, TellsParentsThatDoNotExist) {
+TEST(FindInTree, ReportsParentsThatDoNotExist) {
     EXPECT_EQ(inTree({{1, 0}, {2, 99}, {3, 2}}),
               Rows({"2/4 missing-parent: there is no node 99", "2" + unwritten, "3" + unwritten}));
 }
 
-TEST(FindInTree, TellsLoopsAndNotWhatHangsOnThem) {
+TEST(FindInTree, ReportsLoopsButNotWhatHangsOnThem) {
     EXPECT_EQ(inTree({{1, 0}, {2, 2}, {3, 4}, {4, 5}, {5, 3}, {6, 5}}),
               Rows({"2/4 loop: the node is below itself", "2" + unwritten, "3/4 loop: the node is below itself",
                     "3" + unwritten, "4/4 loop: the node is below itself", "4" + unwritten,
                     "5/4 loop: the node is below itself", "5" + unwritten, "6" + unwritten}));
 }
 
-TEST(FindInTree, TellsThatTheRootIsBelowANodeZero) {
+TEST(FindInTree, ReportsThatTheRootIsBelowANodeZero) {
     EXPECT_EQ(inTree({{1, 0}, {0, 1}}),
               Rows({"1/4 loop: the node is below itself", "2/4 loop: the node is below itself"}));
 }
 
-TEST(FindOrphans, TellsParagraphsOfNoNode) {
+TEST(FindOrphans, ReportsParagraphsOfNoNode) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}});
     addParagraphs(navs.oWebs, {{10, 1}, {11, 7}, {12, 0}});
@@ -299,7 +299,7 @@ RC_GTEST_PROP(ScanFile, KeepsTheRecordsThatTheSchemeKeeps, ()) {
     }
 }
 
-RC_GTEST_PROP(FindInTree, TellsTheNodesThatNoSaveWrites, ()) {
+RC_GTEST_PROP(FindInTree, ReportsTheNodesThatNoSaveWrites, ()) {
     clsNavSchemes navs;
     const auto count = *rc::gen::inRange(0, 15);
     std::vector<std::uint32_t> lines;
@@ -324,7 +324,7 @@ RC_GTEST_PROP(FindInTree, TellsTheNodesThatNoSaveWrites, ()) {
     RC_ASSERT(told == expected);
 }
 
-RC_GTEST_PROP(FindOrphans, TellsThoseThatARenumberingMarks, ()) {
+RC_GTEST_PROP(FindOrphans, ReportsThoseThatARenumberingMarks, ()) {
     clsNavSchemes navs;
     const auto nodes = *rc::gen::container<std::vector<int>>(rc::gen::inRange(0, 9));
     for (const int id : nodes) navs.Add(makeNode(id, 0));

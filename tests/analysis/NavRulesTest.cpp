@@ -5,7 +5,7 @@
 
 using namespace std::string_literals;
 
-// Each rule on its own, on nodes as plain values: a node of type F or N with a query can only be met here.
+// Each rule on its own, on nodes as plain values: a node of type F or N with a query exists only here.
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "analysis/Reports.h"
 #include "tests/model/Helpers.h"
 
-// The findings of both analyses on random schemes, beside those of a plain search through all records.
+// The findings of both analyses on random schemes, compared with those of a plain search through all records.
 
 namespace {
 

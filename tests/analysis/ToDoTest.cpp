@@ -290,7 +290,7 @@ TEST(ToDoLine, IgnoresBlanksAroundAKind) {
     EXPECT_EQ(parameter("   "), "   (Parameter = None)");
     EXPECT_EQ(parameter("  Lkey"), "   (Parameter = Long Integer)");
     EXPECT_EQ(parameter("Text  "), "   (Parameter = Text)");
-    EXPECT_EQ(parameter("\tText"), "") << "a tabulator is no blank";
+    EXPECT_EQ(parameter("\tText"), "") << "a tab is not a blank";
     EXPECT_EQ(parameter("*"), "   (Parameter = None)");
     EXPECT_EQ(parameter("** "), "   (Parameter = None)");
 }

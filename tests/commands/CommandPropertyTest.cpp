@@ -8,7 +8,7 @@
 
 using namespace std::string_literals;
 
-// The commands on random files, beside the operations of the schemes themselves.
+// The commands on random files, compared with the operations of the schemes themselves.
 
 namespace {
 
@@ -167,7 +167,7 @@ RC_GTEST_PROP(CommandProperty, TodoPrintsTheListsOfTheWizard, ()) {
     RC_ASSERT(ran.out == shownText(withoutReturns(NavToDo(navs) + "\n" + WebToDo(navs.oWebs))));
 }
 
-// Of a tree that holds all nodes and has no node 0, which Re-Number would give to orphans.
+// For a tree that holds all nodes and has no node 0, to which Re-Number would assign the orphans.
 RC_GTEST_PROP(CommandProperty, TreeWithoutIdsPrintsNothingThatReNumberChanges, ()) {
     const auto count = *rc::gen::inRange(1, 14);
     std::string nodes = navHeader;

@@ -7,7 +7,7 @@
 #include "commands/Program.h"
 #include "tests/model/Helpers.h"
 
-// What the tests of the commands share: they run in this process, and what they print is a text.
+// What the tests of the commands share: the commands run in this process, and what they print becomes a text.
 
 struct Ran {
     int status;

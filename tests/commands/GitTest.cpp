@@ -54,7 +54,7 @@ TEST(Git, ShowsWhatAPersonChangedAndNotWhatReNumberDid) {
     EXPECT_EQ(repository.changes(), "");
     const auto& folder = repository.folder;
 
-    // A new node in the middle, so that all numbers behind it move.
+    // A new node in the middle, so that all numbers after it change.
     replace(folder.nodes(), "3,\"Today at a glance\"",
             "900,\"Week\",\"N\",2,\"\",\"\",\"calendar\",\"\"\r\n3,\"Today at a glance\"");
     replace(folder.paragraphs(), "\"Our shop\"", "\"Our caf\xE9\"");

@@ -37,8 +37,8 @@ class SqlIn : public testing::TestWithParam<std::string> {};
 
 }  // namespace
 
-// Each of these files was read line by line.
-TEST_P(SqlIn, WritesWhatWasReadOnce) {
+// Each of the expected files has been read line by line.
+TEST_P(SqlIn, WritesTheExpectedScript) {
     const auto ran = sql(GetParam());
     EXPECT_EQ(ran.status, 0);
     EXPECT_EQ(ran.out, bytesOf(expectedFolder + "sql-" + GetParam() + ".txt"));
@@ -98,7 +98,7 @@ TEST(SqlTexts, HoldNoVariablesOfSqlcmd) {
 }
 
 // SQLite takes every script for UTF-8; the other two are told the encoding.
-TEST(SqlTexts, AreRightInAnotherEncoding) {
+TEST(SqlTexts, AreCorrectInAnotherEncoding) {
     EXPECT_EQ(text("sqlite", "\xE9", Encoding::Windows1252), "char(233)");
     EXPECT_EQ(text("postgresql", "\xE9\x81", Encoding::Windows1252), "'\xC3\xA9' || chr(129)");
     const auto script = sql("postgresql", "windows-1252").out;

@@ -38,14 +38,14 @@ class StubsIn : public testing::TestWithParam<std::string> {};
 
 }  // namespace
 
-// Each of these files was read line by line.
-TEST_P(StubsIn, WritesWhatWasReadOnce) {
+// Each of the expected files has been read line by line.
+TEST_P(StubsIn, WritesTheExpectedSkeletons) {
     const auto ran = stubs(GetParam());
     EXPECT_EQ(ran.status, 0);
     EXPECT_EQ(ran.out, bytesOf(expectedFolder + "stubs-" + GetParam() + ".txt"));
 }
 
-TEST_P(StubsIn, TellsWhatIsLeftOut) {
+TEST_P(StubsIn, ReportsWhatIsLeftOut) {
     const auto err = stubs(GetParam()).err;
     EXPECT_NE(err.find("node 7 cannot be reached from the root and is left out\n"), std::string::npos);
     EXPECT_NE(err.find("pelmo-scheme: \"\" cannot be a name in this script and is left out: Paragraph 9 of node 1"),
@@ -97,7 +97,7 @@ TEST(StubsOfTheSample, AreInAnEncodingThatSQLiteReads) {
     EXPECT_NE(ran.err.find("\"spW_Caf\xC3\xA9\" cannot be a name in this script"), std::string::npos);
 }
 
-// A parser of SQL Server's language, as there is no such server here.
+// A parser of SQL Server's language checks them, as there is no such server here.
 TEST(SqlServerScripts, AreParsed) {
     if (!isInstalled("sqlfluff")) GTEST_SKIP() << "sqlfluff is not installed";
     for (const char* command : {"sql", "stubs"}) {

@@ -3,7 +3,7 @@
 
 using namespace std::string_literals;
 
-// What the commands print that show a scheme: tree, todo, orphans.
+// What the commands that show a scheme print: tree, todo, orphans.
 
 namespace {
 
@@ -81,7 +81,7 @@ TEST(Tree, ListsAFileOfParagraphsAlone) {
               "- 1 ? \"Of the lost\"\n");
 }
 
-TEST(Tree, EndsOnALoopAndPrintsOfTheSampleEveryRecord) {
+TEST(Tree, EndsOnALoopAndPrintsEveryRecordOfTheSample) {
     EXPECT_EQ(pelmo({"tree", "-"}, "1,a,F,2,,,,\n2,b,F,1,,,,\n").out,
               "\nNodes that are in no tree:\n[1] F \"a\"\n[2] F \"b\"\n");
     const auto ran = pelmo({"tree", sampleNodes, sampleParagraphs});

@@ -4,8 +4,8 @@
 #include "tests/database/Shop.h"
 
 // The sample database must serve the sample schemes. These tests read the to-do lists of the samples and do what the
-// reporting product does: they click through the tree, call each query with the key that this gives, and look whether
-// the results are as the lists and the paragraphs ask.
+// reporting product does: they click through the tree, call each query with the key that this gives, and check that
+// the results are what the lists and the paragraphs ask for.
 
 namespace {
 

@@ -5,21 +5,21 @@
 #include "tests/database/Sqlite.h"
 #include "tests/model/Helpers.h"
 
-// The files that the wizard saves, imported into real databases by these databases' own means, and compared with the
+// The files that the wizard saves, imported into real databases with the databases' own tools, and compared with the
 // schemes field by field and byte by byte.
 
 namespace {
 
 // Windows-1252 gives these bytes no character.
 const std::string withoutCharacter = "\x81\x8D\x8F\x90\x9D";
-// No file can hold the first four; no text of a database the last.
+// No text in a file can hold the first four; no text in a database can hold the last.
 const std::string neverInATable = {'"', ',', '\r', '\n', '\0'};
 
 std::string sample(const std::string& name) {
     return std::string(SAMPLES) + "/" + name;
 }
 
-// Texts on which an import could stumble. `bytes` are texts of many bytes.
+// Texts that could trip an import. `bytes` are texts of many bytes.
 std::vector<Text> hardTexts(const std::vector<std::string>& bytes) {
     std::vector<Text> texts = {"",
                                " ",
@@ -295,7 +295,7 @@ TEST_F(ImportIntoSqlite, RefusesARowWhoseIDIsThere) {
     EXPECT_EQ(database.run("SELECT count(*) FROM XST1;"), "70\n");
 }
 
-// The one byte of a text that is lost, with all that follows it.
+// The only byte that a text loses, together with everything after it.
 TEST_F(ImportIntoSqlite, EndsATextAtTheByte00) {
     const auto imported = database.tryOut(sqliteImport(fileWith('\0'), "XST1"));
     EXPECT_EQ(imported.code, 0) << imported.err;

@@ -53,7 +53,7 @@ PostgreSQL::PostgreSQL() {
 }
 
 Finished PostgreSQL::tryOut(const std::string& script) const {
-    // -X: the file of the user's own settings is not read.
+    // -X: do not read the user's own settings.
     return ::run({(programs() / "psql").string(), "-X", "-q", "-A", "-t", "-v", "ON_ERROR_STOP=1", "-h",
                   (folder_ / "server").string(), "-U", "wizard", "-d", "postgres"},
                  "SET client_encoding = 'UTF8';\n" + script);

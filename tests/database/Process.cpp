@@ -23,7 +23,7 @@ namespace {
 
 constexpr int couldNotStart = 127;
 
-// In the new process, so with system calls only.
+// Runs in the new process, so it uses only system calls.
 [[noreturn]] void become(std::vector<char*>& words, const std::array<int, 3>& files, const Account* account,
                          bool diesWithParent) {
     for (int i = 0; i < 3; ++i)
@@ -32,7 +32,7 @@ constexpr int couldNotStart = 127;
         (setgroups(0, nullptr) != 0 || setgid(account->group) != 0 || setuid(account->user) != 0))
         _exit(couldNotStart);
 #ifdef __linux__
-    // After the change of the user, which would take it back.
+    // After the change of the user, which would undo this.
     if (diesWithParent && prctl(PR_SET_PDEATHSIG, SIGQUIT) != 0) _exit(couldNotStart);
 #else
     (void)diesWithParent;

@@ -31,12 +31,12 @@ struct Finished {
 /// Runs a program with these bytes as its input and waits for its end. It leaves nothing behind.
 [[nodiscard]] Finished run(const Command& command, const std::string& input = {}, As as = As::Caller);
 
-/// A program that runs on until it is stopped: by the destructor, or by the system when this process dies.
+/// A program that runs on until it is stopped: by the destructor, or by the operating system when this process dies.
 class Background {
   public:
     /// Its messages go into the file `log`.
     Background(const Command& command, const std::filesystem::path& log, As as);
-    /// Sends SIGINT, and SIGKILL where that does not end it within ten seconds.
+    /// Sends SIGINT, and SIGKILL if that does not end it within ten seconds.
     ~Background();
     Background(const Background&) = delete;
     Background& operator=(const Background&) = delete;

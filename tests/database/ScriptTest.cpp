@@ -12,7 +12,7 @@
 #include "tests/database/PostgreSQL.h"
 #include "tests/database/Sqlite.h"
 
-// What `pelmo-scheme sql` and `stubs` write, run by real databases, and looked at there.
+// What `pelmo-scheme sql` and `stubs` write: real databases run it, and these tests look at the result there.
 
 namespace {
 
@@ -26,18 +26,18 @@ std::string hex(std::string_view bytes) {
     return digits;
 }
 
-/// One of the databases. A script that is run there may say something; it must not fail.
+/// One of the databases. A script that is run there may print something, but must not fail.
 class Server {
   public:
     virtual ~Server() = default;
     [[nodiscard]] virtual Finished tryOut(const std::string& script) const = 0;
-    /// What a tool does that goes on after an error.
+    /// Runs the script with a tool that goes on after an error.
     [[nodiscard]] virtual Finished tryOutAll(const std::string& script) const = 0;
     /// The rows of one column, a line each.
     [[nodiscard]] virtual std::string column(const std::string& expression, const std::string& rest) const = 0;
     /// A text as hexadecimal digits of its UTF-8.
     [[nodiscard]] virtual std::string asHex(const std::string& expression) const = 0;
-    /// A statement by which the table refuses a certain ID.
+    /// A statement that makes the table refuse a certain ID.
     [[nodiscard]] virtual std::string refusal(const std::string& table, const std::string& id) const = 0;
     [[nodiscard]] virtual std::string call(const std::string& query, const std::string& arguments) const = 0;
     [[nodiscard]] virtual std::string written() const = 0;  ///< makes spG_Types, with the row 1, "there"
@@ -194,7 +194,7 @@ std::string line(const std::vector<std::string>& fields) {
     return text + "\n";
 }
 
-/// The same of a scheme, whose nodes are all saved.
+/// The same for a scheme, all of whose nodes are saved.
 std::string tablesOf(const clsNavSchemes& navs) {
     const auto text = [](std::string_view bytes) { return hex(toUtf8(bytes)); };
     std::map<std::int32_t, std::string> nodes;
@@ -216,7 +216,7 @@ std::string tablesOf(const clsNavSchemes& navs) {
 constexpr auto least = std::numeric_limits<std::int32_t>::min();
 constexpr auto most = std::numeric_limits<std::int32_t>::max();
 
-/// A scheme of these texts, each of them in each field: a root and a chain of nodes, and a paragraph for each text.
+/// A scheme with each of these texts in each field: a root and a chain of nodes, and a paragraph for each text.
 void fill(clsNavSchemes& navs, const std::vector<std::string>& texts) {
     const auto at = [&](std::size_t place) { return Text(texts[place % texts.size()]); };
     navs.Add(makeNode(most, 0, at(0), at(1), at(2), at(3), at(4), at(5)));
@@ -249,7 +249,7 @@ struct Files {
     TempFolder folder;
 };
 
-// What no text of a saved file can hold, and the byte 00, which no text of a database can.
+// What no text in a saved file can hold, and the byte 00, which no text in a database can hold.
 const std::string neverInAFile = {'"', ',', '\r', '\n', '\0'};
 
 std::vector<std::string> hardTexts() {

@@ -141,7 +141,7 @@ inline const std::map<std::string, std::string> reasonsForNothing = {
 /// The sample schemes, and the shop's database as it is made on some day.
 class Shop {
   public:
-    /// `day`: "2026-03-05"; empty for the day of the test.
+    /// `day`: "2026-03-05"; empty for the current day.
     explicit Shop(const std::string& day = {}) {
         EXPECT_TRUE(navs.LoadData(sample("XST1.txt")));
         EXPECT_TRUE(navs.oWebs.LoadData(sample("XST2.txt")));

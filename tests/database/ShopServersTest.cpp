@@ -45,7 +45,7 @@ std::string replaced(std::string text, const std::string& what, const std::strin
     return text;
 }
 
-/// How a script for a server makes the shop on another day than that of the test.
+/// The script for a server, changed so that it makes the shop of this day; unchanged if `day` is empty.
 std::string scriptFor(const std::string& name, const std::string& day) {
     const auto script = bytesOf(sample(name));
     const std::string today = "'/srv/shop/pictures/', current_date";

@@ -15,12 +15,12 @@ class Sqlite {
 
     [[nodiscard]] static bool isThere() { return isInstalled("sqlite3"); }
 
-    /// Does what the script says, statements or commands of the tool, and stops at the first error.
+    /// Runs the script, statements or commands of the tool, and stops at the first error.
     [[nodiscard]] Finished tryOut(const std::string& script) const {
-        // The file of the user's own settings is not read.
+        // -init: do not read the user's own settings.
         return ::run({"sqlite3", "-batch", "-bail", "-init", "/dev/null", file_.string()}, script);
     }
-    /// The same where no error may come; what the tool printed.
+    /// The same where no error may occur; returns what the tool printed.
     std::string run(const std::string& script) const {
         const auto finished = tryOut(script);
         EXPECT_EQ(finished.code, 0) << script.substr(0, 500);

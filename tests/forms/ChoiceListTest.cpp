@@ -25,7 +25,7 @@ class Choice : public testing::Test {
                  Qt::MouseButton button = Qt::LeftButton) {
         QTest::mouseClick(window.windowHandle(), button, modifiers, list.viewport()->mapTo(&window, at));
     }
-    // The clicks since the last time.
+    // The clicks since this was last asked.
     [[nodiscard]] Rows taken() { return std::exchange(clicks, {}); }
 
     Rows clicks;
@@ -150,7 +150,7 @@ TEST_F(Choice, OfAnEntryThatIsNotThereChangesNothing) {
     EXPECT_EQ(taken(), Rows());
 }
 
-TEST_F(Choice, NeedsNobodyToHearOfIt) {
+TEST_F(Choice, NeedsNoListener) {
     list.Click = nullptr;
     click(1);
     click(1);

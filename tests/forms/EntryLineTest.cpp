@@ -25,7 +25,7 @@ class Line : public testing::Test {
     }
     ~Line() override { QToolTip::hideText(); }
 
-    // Types characters that a keyboard may have.
+    // Types characters like a keyboard that has them.
     void type(const QString& characters) {
         for (const auto& character : characters)
             QTest::sendKeyEvent(QTest::Click, window.windowHandle(), Qt::Key_unknown, QString(character),
@@ -35,13 +35,13 @@ class Line : public testing::Test {
         QGuiApplication::clipboard()->setText(pasted);
         press(window, Qt::Key_V, Qt::ControlModifier);
     }
-    // What an input method hands over at the end of a composition.
+    // Sends what an input method sends at the end of a composition.
     void compose(const QString& composed) {
         QInputMethodEvent event;
         event.setCommitString(composed);
         QApplication::sendEvent(&line, &event);
     }
-    // The tip since the last time. One that goes away fades.
+    // The visible tip, which is then hidden; that takes a moment, because it fades.
     [[nodiscard]] QString tip() {
         const auto shown = QToolTip::isVisible() ? QToolTip::text() : QString();
         QToolTip::hideText();
@@ -180,7 +180,7 @@ TEST_F(Line, MakesBlanksOfLineBreaks) {
     }
 }
 
-TEST_F(Line, TypesOnBehindWhatWasPasted) {
+TEST_F(Line, TypesOnAfterWhatWasPasted) {
     for (const auto& [pasted, expected] : std::vector<std::pair<std::string, std::string>>{
              {"\nSELECT a ", "SELECT a -FROM t"}, {"a\r\nb\r\nc", "a b c-FROM t"}, {"a\n", "a -FROM t"}}) {
         line.setBytes("FROM t");
@@ -199,7 +199,7 @@ TEST_F(Line, TakesBackWhatWasPastedWithLineBreaks) {
     EXPECT_EQ(line.bytes(), "old");
 }
 
-// Programs that write for a user who cannot type do it past the keyboard.
+// Programs that write for users who cannot type bypass the keyboard.
 TEST_F(Line, TakesFromAssistiveProgramsOnlyWhatCanBeStored) {
     line.setBytes("ab");
     auto* field = QAccessible::queryAccessibleInterface(&line)->editableTextInterface();

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A text box that writes down the keys that reach it.
+/// A text box that records the keys that reach it.
 class KeyField final : public QLineEdit {
   public:
     KeyField(const char* name, QWidget* parent) : QLineEdit(parent) { setObjectName(::text(name)); }
@@ -20,7 +20,7 @@ class KeyField final : public QLineEdit {
     void keyReleaseEvent(QKeyEvent* event) override { note("up ", *event); }
 
   private:
-    // Shift and its like reach every field.
+    // Shift and the other modifier keys reach every field.
     void note(const char* move, const QKeyEvent& event) {
         if (event.key() >= Qt::Key_Shift && event.key() <= Qt::Key_Alt) return;
         keys.push_back(move + QKeySequence(event.key()).toString().toStdString());
@@ -120,7 +120,7 @@ TEST_F(EventHandler, GivesTheFieldThatHasTheFocus) {
     EXPECT_EQ(taken(), Rows({"11 second", "12 second"}));
 }
 
-TEST_F(EventHandler, DoesNotCareForShiftCtrlAndAlt) {
+TEST_F(EventHandler, DoesNotCareAboutShiftCtrlAndAlt) {
     for (const auto modifiers : {Qt::KeyboardModifiers(Qt::ShiftModifier), Qt::KeyboardModifiers(Qt::ControlModifier),
                                  Qt::KeyboardModifiers(Qt::AltModifier), Qt::KeyboardModifiers(Qt::KeypadModifier),
                                  Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier}) {

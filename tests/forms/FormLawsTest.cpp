@@ -159,7 +159,7 @@ RC_GTEST_PROP(FormLaws, SavingAParagraphThatIsShownAsItIsLeavesTheFile, ()) {
     const auto parameter = oneOf(parameters);
     RC_PRE(parameter.stored == parameter.becomes);
     const auto paragraph = drawParagraph({"", "C", "H", "E", "M", "I", "S", "T"}, parameter);
-    // Of the fields that its type does not use nothing is stored.
+    // Fields that its type does not use are not stored.
     const std::string type(paragraph->typeIs.view());
     if (type != "H" && !type.empty()) paragraph->formIs = 0;
     if (!type.empty() && std::string("HEMI").find(type) != std::string::npos) paragraph->colsAre = "";
@@ -172,7 +172,7 @@ RC_GTEST_PROP(FormLaws, SavingAParagraphThatIsShownAsItIsLeavesTheFile, ()) {
     RC_ASSERT(savedBytes(stage.navs.oWebs) == before);
 }
 
-RC_GTEST_PROP(FormLaws, ANodeClosesWithAQuestionExactlyIfItIsShownOtherwise, ()) {
+RC_GTEST_PROP(FormLaws, ANodeClosesWithAQuestionExactlyIfItIsShownDifferently, ()) {
     const auto drawn = drawNode(someNodeTypes, someParents);
     const std::string type(drawn.node->typeIs().view());
     const bool takesParameter = type != "F" && type != "N";

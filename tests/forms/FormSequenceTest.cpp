@@ -6,7 +6,7 @@
 
 #include "tests/Letters.h"
 
-// The two forms under a user who does anything in any order, beside a model of what they must show and store.
+// A user does anything in any order with the two forms, which must show and store what a model says.
 
 namespace {
 
@@ -182,7 +182,7 @@ class Played : public Stage {
     Model model;
 
   private:
-    // Who leaves the field of the key length has the parameter made anew, also when nothing was typed there.
+    // Leaving the field of the key length makes the parameter anew, even if nothing was typed there.
     void leaveLength() {
         if (focusName() == "txtnn") model.compose();
     }

@@ -28,7 +28,7 @@ const QColor white(255, 255, 255);
 const QColor lightBlue(0xC0, 0xC0, 0xFF);
 const QColor tipColour(255, 255, 220);
 
-/// Lets everything arrive that was sent.
+/// Waits until everything that was sent has arrived.
 inline void settle() {
     QTest::qWait(20);
 }
@@ -92,7 +92,7 @@ class Stage {
         return navs.oWebs.HasID(paragraph->ID) ? rowOf(*navs.oWebs.Item(paragraph->ID)) : "nothing";
     }
     [[nodiscard]] std::string edited() const { return node ? rowOf(*node) : rowOf(*paragraph); }
-    /// The scheme's words since the last time.
+    /// What the scheme has said since this was last asked.
     [[nodiscard]] Rows refused() { return std::exchange(refusals, {}); }
 
     // --- the user ---
@@ -110,7 +110,7 @@ class Stage {
         find(*form, field).setFocus();
         EXPECT_EQ(focusName(), field);
     }
-    /// Types a text over what is in a field. The focus is put there without leaving another field as a user does.
+    /// Types a text over what is in a field. Sets the focus directly, so no other field is left as a user leaves one.
     void enter(const std::string& field, const std::string& letters) const {
         focus(field);
         key(Qt::Key_A, Qt::ControlModifier);
@@ -184,7 +184,7 @@ class Stage {
     }
 };
 
-/// What is to be done with the question on closing: it has this text, and gets this answer.
+/// The answer to the question on closing: checks that it has this text, and presses this key.
 inline Answers::Answer answering(const std::string& question, Qt::Key answer) {
     return [=](QDialog& window) {
         auto* box = qobject_cast<QMessageBox*>(&window);

@@ -73,7 +73,7 @@ TEST(KeyLength, IsNothingWithoutANumber) {
         EXPECT_EQ(keyLengthIn(text), std::nullopt) << text;
 }
 
-RC_GTEST_PROP(KeyLength, IsWhatOtherNumbersAre, ()) {
+RC_GTEST_PROP(KeyLength, IsReadLikeOtherNumbers, ()) {
     const auto digits = rc::gen::container<std::string>(rc::gen::element('0', '1', '4', '5', '9'));
     const auto sign = *rc::gen::element<std::string>("", "-", "+", " -", "  ");
     const auto end = *rc::gen::element<std::string>("", ".", " ", ".5", ".50 ");
@@ -81,13 +81,13 @@ RC_GTEST_PROP(KeyLength, IsWhatOtherNumbersAre, ()) {
     const auto number = readInteger(text);
     const auto length = keyLengthIn(text);
     RC_CLASSIFY(number.has_value());
-    if (!number) return;  // or one that is larger
+    if (!number) return;  // or one that is too large
     auto expected = std::to_string(std::abs(std::int64_t{*number}));
     if (expected.size() == 1) expected.insert(0, 1, '0');
     RC_ASSERT(length == (*number < 0 ? "-" : "") + expected);
 }
 
-RC_GTEST_PROP(KeyLength, IsNothingWhereOtherNumbersAreNone, ()) {
+RC_GTEST_PROP(KeyLength, IsANumberExactlyWhereOthersAre, ()) {
     auto text = *rc::gen::container<std::string>(rc::gen::element('0', '5', '.', '-', '+', ' ', 'x', ','));
     text.resize(std::min<std::size_t>(text.size(), 9));  // within 32 bits
     RC_ASSERT(keyLengthIn(text).has_value() == readInteger(text).has_value());

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Writes down the keys that reach a field.
+/// Records the keys that reach a field.
 class KeyWatch final : public QObject {
   public:
     explicit KeyWatch(QWidget& field) { field.installEventFilter(this); }
@@ -38,7 +38,7 @@ class Keys : public BothForms {
         } while (fields.back() != fields.front() && fields.size() < 20);
         return fields;
     }
-    // Opens a form for a record that uses every field but the last named.
+    // Opens a form for a record of this type.
     void openOfType(const std::string& type) {
         if (isNode())
             Stage::open(makeNode(7, 2, type, "Orders", "spG_Orders", "CKey05"));

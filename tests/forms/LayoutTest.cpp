@@ -76,7 +76,7 @@ TEST_P(FormLayout, StandsInTheMiddleOfTheScreen) {
     const auto screen = form->screen()->geometry();
     const auto frame = form->frameGeometry();
     EXPECT_NEAR(frame.center().x(), screen.center().x(), (frame.width() - form->width()) / 2 + 1);
-    const int titleBar = form->style()->pixelMetric(QStyle::PM_TitleBarHeight);  // a guess at the frame's
+    const int titleBar = form->style()->pixelMetric(QStyle::PM_TitleBarHeight);  // an estimate for the frame
     EXPECT_NEAR(frame.center().y(), screen.center().y(), (frame.height() - form->height()) / 2 + titleBar / 2 + 1);
 }
 
@@ -222,7 +222,7 @@ TEST_P(FormLayout, SpeaksTheHelpOfEachField) {
         focus(field);
         EXPECT_FALSE(help().empty());
         EXPECT_EQ(find(*form, field).whatsThis().toStdString(), help());
-        // Of a list Qt hands over nothing else but this.
+        // For a list, Qt passes on only this.
         if (!field.starts_with("lst")) {
             EXPECT_EQ(spoken(field, QAccessible::Help).toStdString(), help());
         }

@@ -211,7 +211,7 @@ TEST_P(Notes, AreThereWhenTheFormOpensOnSuchARecord) {
     EXPECT_EQ(visibleTip(), ofComma(titleField()));
 }
 
-TEST_P(Notes, AreSpokenBeforeTheHelpWhileTheyStand) {
+TEST_P(Notes, AreSpokenBeforeTheHelpWhileTheyLast) {
     openAll();
     for (const auto& field : texts()) {
         SCOPED_TRACE(field);
@@ -449,7 +449,7 @@ TEST_F(NodeNotes, NameTheOtherNodeWithATypedID) {
     EXPECT_TRUE(QTest::qWaitFor([] { return !QToolTip::isVisible(); }, 1000));
 }
 
-// A renumbering gives it to nodes outside the tree.
+// A renumbering gives the ID 0 to nodes outside the tree.
 TEST_F(NodeNotes, DoNotTakeANodeOfIDZeroForTheRoot) {
     navs.Add(makeNode(0, 0, "N", "outside"));
     open("fNav");

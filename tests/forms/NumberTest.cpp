@@ -16,7 +16,7 @@ class Number : public BothForms {
     [[nodiscard]] Rows wholeNumbers() const {
         return isNode() ? Rows{"txtID"} : Rows{"txtID", "txtSeqNo", "txtForm"};
     }
-    // Does something that one message must answer.
+    // Does something that must lead to one message.
     template <class Act>
     void isRefused(Act act) {
         Answers answers;
@@ -117,7 +117,7 @@ TEST_P(Number, OfALengthMayBeOfAnySize) {
     }
 }
 
-TEST_P(Number, CanBeMendedAfterTheMessage) {
+TEST_P(Number, CanBeCorrectedAfterTheMessage) {
     open();
     enter("txtnn", "x");
     isRefused([&] { choose("lstParm", 0); });
@@ -150,7 +150,7 @@ TEST_P(Number, IsNeededForAClickThatBringsTheWindowBack) {
     EXPECT_EQ(chosen("lstType"), isNode() ? "1 G - Generating Branch" : "1 H - Header");
 }
 
-// The second press of a double click comes as one, even when the first was elsewhere.
+// The second press of a double click arrives as a double click, even if the first press was elsewhere.
 TEST_P(Number, IsNeededForADoubleClickToo) {
     open();
     enter("txtnn", "x");
@@ -437,8 +437,8 @@ TEST_F(ParagraphNumbers, AreAskedForBeforeTheQuery) {
     EXPECT_EQ(refused(), Rows());
 }
 
-// A type that does not use the form number has the field disabled; there must be a way out.
-TEST_F(ParagraphNumbers, CanBeMendedInADisabledField) {
+// A type that does not use the form number disables its field; there must be a way to correct the field.
+TEST_F(ParagraphNumbers, CanBeCorrectedInADisabledField) {
     open("fWeb");
     enter("txtForm", "z");
     choose("lstType", 0);

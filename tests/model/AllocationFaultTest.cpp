@@ -5,9 +5,9 @@
 
 #include "Helpers.h"
 
-// Operations of the schemes of which any one request for memory fails: each has then done all or nothing.
+// Operations of the schemes, each with any one of its requests for memory failing: it has then done all or nothing.
 
-#ifndef WIZARD_SANITIZED  // the sanitizer has requests of its own
+#ifndef WIZARD_SANITIZED  // the sanitizer makes requests of its own
 
 namespace {
 
@@ -38,8 +38,8 @@ void operator delete(void* memory, std::size_t) noexcept {
 
 namespace {
 
-// Ten, with seven (and eight below it) and three; a loop of fifty and sixty that cannot be reached; paragraphs of
-// all.
+// Node 10 with 7 (and 8 below it) and 3; a loop of 50 and 60, with 61 below it, that cannot be reached; paragraphs of
+// 3, of 7 and of a missing node.
 struct Scheme {
     explicit Scheme(bool renumbered) {
         addNodes(navs, {{10, 0}, {7, 10}, {8, 7}, {3, 10}, {50, 60}, {60, 50}, {61, 60}});
@@ -92,15 +92,15 @@ void expectAllOrNothing(const std::string& name, Operation operation) {
             Scheme scheme(renumbered);
             const auto result = run(requests, scheme.navs, operation);
             const auto now = scheme.print();
-            ASSERT_EQ(now, result == failed ? before : done) << "without the request " << requests;
+            ASSERT_EQ(now, result == failed ? before : done) << "after " << requests << " requests";
             if (result == finished) break;
             ++failures;
             ASSERT_LT(requests, 10'000);
-            // It works once there is memory again.
+            // It works as soon as there is memory again.
             operation(scheme.navs);
             for (const auto& node : scheme.navs.NewEnum()) ASSERT_NE(node, nullptr);
         }
-        EXPECT_GT(failures, 0) << "it asks for none";
+        EXPECT_GT(failures, 0) << "it requests no memory";
     }
 }
 
@@ -123,7 +123,7 @@ TEST(AllocationFault, DispOrphansDoesAllOrNothing) {
     expectAllOrNothing("DispOrphans", [](clsNavSchemes& navs) { navs.DispOrphans(); });
 }
 
-TEST(AllocationFault, CheckSchemeOfTheModelsHalfDoesAllOrNothing) {
+TEST(AllocationFault, RenumberingTheParagraphsDoesAllOrNothing) {
     expectAllOrNothing("Renumber of the paragraphs", [](clsNavSchemes& navs) { navs.oWebs.Renumber(navs); });
 }
 
@@ -138,7 +138,7 @@ TEST(AllocationFault, AddingDoesAllOrNothing) {
     expectAllOrNothing("Add of a paragraph", [&](clsNavSchemes& navs) { navs.oWebs.Add(paragraph); });
 }
 
-// What it refuses for lack of memory it says.
+// If there is too little memory, it refuses and says so.
 TEST(AllocationFault, FusingDoesAllOrNothing) {
     for (const int id : {7, 4000}) {
         for (int requests = 0; requests < 100; ++requests) {

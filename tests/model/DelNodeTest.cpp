@@ -137,14 +137,14 @@ TEST(DelNode, AfterRenumberingRemovesWhatIsFiledUnderTheNumbers) {
     EXPECT_EQ(nodesOf(navs.oWebs), "1>1C 4>4C");
 }
 
-// A node that an earlier branch removed through its key is not looked into any more.
+// A node that an earlier branch has removed by its key is not searched for children any more.
 TEST(DelNode, AfterRenumberingLooksAtABranchWhenItsTurnComes) {
     clsNavSchemes navs;
     addNodes(navs, {{9, 0}, {4, 9}, {3, 9}, {2, 3}});
     addParagraphs(navs.oWebs, {{1, 9}, {2, 4}, {3, 3}, {4, 2}});
     ASSERT_TRUE(navs.Renumber());
     ASSERT_EQ(linksOf(navs), "1<0 2<1 3<1 4<3");
-    // Below 1 are 2 and 3. "2" is the key of node 4, which goes first; then below 3 there is nobody, and "3"
+    // Below 1 are 2 and 3. "2" is the key of node 4, which goes first; then nothing is below 3, and "3"
     // is the key of node 3. Nothing is filed under "1". Node 4 is never looked at, so its paragraph stays.
     navs.DelNode("1");
     EXPECT_EQ(linksOf(navs), "1<0 2<1");

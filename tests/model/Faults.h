@@ -13,7 +13,7 @@
 
 // What the tests of faulty files and disks share. Linux only.
 
-/// Ends the test program instead of waiting for ever.
+/// Ends the test program instead of waiting forever.
 class Deadline {
   public:
     Deadline() { alarm(180); }
@@ -22,10 +22,10 @@ class Deadline {
     Deadline& operator=(const Deadline&) = delete;
 };
 
-/// There in builds that count lines only: notes which ones this process has reached.
+/// Exists only in builds that measure coverage: records the lines that this process has reached.
 extern "C" [[gnu::weak]] void __gcov_exit();
 
-/// Runs `check` in a process of its own that may take no more memory than this, in bytes (128 KiB or more).
+/// Runs `check` in a process of its own that gets no more than `most` bytes of memory (128 KiB or more).
 /// @return what it answers, -1 if it crashes
 inline int withLittleMemory(std::size_t most, const std::function<int()>& check) {
     const auto child = fork();
@@ -39,7 +39,7 @@ inline int withLittleMemory(std::size_t most, const std::function<int()>& check)
         const auto usual = limit;
         limit.rlim_cur = pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
         setrlimit(RLIMIT_AS, &limit);
-        // What earlier tests have freed the process still has.
+        // The process still holds what earlier tests have freed, so take that, too.
         for (std::size_t size = 1 << 20; size >= 1 << 10; size /= 2)
             while (std::malloc(size) != nullptr) continue;
         std::free(left);

@@ -3,7 +3,7 @@
 
 #include "Helpers.h"
 
-// How lines and fields are read, which is the same for nodes and paragraphs; seen through the nodes.
+// How lines and fields are read, which is the same for nodes and paragraphs; tested with nodes.
 
 using namespace std::string_literals;
 

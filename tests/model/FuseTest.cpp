@@ -14,7 +14,7 @@ constexpr const char* refusedForG =
     "not saved";
 constexpr const char* refusedWithoutQuery = "No Generating Query or Stored procedure specified. Changes not saved";
 
-// A scheme that writes down its messages.
+// A scheme that records its messages.
 //   1 F ─ 2 G ─ 6 F
 //       ├ 3 R
 //       ├ 4 N
@@ -77,7 +77,7 @@ TEST_F(FuseNav, WhatIsEditedAfterwardsIsNotInTheScheme) {
     EXPECT_EQ(messages, std::vector<std::string>{refusedWithoutQuery});
     EXPECT_EQ(rowOf(*navs.Item(9)), "9|new|R|5|spX|||");
     node->setQueryIs("spY");
-    EXPECT_TRUE(navs.FuseNav(node)) << "now an existing one";
+    EXPECT_TRUE(navs.FuseNav(node)) << "it exists now";
     EXPECT_EQ(rowOf(*navs.Item(9)), "9|edited again|R|5|spY|||");
 }
 
@@ -127,7 +127,7 @@ TEST_F(FuseNav, AcceptsEveryOtherParent) {
     expectStored(makeNode(16, 15, "N"));
 }
 
-TEST_F(FuseNav, TakesALowerCaseLetterOfTheParentForNoType) {
+TEST_F(FuseNav, AcceptsAParentWhoseTypeIsALowerCaseLetter) {
     for (const char* type : {"n", "r", "g", "f"}) {
         navs.Item(4)->setTypeIs(type);
         expectStored(makeNode(9, 4, "N", "new"));

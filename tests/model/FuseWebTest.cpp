@@ -12,7 +12,7 @@ struct FuseWeb : testing::Test {
     FuseWeb() {
         navs.inform = [this](std::string_view message) { messages.emplace_back(message); };
     }
-    // How a paragraph with form 8 and columns 2:3 is stored: as new, and over one that is there.
+    // Stores a paragraph with form 8 and columns 2:3, as a new one and over an existing one, and checks the result.
     void expectNormalised(const char* type, const std::string& form, const std::string& columns) {
         const std::string start = "|4|6|Orders|spW_Orders|Lkey|" + std::string(type) + "|";
         clsNavSchemes scheme;
@@ -60,7 +60,7 @@ TEST_F(FuseWeb, WhatIsEditedAfterwardsIsNotInTheScheme) {
     EXPECT_EQ(messages, std::vector<std::string>{refusedBlankQuery});
     EXPECT_EQ(rowsOf(navs.oWebs), Rows{"5|4|6|Orders|spW_Orders|Lkey|S|0|2:3|more"});
     paragraph->queryIs = "spY";
-    EXPECT_TRUE(navs.FuseWeb(paragraph)) << "now an existing one";
+    EXPECT_TRUE(navs.FuseWeb(paragraph)) << "it exists now";
     EXPECT_EQ(rowsOf(navs.oWebs), Rows{"5|4|6|edited again|spY|Lkey|S|0|2:3|more"});
 }
 

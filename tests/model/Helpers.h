@@ -20,7 +20,7 @@
 #include "model/clsNavSchemes.h"
 
 // What the tests of this folder share: records in one line, schemes printed as text, a folder that cleans up
-// after itself, and views that write down what they are asked to show.
+// after itself, and views that record what they are asked to show.
 
 using Rows = std::vector<std::string>;
 
@@ -51,7 +51,7 @@ inline std::shared_ptr<clsWebScheme> makeParagraph(std::int32_t id, std::int32_t
     return paragraph;
 }
 
-/// A paragraph with another value in every field, those of the renumbering included.
+/// A paragraph with a different value in every field, including those for renumbering.
 inline std::shared_ptr<clsWebScheme> makeFullParagraph(std::int32_t id, const Text& type) {
     auto paragraph = makeParagraph(id, 4, 6, "Orders");
     paragraph->queryIs = "spW_Orders";
@@ -137,7 +137,7 @@ inline std::string allBytesBut(std::string_view left) {
 
 // --- files ---
 
-/// Where the tests put their folders: in memory where the system has room there, since saving waits for the disk.
+/// Where the tests create their folders: in memory if there is room for them, since saving waits for the disk.
 inline std::filesystem::path placeForFolders() {
     const std::filesystem::path memory = "/dev/shm";
     std::error_code error;
@@ -291,7 +291,7 @@ class FakeWindow final : public NavWindow {
     WebGridView& web_;
 };
 
-/// A window with all views, which writes every call into `calls`. Declare it before the scheme.
+/// A window with all views, which records every call in `calls`. Declare it before the scheme.
 struct Screen {
     Calls calls;
     FakeTree tree{calls};
@@ -304,6 +304,6 @@ struct Screen {
         navs.SetTreeview(window);
         calls.clear();
     }
-    /// The calls since the last time.
+    /// The calls since this was last asked.
     [[nodiscard]] Calls taken() { return std::exchange(calls, {}); }
 };

@@ -91,7 +91,7 @@ std::chrono::nanoseconds timeFor(const std::vector<std::int32_t>& numbers) {
 
 // A file with such IDs froze the program: multiplied by the odd factor of a well-known hash, all of them are small
 // and so fell into one cell.
-TEST(KeyIndex, TakesNoLongerForNumbersThatWereChosenToMeet) {
+TEST(KeyIndex, TakesNoLongerForNumbersThatWereChosenToCollide) {
     constexpr int count = 500'000;
     constexpr std::uint32_t inverseOfTheFactor = 0x0E8B2F51;
     static_assert(inverseOfTheFactor * 0x9E3779B1U == 1);
@@ -101,7 +101,7 @@ TEST(KeyIndex, TakesNoLongerForNumbersThatWereChosenToMeet) {
         chosen.push_back(static_cast<std::int32_t>(small * inverseOfTheFactor));
         any.push_back(static_cast<std::int32_t>(random() | 0x40000000U));
     }
-    // The shortest of several, in turn: other programs take their time, too.
+    // The shortest of several runs, in turn, because other programs use the processor, too.
     auto forChosen = std::chrono::nanoseconds::max();
     auto forAny = std::chrono::nanoseconds::max();
     for (int round = 0; round < 5; ++round) {

@@ -16,7 +16,7 @@ struct Reading {
     std::optional<std::int32_t> number;
 };
 
-// Named in a failure, where blanks and empty texts matter.
+// A failure quotes the text, because blanks and empty texts matter.
 void expectReadings(std::optional<std::int32_t> read(std::string_view), const std::vector<Reading>& readings) {
     for (const auto& [text, number] : readings) EXPECT_EQ(read(text), number) << "of '" << text << "'";
 }
@@ -109,7 +109,7 @@ TEST(ReadInteger, RefusesEverythingElse) {
     EXPECT_EQ(readInteger("7\0"sv), none);
 }
 
-TEST(ReadKey, ReadsANumberWrittenInTheOneWay) {
+TEST(ReadKey, ReadsANumberInItsOneSpelling) {
     expectReadings(readKey, {{"0", 0},
                              {"7", 7},
                              {"10", 10},

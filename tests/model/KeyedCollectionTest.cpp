@@ -232,7 +232,7 @@ TEST(KeyedCollection, ReservingAddsNothing) {
     EXPECT_EQ(collection.Item(4), nullptr);
 }
 
-TEST(KeyedCollection, RemovingEachRecordInALoopSkipsNobody) {
+TEST(KeyedCollection, RemovingEachRecordInALoopSkipsNone) {
     auto collection = collectionOf({1, 2, 3, 4, 5});
     IDs met;
     for (const auto& found : collection) {
@@ -244,7 +244,7 @@ TEST(KeyedCollection, RemovingEachRecordInALoopSkipsNobody) {
     EXPECT_EQ(collection.Count(), 0);
 }
 
-TEST(KeyedCollection, RemovingEverySecondRecordInALoopSkipsNobody) {
+TEST(KeyedCollection, RemovingEverySecondRecordInALoopSkipsNone) {
     auto collection = collectionOf({1, 2, 3, 4, 5, 6});
     IDs met;
     for (const auto& found : collection) {
@@ -256,7 +256,7 @@ TEST(KeyedCollection, RemovingEverySecondRecordInALoopSkipsNobody) {
     EXPECT_EQ(idsIn(collection), (IDs{1, 3, 5}));
 }
 
-TEST(KeyedCollection, RecordsRemovedAheadInALoopAreNotMet) {
+TEST(KeyedCollection, RecordsRemovedAheadInALoopAreNotVisited) {
     auto collection = collectionOf({1, 2, 3, 4});
     IDs met;
     for (const auto& found : collection) {
@@ -268,7 +268,7 @@ TEST(KeyedCollection, RecordsRemovedAheadInALoopAreNotMet) {
     EXPECT_EQ(met, (IDs{1, 3, 4}));
 }
 
-TEST(KeyedCollection, RecordsAddedInALoopAreMetOnce) {
+TEST(KeyedCollection, RecordsAddedInALoopAreVisitedOnce) {
     auto collection = collectionOf({1, 2});
     IDs met;
     for (const auto& found : collection) {

@@ -12,7 +12,7 @@
 
 #include "RefusedCalls.h"
 
-// The process ends at a random moment of a save: the file is then the old one or the new one, whole. Linux only.
+// The process is killed during a save: the file is then the whole old one or the whole new one. Linux only.
 
 namespace {
 
@@ -20,7 +20,7 @@ using Clock = std::chrono::steady_clock;
 
 enum class Names { later, atOnce };
 
-// Whether files can be written there before they have a name.
+// Whether a file in this folder can be written before it has a name.
 bool hasUnnamedFiles(const std::filesystem::path& folder) {
     const int file = open(folder.c_str(), O_TMPFILE | O_WRONLY, 0600);
     if (file >= 0) close(file);
@@ -33,7 +33,7 @@ int statusOf(pid_t process) {
     return status;
 }
 
-// What becomes of the process of a save, which waits when it begins. @return its status
+// What to do with the process of a save, which stops itself before the save. `watch` returns its final status.
 struct Watch {
     bool traces;
     std::function<int(pid_t)> watch;
@@ -44,7 +44,7 @@ const Watch toItsEnd{false, [](pid_t process) {
                          return statusOf(process);
                      }};
 
-// All kills are of the process and of those that it has started and not set apart.
+// Every kill hits the whole process group: also the processes that the save has started, unless they left the group.
 Watch killedAfter(Clock::duration life) {
     return {false, [life](pid_t process) {
                 kill(process, SIGCONT);
@@ -54,8 +54,8 @@ Watch killedAfter(Clock::duration life) {
             }};
 }
 
-// Goes on to the next step; before and after a call of the system are two.
-// @return the status then
+// Lets the process go on to its next step; the beginning and the end of a system call are one step each.
+// @return its status there
 int step(pid_t process, int status) {
     const int signal = WIFSTOPPED(status) && (WSTOPSIG(status) & 0x7f) != SIGTRAP ? WSTOPSIG(status) : 0;
     ptrace(PTRACE_SYSCALL, process, nullptr, static_cast<std::uintptr_t>(signal == SIGSTOP ? 0 : signal));
@@ -74,7 +74,7 @@ Watch killedAtStep(int last) {
             }};
 }
 
-// The steps are those of the process that the save starts.
+// Counts the steps of the process that the save starts.
 Watch killedAtStepOfItsProcess(int last) {
     return {true, [last](pid_t process) {
                 ptrace(PTRACE_SETOPTIONS, process, nullptr, PTRACE_O_TRACEVFORK | PTRACE_O_TRACEFORK);
@@ -103,7 +103,7 @@ bool canTrace() {
 }
 
 // Saves in a process of its own, watched from the beginning of the save.
-// @return whether it came to its end
+// @return whether the save finished
 bool saveInAProcess(const clsWebSchemes& scheme, const std::filesystem::path& file, Names names, const Watch& watch) {
     int alive[2];
     EXPECT_EQ(pipe(alive), 0);
@@ -118,16 +118,16 @@ bool saveInAProcess(const clsWebSchemes& scheme, const std::filesystem::path& fi
     close(alive[1]);
     int status = 0;
     waitpid(child, &status, WUNTRACED);
-    EXPECT_TRUE(WIFSTOPPED(status)) << "no save has begun";
+    EXPECT_TRUE(WIFSTOPPED(status)) << "the save has not begun";
     if (WIFSTOPPED(status)) status = watch.watch(child);
     char none = 0;
-    EXPECT_EQ(read(alive[0], &none, 1), 0) << "waits for a process that the save has left to its end";
+    EXPECT_EQ(read(alive[0], &none, 1), 0) << "waits until no process of the save is left";
     close(alive[0]);
     EXPECT_TRUE(WIFSIGNALED(status) || status == 0) << "a save that nobody stopped has failed";
     return !WIFSIGNALED(status);
 }
 
-// A folder with a saved file and with files of others, in which saves are stopped.
+// A folder with a saved file and files of other programs, in which saves are killed.
 class Killed {
   public:
     Killed(Names names, int records, const std::filesystem::path& place = placeForFolders())
@@ -144,14 +144,14 @@ class Killed {
     }
 
     // Saves the other version.
-    // @return whether that came to its end
+    // @return whether the save finished
     bool save(const Watch& watch) {
         const int next = 1 - current_;
         const bool ended = saveInAProcess(versions_[next], file_, names_, watch);
         const auto now = bytesOf(file_);
         isNew = now == bytes_[next];
         EXPECT_TRUE(isNew || now == bytes_[current_]) << "neither old nor new, but " << now.size() << " bytes";
-        EXPECT_TRUE(isNew || !ended) << "a save that came to its end has changed nothing";
+        EXPECT_TRUE(isNew || !ended) << "a finished save has changed nothing";
         if (isNew) current_ = next;
         ++(isNew ? replaced : kept);
         killed += ended ? 0 : 1;
@@ -162,7 +162,7 @@ class Killed {
     [[nodiscard]] const std::filesystem::path& folder() const { return folder_.path(); }
 
     Clock::duration wholeSave{};
-    bool isNew = false;  // what the last save has left
+    bool isNew = false;  // whether the last save left the new version
     int killed = 0;
     int replaced = 0;
     int kept = 0;
@@ -170,7 +170,7 @@ class Killed {
     int leftInPieces = 0;
 
   private:
-    // Removes it, so that the folder stays small.
+    // Also removes it, so that the folder stays small.
     void lookAtWhatIsLeft(std::size_t most) {
         auto left = folder_.names();
         for (const auto& name : others) {
@@ -178,7 +178,7 @@ class Killed {
             EXPECT_EQ(bytesOf(folder_ / name), "not ours");
         }
         EXPECT_EQ(std::erase(left, "XST2.txt"), 1U);
-        EXPECT_LE(left.size(), most) << "of one save";
+        EXPECT_LE(left.size(), most) << "left by one save";
         for (const auto& name : left) {
             const auto now = bytesOf(folder_ / name);
             ++(now == bytes_[0] || now == bytes_[1] ? leftWhole : leftInPieces);
@@ -187,7 +187,7 @@ class Killed {
     }
 
     const Names names_;
-    // Names as those of files that are being made.
+    // Names like those of unfinished files.
     const Rows others = {".XST2.txt", "XST2.txt.AbCdEf", "XST2.txt.tmp", "XST2.txt~"};
     TempFolder folder_;
     const std::filesystem::path file_ = folder_ / "XST2.txt";
@@ -202,10 +202,10 @@ constexpr int kills = 30;
 constexpr int kills = 100;  // AtEachStep kills at every step once
 #endif
 
-// So many records are handed to the system in several pieces.
+// This many records reach the operating system in several pieces.
 constexpr int severalPieces = 5'000;
 
-// Kills so many saves, each at a random moment.
+// Kills this many saves, each at a random moment.
 void killAtRandom(Killed& saves, int wanted) {
     auto whole = saves.wholeSave;
     std::mt19937 random(1);
@@ -225,7 +225,7 @@ void killAtRandom(Killed& saves, int wanted) {
     std::cout << saves.killed << " kills have left " << saves.leftWhole + saves.leftInPieces << " more files\n";
 }
 
-// Kills a save at its first step, one at its second and so on, until one comes to its end.
+// Kills a save at its first step, one at its second and so on, until one finishes.
 void killAtEachStep(Killed& saves, Watch (*killedAt)(int)) {
     for (int step = 0; !saves.save(killedAt(step)); ++step)
         if (testing::Test::HasFailure()) break;
@@ -281,16 +281,16 @@ TEST(KilledSave, WhileTheOldFileIsReplacedLeavesTheOldFileOrTheNewOne) {
     }
 }
 
-// Each save looks for itself that it has left one more file at most.
+// After each save, Killed checks that at most one more file is left.
 TEST(KilledSave, AtAnyTimeWhereFilesAlwaysHaveNames) {
-    if (!canRefuse()) GTEST_SKIP() << "the system refuses no single calls";
+    if (!canRefuse()) GTEST_SKIP() << "the operating system cannot refuse single calls";
     Killed saves(Names::atOnce, severalPieces);
     killAtRandom(saves, kills);
     EXPECT_GT(saves.leftInPieces, 0) << "files had no names while they were written";
 }
 
 TEST(KilledSave, AtEachStepWhereFilesAlwaysHaveNames) {
-    if (!canRefuse() || !canTrace()) GTEST_SKIP() << "the system refuses no single calls, or nobody may trace";
+    if (!canRefuse() || !canTrace()) GTEST_SKIP() << "refusing calls or tracing processes is not possible here";
     for (const auto& place : places()) {
         Killed saves(Names::atOnce, 10, place);
         killAtEachStep(saves, killedAtStep);

@@ -68,7 +68,7 @@ bool startsHugePage(const void* place) {
     return reinterpret_cast<std::uintptr_t>(place) % (2 * mebibyte) == 0;
 }
 
-// What the system knows of the memory at a place: "hg" stands for huge pages that were asked for.
+// The operating system's flags for the memory at a place: "hg" means that huge pages were requested.
 std::string flagsAt(const void* place) {
     const auto wanted = reinterpret_cast<std::uintptr_t>(place);
     std::ifstream maps("/proc/self/smaps");
@@ -98,7 +98,7 @@ std::size_t pagesInUse() {
 }  // namespace
 
 TEST(LargeArray, AsksForHugePagesFromOneMebibyteOn) {
-    if (!systemHasHugePages()) GTEST_SKIP() << "the system has none";
+    if (!systemHasHugePages()) GTEST_SKIP() << "the operating system has no huge pages";
     for (const auto size : {mebibyte, 2 * mebibyte, 3 * mebibyte + 1}) {
         const auto bytes = makeLargeBytes(size);
         EXPECT_TRUE(startsHugePage(bytes.get())) << size;
@@ -120,7 +120,7 @@ TEST(LargeArray, GivesBackAllThatItTook) {
 }
 
 TEST(LargeArray, HoldsWhatBelongsToALargeScheme) {
-    if (!systemHasHugePages()) GTEST_SKIP() << "the system has none";
+    if (!systemHasHugePages()) GTEST_SKIP() << "the operating system has no huge pages";
     constexpr int count = 200'000;
     std::string lines;
     for (int id = 1; id <= count; ++id) lines += std::to_string(id) + ",a node,F," + std::to_string(id / 10) + "\r\n";

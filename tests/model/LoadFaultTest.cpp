@@ -19,7 +19,7 @@ struct LoadFault : testing::Test {
     Deadline deadline;
     TempFolder folder;
 
-    // Neither scheme keeps anything, old or new, and nothing is said.
+    // Neither scheme keeps anything, old or new, and no message comes.
     static void expectNoMemoryFor(const std::filesystem::path& file, std::size_t memory) {
 #ifdef WIZARD_SANITIZED
         GTEST_SKIP() << "the sanitizer takes memory by its own rules";
@@ -61,7 +61,7 @@ TEST_F(LoadFault, AMissingFile) {
     expectEmpty(folder / "missing.txt");
     expectEmpty(folder / "missing" / "XST1.txt");
     expectEmpty("");
-    EXPECT_EQ(folder.names(), Rows()) << "none is made";
+    EXPECT_EQ(folder.names(), Rows()) << "no file is made";
 }
 
 TEST_F(LoadFault, AFolder) {
@@ -96,7 +96,7 @@ TEST_F(LoadFault, AFileWithoutPermission) {
     expectEmpty(folder / "secret.txt");
 }
 
-// Files that the system makes up say that they have no bytes.
+// Files that the operating system makes up claim to have no bytes.
 TEST_F(LoadFault, AFileThatIsLongerThanItSays) {
     char before[16] = {};
     ASSERT_EQ(prctl(PR_GET_NAME, before), 0);
@@ -116,7 +116,7 @@ TEST_F(LoadFault, AFileMuchLongerThanItSays) {
     EXPECT_TRUE(std::string_view(content.bytes.get(), content.size) == expected) << expected.size();
 }
 
-// And some that they will have more than they do, as one that shrinks while it is read.
+// Others claim to be longer than they are, like a file that shrinks while it is read.
 TEST_F(LoadFault, AFileThatIsShorterThanItSays) {
     const std::filesystem::path file = "/sys/kernel/mm/transparent_hugepage/enabled";
     std::error_code error;
@@ -126,11 +126,11 @@ TEST_F(LoadFault, AFileThatIsShorterThanItSays) {
     expectEmpty(file);
 }
 
-// Another program writes, cuts, removes and replaces the file meanwhile: what is read is its beginning, or nothing.
+// Meanwhile another thread shortens, removes and replaces the file: what is read is its beginning, or nothing.
 TEST_F(LoadFault, AFileThatShrinksAndVanishesWhileItIsRead) {
     constexpr int records = 30'000;
     constexpr int attempts = 400;
-    constexpr int most = 20'000;  // on a busy machine the other may hardly get its turn
+    constexpr int most = 20'000;  // on a busy machine the other thread may hardly get a turn
     constexpr std::string_view lineEnd = ",node,F,0\r\n";
     std::string whole;
     for (int id = 1; id <= records; ++id) whole += std::to_string(id) + std::string(lineEnd);
@@ -147,7 +147,7 @@ TEST_F(LoadFault, AFileThatShrinksAndVanishesWhileItIsRead) {
                     writeBytes(folder / "next.txt", whole);
                     std::filesystem::rename(folder / "next.txt", file, ignored);
             }
-            // Longer while it is whole.
+            // Waits longer while the file is whole.
             std::this_thread::sleep_for(std::chrono::microseconds(round % 4 == 3 ? 3000 : round * 37 % 1000));
         }
     });
@@ -167,7 +167,7 @@ TEST_F(LoadFault, AFileThatShrinksAndVanishesWhileItIsRead) {
         }
     }
     EXPECT_GT(complete, 0);
-    EXPECT_LT(complete, attempt) << "never met";
+    EXPECT_LT(complete, attempt) << "every attempt has read the whole file";
 }
 
 TEST_F(LoadFault, AFileLargerThanTheMemory) {
@@ -176,14 +176,14 @@ TEST_F(LoadFault, AFileLargerThanTheMemory) {
     expectNoMemoryFor(file, std::size_t{100} << 20);
 }
 
-// The file itself has room in the memory.
+// There is enough memory for the file itself.
 TEST_F(LoadFault, RecordsLargerThanTheMemory) {
     std::string lines;
     for (int id = 1; id <= 300'000; ++id) lines += std::to_string(id) + "\n";
     expectNoMemoryFor(writeBytes(folder / "many.txt", lines), std::size_t{8} << 20);
 }
 
-// The records have room, but not what the screen makes of them.
+// There is enough memory for the records, but not for what the screen makes of them.
 TEST_F(LoadFault, RecordsThatTheScreenHasNoMemoryFor) {
     Screen screen;
     clsNavSchemes navs;
@@ -207,7 +207,7 @@ TEST_F(LoadFault, RecordsThatTheScreenHasNoMemoryFor) {
     EXPECT_EQ(screen.taken().back(), "paragraphs");
 }
 
-// Almost all of it is a hole in a text, which takes no place on the disk.
+// Almost all of it is a hole in a text, which takes no space on the disk.
 TEST_F(LoadFault, AFileOfTwoGigabytes) {
     constexpr auto size = std::uintmax_t{2} << 30;
     const std::string begin = "1,a,F,0\r\n3,";

@@ -41,7 +41,7 @@ TEST(NavScheme, ItemFindsByIDWhetherTextOrNumber) {
     EXPECT_EQ(navs.Item("7")->ID, 7);
     EXPECT_EQ(navs.Item(3)->ID, 3) << "not the node at the third place, nor an index into them";
     EXPECT_EQ(navs.Item("-4")->ID, -4);
-    EXPECT_EQ(navs.Item(1), nullptr) << "no position";
+    EXPECT_EQ(navs.Item(1), nullptr) << "an ID, not a position";
     EXPECT_EQ(navs.Item(99), nullptr);
     EXPECT_EQ(navs.Item("99"), nullptr);
     EXPECT_EQ(navs.Item(""), nullptr);
@@ -85,7 +85,7 @@ TEST(NavScheme, EnumeratesInTheOrderOfAdding) {
     EXPECT_EQ(idsOf(navs), "5 1 -2 4 300");
 }
 
-TEST(NavScheme, RemovingInALoopSkipsNobody) {
+TEST(NavScheme, RemovingInALoopSkipsNone) {
     clsNavSchemes navs;
     addNodes(navs, {{4, 0}, {3, 4}, {2, 4}, {1, 4}});
     std::string met;
@@ -136,7 +136,7 @@ TEST(NavScheme, MaxIDIsTheLargestNumberAsText) {
     addNodes(navs, {{1, 0}, {12, 1}, {3, 1}});
     EXPECT_EQ(navs.MaxID(), "12");
     navs.Add(makeNode(9, 1));
-    EXPECT_EQ(navs.MaxID(), "12") << "not by text";
+    EXPECT_EQ(navs.MaxID(), "12") << "compared as numbers, not as texts";
     navs.Add(makeNode(2147483647, 1));
     EXPECT_EQ(navs.MaxID(), "2147483647");
 }
@@ -204,7 +204,7 @@ TEST(NavScheme, IsFTypeComparesTheChildsTypeExactly) {
     EXPECT_FALSE(navs.IsFType(*navs.Item(1)));
 }
 
-TEST(NavScheme, LoadWebAnswersFalseAlsoWhenItLoaded) {
+TEST(NavScheme, LoadWebReturnsFalseEvenIfItHasLoaded) {
     const TempFolder folder;
     clsNavSchemes navs;
     addParagraphs(navs.oWebs, {{9, 1}});

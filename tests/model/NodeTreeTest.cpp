@@ -30,11 +30,11 @@ void addTwin(clsNavSchemes& navs, std::int32_t key, std::int32_t id, std::int32_
 
 }  // namespace
 
-TEST(TreeWalk, OfNoNodesVisitsNobody) {
+TEST(TreeWalk, OfNoNodesVisitsNothing) {
     EXPECT_EQ(walkOf({}), "");
 }
 
-TEST(TreeWalk, WithoutARootVisitsNobody) {
+TEST(TreeWalk, WithoutARootVisitsNothing) {
     EXPECT_EQ(walkOf({{1, 2}, {2, 1}, {3, 3}, {4, -1}}), "");
 }
 
@@ -83,7 +83,7 @@ TEST(TreeWalk, EntersTwinsOnceEachAndTheirChildrenOnce) {
     EXPECT_EQ(walkOf(navs), "1 .5 ..6 .5");
 }
 
-TEST(TreeWalk, LeavesOutWhatIsBelowANodeThatSaysSo) {
+TEST(TreeWalk, LeavesOutWhatIsBelowANodeIfAskedTo) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}, {2, 1}, {3, 2}, {4, 3}, {5, 1}, {6, 5}});
     std::string walk;
@@ -125,7 +125,7 @@ TEST(NodeTree, IsAsTheNodesWereWhenItWasMade) {
     EXPECT_EQ(walk, "0 .1 ..2 ");
 }
 
-// --- what rests on the walk, where the nodes form no tree ---
+// --- what relies on the walk, with nodes that form no tree ---
 
 TEST(OddTrees, AreSavedWithEachNodeOnce) {
     clsNavSchemes navs;

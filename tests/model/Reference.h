@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-// What the schemes must do, once more, in the most direct way and without a thought for speed: the other side
-// of the property tests and of the fuzz targets. Uses nothing of the model.
+// What the schemes must do, written again in the most direct way and without regard for speed. The property tests and
+// the fuzz targets compare the schemes with it. Uses nothing of the model.
 namespace reference {
 
 inline std::string withoutBlanksAround(std::string text) {
@@ -35,7 +35,7 @@ inline std::optional<std::int32_t> integer(std::string text) {
     while (fraction.ends_with('0')) fraction.pop_back();
     if (whole.size() > 10) return {};
     auto value = whole.empty() ? 0LL : std::stoll(whole);
-    if (fraction > "5" || (fraction == "5" && value % 2 == 1)) ++value;  // as texts behind a point compare
+    if (fraction > "5" || (fraction == "5" && value % 2 == 1)) ++value;  // as texts, which fits digits after a point
     if (negative) value = -value;
     if (value < -2147483648LL || value > 2147483647LL) return {};
     return static_cast<std::int32_t>(value);

@@ -17,11 +17,11 @@
 
 #include "Faults.h"
 
-// Lets the system refuse single calls, as faulty disks and strange file systems do. Linux only.
+// Makes the operating system refuse single calls, as faulty disks and strange file systems do. Linux only.
 
-/// From here on a call of this number fails with `error` in this process and in those that it starts: always, or only
-/// where its third argument has one of `flags`.
-/// @return whether the system can refuse calls
+/// From now on, the system call of this number fails with `error` in this process and in those that it starts:
+/// always, or only if its third argument has one of `flags`.
+/// @return whether the operating system can refuse calls
 inline bool refuseCall(long number, int error, std::uint32_t flags = 0) {
     const auto call = static_cast<std::uint32_t>(number);
     const auto answer = SECCOMP_RET_ERRNO | static_cast<std::uint32_t>(error);
@@ -43,7 +43,7 @@ inline bool refuseUnnamedFiles() {
     return refuseCall(SYS_openat, EOPNOTSUPP, O_TMPFILE & ~O_DIRECTORY);
 }
 
-/// The calls for which this stands, on every machine.
+/// The system calls of each kind; which of them exist depends on the machine.
 constexpr std::initializer_list<long> renames = {
 #ifdef SYS_rename
     SYS_rename,
@@ -62,8 +62,8 @@ constexpr std::initializer_list<long> newProcesses = {
 
 constexpr int cannotRefuse = 76;
 
-/// Runs `check` in a process of its own to which the system refuses these calls.
-/// @return what it answers, `cannotRefuse` where the system does not do that, -1 if it crashes
+/// Runs `check` in a process of its own for which the operating system refuses these calls.
+/// @return what it answers, `cannotRefuse` if the operating system cannot do that, -1 if it crashes
 inline int withoutCalls(const std::vector<long>& calls, int error, const std::function<int()>& check) {
     const auto child = fork();
     if (child == 0) {

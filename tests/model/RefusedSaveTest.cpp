@@ -3,7 +3,7 @@
 
 #include "RefusedCalls.h"
 
-// The system refuses one of the last steps of a save. Linux only.
+// The operating system refuses one of the last steps of a save. Linux only.
 
 namespace {
 
@@ -28,31 +28,31 @@ constexpr auto meaning = "1: kept, 2: lost the old file, 3: left something behin
 
 }  // namespace
 
-TEST(RefusedSave, NothingRefusedSaves) {
+TEST(RefusedSave, SavesIfNothingIsRefused) {
     EXPECT_EQ(save(), savedAlone) << meaning;
-    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left";
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "a process is left behind";
 }
 
-// The bytes may not be there when the power fails.
-TEST(RefusedSave, TheDiskDoesNotTakeTheBytesKeepsTheOldFile) {
+// The bytes might be lost when the power fails.
+TEST(RefusedSave, KeepsTheOldFileIfTheDiskDoesNotTakeTheBytes) {
     for (const int error : {EIO, ENOSPC, EDQUOT, ESTALE, ETIMEDOUT}) {
         const auto answer = withoutCalls({SYS_fsync, SYS_fdatasync}, error, save);
-        if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+        if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
         EXPECT_EQ(answer, keptAlone) << meaning << "; error " << error;
     }
 }
 
-TEST(RefusedSave, NobodyCanTellWhetherTheDiskHasTheBytesSaves) {
+TEST(RefusedSave, SavesIfTheDiskCannotBeAskedForTheBytes) {
     for (const int error : {EINVAL, EROFS, ENOSYS, EOPNOTSUPP}) {
         const auto answer = withoutCalls({SYS_fsync, SYS_fdatasync}, error, save);
-        if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+        if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
         EXPECT_EQ(answer, savedAlone) << meaning << "; error " << error;
     }
 }
 
 namespace {
 
-// Saves over an old file where every file that is closed reports an error.
+// Saves over an old file while closing any file reports an error.
 int saveWithFailingClose() {
     const TempFolder folder;
     const auto file = writeBytes(folder / "XST.txt", "old");
@@ -68,57 +68,57 @@ int saveWithFailingClose() {
 
 }  // namespace
 
-// Where the disk cannot be asked, closing the file is what tells.
-TEST(RefusedSave, AFailedCloseAfterNobodyCouldTellKeepsTheOldFile) {
+// If the disk cannot be asked, only closing the file tells whether the bytes are there.
+TEST(RefusedSave, KeepsTheOldFileIfTheDiskCannotBeAskedAndClosingFails) {
     const auto answer = withoutCalls({SYS_fsync, SYS_fdatasync}, EINVAL, saveWithFailingClose);
-    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
     EXPECT_EQ(answer, keptAlone) << meaning;
 }
 
-TEST(RefusedSave, AFailedCloseAfterTheDiskTookTheBytesSaves) {
+TEST(RefusedSave, SavesIfClosingFailsAfterTheDiskTookTheBytes) {
     const auto answer = withoutCalls({}, 0, saveWithFailingClose);
-    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
     EXPECT_EQ(answer, savedAlone) << meaning;
 }
 
-TEST(RefusedSave, NoMoreProcessesSaves) {
+TEST(RefusedSave, SavesIfNoMoreProcessesCanBeStarted) {
     const auto answer = withoutCalls(newProcesses, EAGAIN, save);
-    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
     EXPECT_EQ(answer, savedAlone) << meaning;
 }
 
-TEST(RefusedSave, NoNameForTheNewFileKeepsTheOldOne) {
+TEST(RefusedSave, KeepsTheOldFileIfTheNewOneGetsNoName) {
     const auto answer = withoutCalls({SYS_linkat}, EPERM, save);
-    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
     EXPECT_EQ(answer, keptAlone) << meaning;
 }
 
-TEST(RefusedSave, NoReplacementKeepsTheOldFile) {
+TEST(RefusedSave, KeepsTheOldFileIfItCannotBeReplaced) {
     const auto answer = withoutCalls(renames, EACCES, save);
-    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
     EXPECT_EQ(answer, keptAlone) << meaning;
 }
 
-TEST(RefusedSave, NoReplacementByAFileWithANameKeepsTheOldFile) {
+TEST(RefusedSave, KeepsTheOldFileIfAFileWithANameCannotReplaceIt) {
     const auto answer = withoutCalls(renames, EACCES, []() -> int {
         if (!refuseUnnamedFiles()) return cannotRefuse;
         return save();
     });
-    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
     EXPECT_EQ(answer, keptAlone) << meaning;
 }
 
-// A folder to which files may be added, but in which none may be replaced or removed.
-TEST(RefusedSave, NeitherReplacementNorRemovalSaysSo) {
+// A folder in which files may be created, but not replaced or removed.
+TEST(RefusedSave, SaysSoIfNothingCanBeReplacedOrRemoved) {
     std::vector<long> calls = renames;
     calls.insert(calls.end(), removals.begin(), removals.end());
     const auto answer = withoutCalls(calls, EACCES, save);
-    if (answer == cannotRefuse) GTEST_SKIP() << "the system refuses no single calls";
+    if (answer == cannotRefuse) GTEST_SKIP() << "the operating system cannot refuse single calls";
     EXPECT_EQ(answer, left) << meaning;
 }
 
-// Some programs start others like this.
-TEST(RefusedSave, EndsOfProcessesAreNotToldSaves) {
+// Some programs ignore this signal and start others, which then ignore it, too.
+TEST(RefusedSave, SavesIfEndsOfProcessesAreNotReported) {
     const auto before = std::signal(SIGCHLD, SIG_IGN);
     const auto answer = save();
     std::signal(SIGCHLD, before);

@@ -10,7 +10,7 @@ std::string workFieldsOf(const clsNavSchemes& navs) {
     return fields;
 }
 
-// Makes a node as a renumbering leaves it on its way: with its former ID in `tID`.
+// Makes a node as it is in the middle of a renumbering: with its former ID in `tID`.
 std::shared_ptr<clsNavScheme> makeRenumbered(std::int32_t id, std::int32_t formerID) {
     auto node = makeNode(id, 0);
     node->tID = formerID;
@@ -126,7 +126,7 @@ TEST(Renumber, UnreachableNodesTakeTheirWorkFields) {
     EXPECT_EQ(linksOf(navs), "0<0 1<0 0<0 0<0 0<0 0<0 2<1");
 }
 
-// It has the parent 0 like the root, and comes first.
+// It gets the parent 0, like the root, and comes first.
 TEST(Renumber, AnUnreachableNodeBeforeTheRootTakesItsPlace) {
     Screen screen;
     clsNavSchemes navs;
@@ -242,7 +242,7 @@ TEST(FileAnew, KeepsNodesThatShareANumber) {
     EXPECT_EQ(linksOf(navs), "1<0 0<0 0<0");
 }
 
-// "second" is drawn, since what is above "first" is not.
+// The tree shows "second", but not "first", whose parent is missing.
 TEST(FileAnew, OfNodesThatShareANumberTheOneInTheTreeIsFound) {
     clsNavSchemes navs;
     navs.Add(makeNode(1, 0));

@@ -40,7 +40,7 @@ class SizeLimit {
 
 constexpr int cannotMount = 77;
 
-// Runs `check` in a process of its own, which alone sees a small file system at `folder`.
+// Runs `check` in a process of its own. Only that process sees a small file system at `folder`.
 // @return what it answers, `cannotMount` where mounting is not allowed
 int onSmallDisk(const std::filesystem::path& folder, const char* limit, const std::function<int()>& check) {
     const auto child = fork();
@@ -187,7 +187,7 @@ TYPED_TEST(SaveFault, WhereLargeFilesMayNotGrow) {
     for (const std::size_t mib : {3U, 4U, 9U}) this->expectFailureBelowItsSize(mib * 1024 * 1024);
 }
 
-// Without more ado the operating system ends a program whose file outgrows the limit.
+// By default, the operating system ends a program whose file outgrows the limit.
 TYPED_TEST(SaveFault, BeyondTheSizeLimitIsNotTheEndOfTheProgram) {
     writeBytes(this->file_, this->old_);
     const auto child = fork();
@@ -230,7 +230,7 @@ TYPED_TEST(SaveFault, KeepsGroupAndModeOfTheFile) {
     }
 }
 
-// A user can only give a file to groups that he belongs to.
+// Ordinary users can only give a file to groups that they belong to.
 TYPED_TEST(SaveFault, SavesWhereTheGroupCannotBeKept) {
     if (geteuid() != 0) GTEST_SKIP() << "no way to make a file of another group";
     TypeParam scheme;
@@ -255,7 +255,7 @@ TYPED_TEST(SaveFault, OntoAFullDisk) {
             TypeParam scheme;
             fill(scheme, size * kib);
             const auto whole = savedBytes(scheme).size();
-            // The most pages that do not hold the whole.
+            // The largest room, in whole pages, that is too small for the whole.
             const auto left = std::min<std::size_t>((whole - 1) / page * page, room);
             writeBytes(filler, std::string(room - left, 'f'));
             if (scheme.SaveData(this->file_)) return 1;
@@ -324,7 +324,7 @@ TYPED_TEST(SaveFault, UnderAPathThatIsTooLong) {
     EXPECT_EQ(this->folder_.names(), Rows());
 }
 
-// Where the new file could not get its longer name for a moment, the first save would succeed and no other.
+// Replacing a file takes a longer name for a moment. If only that name is too long, the first save must fail, too.
 TYPED_TEST(SaveFault, UnderALongNameSavesAlwaysOrNever) {
     TypeParam scheme;
     fill(scheme, 1000);
@@ -341,7 +341,7 @@ TYPED_TEST(SaveFault, UnderALongNameSavesAlwaysOrNever) {
     }
 }
 
-// The name that counts is that of the file itself.
+// The name that counts is that of the file that the link leads to.
 TYPED_TEST(SaveFault, ThroughALinkToALongName) {
     TypeParam scheme;
     fill(scheme, 1000);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "Helpers.h"
 
-// When the schemes show what, and what they make of clicks and keys.
+// When the schemes show something, and how they respond to clicks and keys.
 
 namespace {
 
@@ -297,7 +297,7 @@ TEST_F(WebGrid, DelTreeNodeShowsWhatIsLeftOfTheNumber) {
     navs.oWebs.DelTreeNode("0");
     EXPECT_EQ(screen.taken(), Calls{"paragraphs 11>1"});
     navs.oWebs.DelTreeNode("01");
-    EXPECT_EQ(screen.taken(), Calls{"paragraphs 11>1"}) << "no key, but a number";
+    EXPECT_EQ(screen.taken(), Calls{"paragraphs 11>1"}) << "not a key, but a number";
     navs.oWebs.DelTreeNode("x");
     EXPECT_EQ(screen.taken(), Calls());
 }

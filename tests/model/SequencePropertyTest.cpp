@@ -7,8 +7,9 @@
 
 #include "Helpers.h"
 
-// Random sequences of what a user does between loading and saving, beside the same on plain lists: keys and IDs part
-// at the first renumbering, unreachable nodes and orphans take what their work fields held, deletions look for both.
+// Random sequences of what a user does between loading and saving, compared with the same on plain lists: keys and
+// IDs differ from the first renumbering on, unreachable nodes and orphans take what their work fields held, and
+// deletions use both keys and IDs.
 
 namespace {
 
@@ -89,7 +90,7 @@ struct PlainScheme {
         for (auto& child : nodes)
             if (child.parentIs == node.ID && !child.isNumbered) numberBelow(child, node.tID, last);
     }
-    // A loop ends at a number that is being deleted already.
+    // A loop ends at a number that is already being deleted.
     void deleteNode(int number, std::set<int>& open) {
         if (!open.insert(number).second) return;
         std::vector<int> children;
@@ -102,7 +103,7 @@ struct PlainScheme {
     }
 };
 
-// The keys are those that find the node.
+// Prints the key only of a node that is found by it.
 std::string print(const clsNavSchemes& navs, const std::vector<PlainScheme::Node>& nodes) {
     std::string all;
     std::size_t place = 0;
@@ -123,7 +124,7 @@ std::string print(const clsNavSchemes& navs, const std::vector<PlainScheme::Node
 
 RC_GTEST_PROP(SequenceProperty, CommandsDoWhatTheyDoToPlainLists, ()) {
     enum Command { AddNode, AddParagraph, Renumber, DispOrphans, DelNode, NewScheme };
-    constexpr int largest = 9;  // few numbers, so that they meet
+    constexpr int largest = 9;  // few numbers, so that they collide
     Screen screen;
     clsNavSchemes navs;
     if (*rc::gen::arbitrary<bool>()) screen.show(navs);

@@ -14,7 +14,7 @@ using namespace std::string_view_literals;
 
 namespace {
 
-// Bytes as they lie in a file that was read, with the spare byte behind them.
+// Bytes as in a file that was read, with the spare byte after them.
 struct FileOf {
     explicit FileOf(std::string_view content) : bytes(std::string(content) + '\0'), first(bytes.data()) {}
     FileOf(const FileOf&) = delete;

@@ -39,7 +39,7 @@ TEST(WebScheme, ItemFindsByIDWhetherTextOrNumber) {
 TEST(WebScheme, ItemThrowsWhereThereIsNone) {
     clsWebSchemes webs;
     addParagraphs(webs, {{5, 1}});
-    EXPECT_THROW(static_cast<void>(webs.Item(1)), std::out_of_range) << "no position";
+    EXPECT_THROW(static_cast<void>(webs.Item(1)), std::out_of_range) << "an ID, not a position";
     EXPECT_THROW(static_cast<void>(webs.Item("1")), std::out_of_range);
     EXPECT_THROW(static_cast<void>(webs.Item("05")), std::out_of_range);
     EXPECT_THROW(static_cast<void>(webs.Item("")), std::out_of_range);
@@ -67,7 +67,7 @@ TEST(WebScheme, EnumeratesInTheOrderOfAdding) {
     EXPECT_EQ(idsOf(webs), "30 1 -5 200");
 }
 
-TEST(WebScheme, RemovingInALoopSkipsNobody) {
+TEST(WebScheme, RemovingInALoopSkipsNone) {
     clsWebSchemes webs;
     addParagraphs(webs, {{4, 1}, {3, 1}, {2, 1}, {1, 1}});
     std::string met;

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: MIT
-# shellcheck shell=bash disable=SC2034 # names for who sources it
-# Used by install.sh and tutorial.sh: makes a bare Debian, starts the wizard in it, and presses keys. What is mounted is
-# seen by the programs that are started here only and gone with them, whatever happens.
+# shellcheck shell=bash disable=SC2034 # for the script that sources it
+# Used by install.sh and tutorial.sh: makes a bare Debian, starts the wizard in it, and presses keys. Only the programs
+# that are started here see what is mounted, and it is gone when they end, whatever happens.
 
 say() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
 fail() { say "FAILED: $*" && exit 1; }

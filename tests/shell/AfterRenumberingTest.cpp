@@ -39,8 +39,8 @@ Files drawFiles(std::mt19937& random) {
     return files;
 }
 
-// A user who works on after Re-Number, at once or with the files saved and opened again. What the user does follows
-// from the seed and from what the screen shows.
+// A user who continues to work after Re-Number, at once or with the files saved and opened again. What the user does
+// depends on the seed and on what the screen shows.
 class Worker {
   public:
     Worker(unsigned seed, bool opensAgain) : random_(seed) {
@@ -191,7 +191,7 @@ TEST_P(AfterRenumbering, EverythingIsAsAfterSavingAndOpeningAgain) {
     EXPECT_EQ(seen.size(), expected.size());
 }
 
-// Nodes that cannot be reached share a number then, loops and missing parents included.
+// Unreachable nodes, such as those in loops and those without a parent, then share a number.
 TEST_P(AfterRenumbering, EveryCommandHitsTheNodeThatTheTreeShows) {
     std::mt19937 random(GetParam());
     const auto pick = [&](int count) { return static_cast<int>(random() % static_cast<unsigned>(count)); };

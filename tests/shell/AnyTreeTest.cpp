@@ -3,13 +3,13 @@
 #include "views/NavTree.h"
 #include "views/TreeSnapshot.h"
 
-// Trees of any size and shape go through everything a user does with one, from the file to the saved file. What
-// recursed for each level would overflow the stack here, and what took a million steps squared would never end.
+// Trees of any size and shape go through everything a user does with one, from the file to the saved file. Code that
+// recursed for each level would overflow the stack here, and code that took quadratic time would never finish.
 
 namespace {
 
 #ifdef WIZARD_SANITIZED
-constexpr int most = 20'000;  // all that is checked at each step takes its time
+constexpr int most = 20'000;  // what the sanitizers check at each step takes time
 constexpr int many = 20'000;
 #else
 constexpr int most = 1'000'000;
@@ -63,7 +63,7 @@ class AnyTreeOf : public testing::TestWithParam<Shape> {
         press(wizard.window, key);
         wizard.window.grab();  // paints it
     }
-    // Redraws the tree at this node, and clicks it with the keyboard.
+    // Redraws the tree with this node selected, and clicks it with the keyboard.
     void click(const std::string& key) {
         wizard.navs().mLastN = key;
         wizard.navs().DispInTV();
@@ -142,7 +142,7 @@ TEST_P(AnyTreeOf, GoesThroughEverything) {
         answers.then("fOutput", escape);
         choose(wizard.window, report);
     }
-    // Keys and IDs differ now: another branch may go than the one that is shown.
+    // The node with the largest number in the tree is deleted, with all below it.
     if (left > 1) {
         click("N" + std::to_string(left));
         key(Qt::Key_Delete);
@@ -178,7 +178,8 @@ TEST_P(AnyTreeOf, GoesThroughEverything) {
     EXPECT_EQ(wizard.navs().oWebs.Count(), kept);
 }
 
-// What becomes of numbers that meet: the tree shows the first of them, the file holds all, a renumbering parts them.
+// What becomes of nodes with the same number: the tree shows the first, the file holds all, and renumbering gives
+// each a number of its own.
 TEST(AnyTree, OfTwins) {
     Wizard wizard;
     auto& navs = wizard.navs();
@@ -204,7 +205,7 @@ TEST(AnyTree, OfTwins) {
     wizard.choose("NR");
     EXPECT_EQ(shown(), static_cast<unsigned>(many));
 
-    // Their keys are those that they were added with.
+    // Each has its own key again: the last one can be selected and deleted.
     activate(wizard.window);
     wizard.tree().setFocus();
     for (const auto key : {Qt::Key_Home, Qt::Key_Asterisk, Qt::Key_End}) press(wizard.window, key);

@@ -10,7 +10,7 @@
 
 // What the tests of the editing commands share: the entry forms and the popup menus, used as a user does.
 
-/// Types a text where the keyboard is.
+/// Types a text into the widget with the focus.
 inline void type(QWidget& window, const std::string& ascii) {
     activate(window);
     for (const auto letter : ascii) QTest::keyClick(window.windowHandle(), letter);
@@ -26,7 +26,7 @@ inline void enterUntil(QDialog& form, const std::string& field) {
     ADD_FAILURE() << "Enter does not reach " << field;
 }
 
-/// Moves to a field and types over what stands there.
+/// Moves to a field and types over what is in it.
 inline void enter(QDialog& form, const std::string& field, const std::string& ascii) {
     enterUntil(form, field);
     QTest::keyClick(form.windowHandle(), Qt::Key_A, Qt::ControlModifier);
@@ -56,7 +56,7 @@ inline std::string paragraphIn(const QDialog& form) {
     return valuesOf(form, {"txtID", "txtSeqNo", "txtTitle", "lstType", "txtQuery", "txtParm", "txtForm", "txtCol"});
 }
 
-/// Answers whatever dialogs a command opens, one within the other too, in whatever order they come.
+/// Answers whatever dialogs a command opens, nested ones too, in whatever order they come.
 class Attendant {
   public:
     explicit Attendant(Answers::Answer answer) : answer_(std::move(answer)) { watch(); }

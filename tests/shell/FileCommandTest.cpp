@@ -61,7 +61,7 @@ class AlmostFullDisk {
     }
     AlmostFullDisk(const AlmostFullDisk&) = delete;
 
-    /// To be called, by the system itself, when a file is about to become longer.
+    /// Sets what the operating system calls when a file is about to become longer.
     static void onFull(void (*handler)(int)) { std::signal(SIGXFSZ, handler); }
 
   private:
@@ -185,7 +185,7 @@ TEST_F(FileCommands, SaveReplacesTheOldFile) {
     EXPECT_EQ(folder.names(), Rows({"nodes.txt"}));
 }
 
-// A file that goes between the dialog and the reading is the same as one that cannot be read.
+// A file that disappears between the dialog and the reading is the same as one that cannot be read.
 TEST_F(FileCommands, UnreadableNodesLeaveAnEmptyTreeAndSayNothing) {
     openSamples();
     activate(wizard.window);

@@ -28,7 +28,7 @@ class FileDialogFolder : public testing::TestWithParam<Way> {
 
     [[nodiscard]] bool saves() const { return GetParam().dialog == "GetSaveAsName"; }
 
-    // Asks for a file, with a name that exists in no folder proposed for saving.
+    // Asks for a file. For saving, it proposes a name that exists in no folder.
     std::string ask(Answers::Answer answer) {
         Answers answers;
         answers.then(GetParam().dialog, [&](QDialog& dialog) {
@@ -67,7 +67,7 @@ class FileDialogFolder : public testing::TestWithParam<Way> {
         EXPECT_EQ(button(dialog).text(), text(caption));
         EXPECT_TRUE(button(dialog).isEnabled());
     }
-    // Presses the button, which has this letter.
+    // Presses the button, whose letter is given.
     void pressButton(QDialog& dialog, Qt::Key letter) const {
         if (GetParam().withTheMouse)
             clickOn(&button(dialog));
@@ -107,7 +107,7 @@ TEST_P(FileDialogFolder, ThatIsSelectedIsEntered) {
               (folder / (saves() ? "sub/XST1.txt" : "sub/inner.txt")).string());
 }
 
-// It went to the next button, which was that for cancelling.
+// The keyboard used to go to the next button, which cancels.
 TEST_P(FileDialogFolder, ThatIsEnteredLeavesTheKeyboardWhereAFileCanBeChosen) {
     ask([&](QDialog& dialog) {
         clickInList(dialog, "sub");
@@ -233,7 +233,7 @@ INSTANTIATE_TEST_SUITE_P(Ways, FileDialogFolder,
 
 namespace {
 
-// Presses the button for a new folder and answers its question; nothing may be made of it.
+// Presses the button for a new folder and answers its question; no folder may be made.
 void expectNoNewFolder(const TempFolder& folder, Answers& answers, const Answers::Answer& answer) {
     fMain window;
     window.show();
@@ -263,7 +263,7 @@ TEST(NewFolder, IsNotMadeWhenItIsCancelled) {
     });
 }
 
-// Qt switched the button off with the first change of the folder.
+// Qt disabled the button with the first change of the folder.
 TEST(NewFolder, CanBeMadeInANewFolder) {
     const TempFolder folder;
     std::filesystem::create_directory(folder / "sub");
@@ -291,7 +291,7 @@ TEST(NewFolder, CanBeMadeInANewFolder) {
     EXPECT_TRUE(std::filesystem::is_directory(folder / "sub/one/two"));
 }
 
-// The repeats of the Enter that closed a question saved the file, too.
+// The Enter that closed a question also saved the file when it repeated.
 TEST(NewFolder, AHeldEnterGoesNoFurther) {
     const TempFolder folder;
     fMain window;
@@ -319,7 +319,7 @@ TEST(NewFolder, IsNotMadeWithoutAName) {
     expectNoNewFolder(folder, answers, [](QDialog& question) { press(question, Qt::Key_Return); });
 }
 
-TEST(NewFolder, ThatCannotBeMadeIsSaidSo) {
+TEST(NewFolder, ThatCannotBeMadeIsReported) {
     const TempFolder folder;
     writeBytes(folder / "taken", "1");
     Answers answers;

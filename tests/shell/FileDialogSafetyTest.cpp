@@ -80,7 +80,7 @@ TEST_P(FileDialogSafety, F2RenamesNothing) {
     });
 }
 
-// What would be moved by hand would be dropped onto the folder, which shows at the drop alone.
+// Drags a file onto a folder. Whether that moves the file shows only when the file is dropped.
 TEST_P(FileDialogSafety, ADragMovesNothing) {
     if (QGuiApplication::platformName() != text("xcb")) GTEST_SKIP() << "drags need a screen";
     ask([&](QDialog& dialog) {

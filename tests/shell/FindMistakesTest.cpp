@@ -47,7 +47,7 @@ Rows rowsOfTable(const std::string& table) {
     return rows;
 }
 
-// How often the words after a key say that it is pressed; 1 where they say nothing.
+// How often the words after a key say that it is pressed; 1 if they say nothing.
 int timesSaid(const std::string& after) {
     static const std::map<std::string, int> times = {
         {"twice", 2}, {"three times", 3}, {"four times", 4}, {"five times", 5}, {"six times", 6}};
@@ -107,12 +107,13 @@ class PageReader {
     std::vector<int> findings;  // how many each report had
 
   private:
-    // A key may open a window that keeps it until it is closed, so what looks for the next step is arranged first.
+    // A key press may open a window and not return before it is closed, so the next look is scheduled first.
     void watch() {
         QTimer::singleShot(5, &context_, [this] {
             watch();
             const auto* modal = QApplication::activeModalWidget();
-            // A window that a step has opened keeps it. Otherwise, commands whose window is closed are about to end.
+            // A step does not end while a window that it has opened is open. Otherwise, commands whose window is
+            // closed are about to end.
             const bool hasOpened = busy_ && modal && modal->isVisible() && !before_.contains(modal);
             const bool rests = !busy_ && unfinished_ <= openModals();
             if (next_ != steps_.size() && (rests || hasOpened)) takeNext();
@@ -136,7 +137,7 @@ class PageReader {
         const auto mine = ++next_;
         busy_ = true;
         ++unfinished_;
-        before_ = openWindows();  // the end of one may bring another of them back
+        before_ = openWindows();  // closing one may bring another of them back
         try {
             take(steps_[mine - 1]);
         } catch (const std::exception& error) {

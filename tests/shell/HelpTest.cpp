@@ -6,7 +6,7 @@
 
 namespace {
 
-// Programs are looked for in this folder alone, as long as this lives.
+// While it exists, programs are searched for only in this folder.
 class SearchPath {
   public:
     explicit SearchPath(const std::filesystem::path& folder) : old_(qgetenv("PATH")) {
@@ -121,7 +121,7 @@ TEST_F(Help, DoesNotWaitForTheViewer) {
     writeBytes(go, "");
 }
 
-// xdg-open waits for the viewer where no desktop runs, and ends with an error when that was killed.
+// Where no desktop runs, xdg-open waits for the viewer, and ends with an error if the viewer was killed.
 TEST_F(Help, AViewerThatEndsWithAnErrorAfterAWhileWasThere) {
     writeBytes(helpFile, "help");
     const auto done = folder / "done";

@@ -47,7 +47,7 @@ inline QRect pixels(double left, double top, double width, double height, const 
 // --- files ---
 
 /// A new folder for programs that a test makes and runs, removed with all that is in it. Other temporary folders may
-/// stand where nothing can be run.
+/// be in a place where no program can be run.
 class ProgramsFolder {
   public:
     ProgramsFolder() { EXPECT_TRUE(folder_.isValid()); }
@@ -113,7 +113,7 @@ inline Rows shownRows(const QTreeView& tree) {
     return rows;
 }
 
-/// The columns that the tests look at: one that is new fails only those of the columns.
+/// The columns that the tests look at, so that a new column fails only the tests of the columns.
 inline std::vector<int> columnsOf(const QTableView& grid) {
     const Rows captions = {"ID",    "XST1",      "Seq",  "Description", "Paragraph Title", "Type",   "Parent",
                            "Query", "Parameter", "Icon", "Role",        "Form#",           "Columns"};

@@ -4,11 +4,11 @@
 #include "EditHelpers.h"
 
 // The program reads no clock: nothing in it happens by itself. What a timer would do while nobody touches the program
-// (save, blink, look whether a file has changed) needs one that ticks, or one that is set to.
+// (save, blink, look whether a file has changed) needs one that ticks, or that waits to tick.
 
 namespace {
 
-// Notes who gets a tick of a timer, as long as it lives; but for Qt's cache of pictures, which the tests of one
+// While it exists, notes which objects get a tick of a timer, except Qt's cache of pictures, which the tests of one
 // process share: it ticks half a minute after one of them has painted.
 class Ticks final : public QObject {
   public:
@@ -36,7 +36,7 @@ std::vector<std::string> timersBelow(const QObject& top) {
     return timers;
 }
 
-constexpr int calm = 700;       // milliseconds; the last timer of Qt's own, for the focus on X servers, takes 400
+constexpr int calm = 700;       // milliseconds; the longest timer of Qt's own, for the focus on X servers, takes 400
 constexpr int watched = 1'500;  // milliseconds: longer than a blink, or an impatient look at a file
 
 void expectNoTimer(const Wizard& wizard, const char* when) {

@@ -20,7 +20,7 @@ std::string accessibleName(QWidget& widget) {
     return interface ? interface->text(QAccessible::Name).toStdString() : "no interface";
 }
 
-// The name of the label that belongs to an input; a combo box has no other name here but its text.
+// The name of the label that belongs to an input; here a combo box has no name other than its text.
 std::string accessibleLabel(QWidget& widget) {
     for (const auto& [label, relation] : QAccessible::queryAccessibleInterface(&widget)->relations())
         if (relation == QAccessible::Label) return label->text(QAccessible::Name).toStdString();

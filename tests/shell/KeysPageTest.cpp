@@ -16,7 +16,7 @@ constexpr auto ctrl = Qt::ControlModifier;
 constexpr auto shift = Qt::ShiftModifier;
 constexpr auto alt = Qt::AltModifier;
 
-// The keys of the page, below the headings of its parts. Who adds one to the page adds a test here.
+// The keys of the page, below the headings of its parts. Whoever adds one to the page adds a test here.
 const Rows keysOfThePage = {"[Main window]",
                             "Alt+F, Alt+N, Alt+W",
                             "Tab, Shift+Tab",

@@ -4,15 +4,15 @@
 
 #include "EditHelpers.h"
 
-// Commands on a scheme that the memory has hardly room for: each is done as a whole, or leaves the scheme as it was
-// and says so; the window goes on, and a save works. Linux only.
+// Commands on a scheme for which there is hardly enough memory: each does all of its job, or leaves the scheme as it
+// was and says so; the window goes on working, and a save succeeds. Linux only.
 
 namespace {
 
 constexpr int records = 60'000;
 constexpr std::size_t mebibyte = std::size_t{1} << 20;
 
-// While it exists, the process gets no more than `room` bytes, nor what it has given back before.
+// While it exists, the process gets no more than `room` bytes, not even what it has freed before.
 class LittleMemory {
   public:
     explicit LittleMemory(std::size_t room) {
@@ -147,7 +147,7 @@ class LittleMemoryFor : public testing::TestWithParam<Command> {
 
 }  // namespace
 
-TEST_P(LittleMemoryFor, DoesAllOrNothingAndSavesThen) {
+TEST_P(LittleMemoryFor, DoesAllOrNothingAndThenSaves) {
 #ifdef WIZARD_SANITIZED
     GTEST_SKIP() << "the sanitizer takes memory by its own rules";
 #endif

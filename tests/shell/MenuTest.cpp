@@ -100,7 +100,7 @@ TEST(Menu, NoItemHasAShortcutKey) {
     EXPECT_TRUE(wizard.window.findChildren<QShortcut*>().isEmpty());
 }
 
-// A window with commands has shortcut keys by habit; here there are none, so that nothing runs unasked.
+// Windows with commands usually have shortcut keys; this one has none, so that nothing runs by accident.
 TEST(Menu, UsualShortcutKeysDoNothing) {
     Wizard wizard;
     wizard.openNodes(sample("XST1.txt"));
@@ -152,7 +152,7 @@ TEST(Menu, ArrowKeysReachEveryItem) {
         press(wizard.window, Qt::Key_Down);
     }
     EXPECT_EQ(walked, Rows({"&Introduction", "&Open", "&Help", "E&xit"}));
-    press(wizard.window, Qt::Key_Down);  // around: on Open
+    press(wizard.window, Qt::Key_Down);  // wraps around to Open
     press(wizard.window, Qt::Key_Right);
     ASSERT_TRUE(QTest::qWaitFor([] { return openMenu() && openMenu()->objectName() == text("mnuOpen"); }));
     walked = {activeItem()};

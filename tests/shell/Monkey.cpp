@@ -168,8 +168,8 @@ void Monkey::run() {
     }
 }
 
-// Each step is started from the event loop, also from the one of a dialog that a step has opened; but not from inside
-// another step, where the tests let events be processed.
+// Each step starts from an event loop, which may be that of a dialog that a step has opened; but never inside another
+// step while that processes events.
 void Monkey::next() {
     QTimer::singleShot(1, &context_, [this] {
         const int level = QThread::currentThread()->loopLevel();

@@ -16,7 +16,7 @@
 ///     GetOpenName enter odd.txt           a file in the monkey's folder
 ///     fOutput resize 300 200              pixels
 ///
-/// A step of another window than the one on the screen is passed over. Before each step without an open dialog the
+/// A step for a window other than the one on the screen is passed over. Before each step without an open dialog the
 /// tree and the grids must show the scheme.
 class Monkey {
   public:

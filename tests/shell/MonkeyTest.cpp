@@ -9,8 +9,8 @@
 
 #include "Monkey.h"
 
-// A monkey plays in a process of its own, so that a crash or a hang can be told, too: with the seed, and with a
-// script that repeats it, as short as was found. It is kept beside the test program.
+// A monkey plays in a process of its own, so that a crash or a hang can be reported, too: with the seed, and with the
+// shortest script found that repeats it. The script is kept beside the test program.
 //
 //   MONKEY_SEED=7 MONKEY_STEPS=5000   another run
 //   MONKEY_SCRIPT=monkey-7-123.txt    the steps of a script, in the process of the test itself
@@ -55,7 +55,7 @@ class Player {
     [[nodiscard]] Rows script() const { return linesOf(script_); }
     [[nodiscard]] std::string scriptName() const { return script_.string(); }
 
-    // Leaves out halves of the script, quarters and so on, as long as what is left fails; for some minutes at most.
+    // Leaves out halves of the script, quarters and so on, as long as the rest still fails; at most a few minutes.
     void shorten() {
         const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(4);
         auto shortest = script();
@@ -87,7 +87,7 @@ class Player {
         environment.insert(text("MONKEY_SCRIPT"), text(writeBytes(folder / "script.txt", joined(lines)).string()));
         return !run("Monkey.DISABLED_Repeats", environment, folder / "notes.txt", std::chrono::seconds(8)).empty();
     }
-    // A monkey that writes no more notes for as long as this hangs.
+    // Runs a monkey in a process of its own. It hangs if it writes no notes for as long as `patience`.
     // @return the end of what a monkey's process printed, if it did not end well
     static std::string run(const std::string& test, QProcessEnvironment environment,
                            const std::filesystem::path& notes, std::chrono::seconds patience) {
@@ -147,7 +147,7 @@ TEST_P(MonkeyTest, BreaksNothing) {
 
 INSTANTIATE_TEST_SUITE_P(Seeds, MonkeyTest, testing::Values(1U, 2U, 3U));
 
-// These two are run by the test above, and by whoever looks for what it found.
+// The test above runs these two, and so can anyone who looks for the cause of what it found.
 
 TEST(Monkey, DISABLED_Plays) {
     const auto* notes = std::getenv("MONKEY_NOTES");

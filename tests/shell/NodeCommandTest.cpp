@@ -277,7 +277,7 @@ TEST_F(NodeCommand, ARightClickRemembersTheSelectedNodeAndPopsUp) {
     EXPECT_EQ(wizard.window.sPopKey, "5");
     press(wizard.window, Qt::Key_Escape);
     EXPECT_EQ(openPopup(), "");
-    EXPECT_EQ(wizard.window.sPopKey, "5") << "also when the menu was left";
+    EXPECT_EQ(wizard.window.sPopKey, "5") << "even when the menu was left";
 }
 
 TEST_F(NodeCommand, ThePopupOpensAtTheMouse) {

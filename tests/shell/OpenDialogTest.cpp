@@ -29,7 +29,7 @@ class OpenDialog : public testing::Test {
 // Leads to another folder in one of the ways that the dialog has.
 using Way = std::function<void(QDialog&)>;
 
-// Whether the details are shown again after this way, the user having turned them off.
+// The user turns the details off and goes to another folder in this way: the details must be shown again.
 void expectDetailsAfter(QDialog& dialog, const std::string& what, const Way& way) {
     clickButton(dialog, "listModeButton");
     EXPECT_FALSE(showsDetails(dialog)) << what;
@@ -213,7 +213,7 @@ TEST_F(OpenDialog, RemembersNothingFromTheLastTime) {
     });
 }
 
-TEST_F(OpenDialog, ShowsAMissingFolderAsSomeOther) {
+TEST_F(OpenDialog, ShowsAnotherFolderInsteadOfAMissingOne) {
     EXPECT_EQ(asked(
                   "GetOpenName", [this] { return window.GetOpenName(text((folder / "gone").string())); },
                   [this](QDialog& dialog) {
@@ -224,7 +224,7 @@ TEST_F(OpenDialog, ShowsAMissingFolderAsSomeOther) {
               "");
 }
 
-TEST_F(OpenDialog, IsNotTheSystemsOwnDialog) {
+TEST_F(OpenDialog, IsNotTheDesktopsOwnDialog) {
     ask([](QDialog& dialog) {
         EXPECT_TRUE(static_cast<QFileDialog&>(dialog).testOption(QFileDialog::DontUseNativeDialog));
         escape(dialog);

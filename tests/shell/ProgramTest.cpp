@@ -37,7 +37,7 @@ bool startsWith(const std::string& path, const std::string& folder) {
     return path == folder || path.starts_with(folder + "/");
 }
 
-// Devices and processes; but not the folders of the tests, which may stand in memory.
+// Devices and processes; but not the folders of the tests, which may be in memory.
 bool isOfTheSystem(const std::string& path) {
     return (startsWith(path, "/dev") || startsWith(path, "/proc")) && path.find("/wizard-test-") == std::string::npos;
 }
@@ -83,7 +83,7 @@ class Program : public testing::Test {
         for (const auto& name : environment.keys())
             if (name.startsWith(text("XDG_"))) environment.remove(name);
         environment.insert(text("WIZARD_JOURNEY"), text(files.path().string()));
-        environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));  // it cannot look under a tracer
+        environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));  // it cannot look for leaks under a tracer
     }
 
     static bool canTrace() {
@@ -111,7 +111,7 @@ class Program : public testing::Test {
         EXPECT_GT(calls.size(), 500U) << "the log was not read";
     }
 
-    // The file that a save makes and renames at its end, or the name that it gets at its end.
+    // Whether this is the file that a save writes, under its temporary or its final name.
     [[nodiscard]] bool belongsToASave(const std::string& path) const {
         for (const char* name : {"renumbered.txt", "XST2.txt"}) {
             const auto target = (files / name).string();
@@ -121,13 +121,13 @@ class Program : public testing::Test {
         return false;
     }
 
-    // @param folder that may be made, too; its name begins like this
+    // @param folder the beginning of the name of a folder that may be made, too
     void expectOnlyTheTwoFilesWritten(const std::string& folder = {}) const {
         Rows saved;
         for (const auto& call : calls) {
             if (!changesFiles(call)) continue;
             for (const auto& path : call.paths) {
-                if (isOfTheSystem(path) || path.ends_with(".gcda")) continue;  // that is how lines are counted
+                if (isOfTheSystem(path) || path.ends_with(".gcda")) continue;  // the files of the coverage count
                 if (path == files.path() && call.line.find("O_TMPFILE") != std::string::npos) continue;
                 if (!folder.empty() && call.name == "mkdir" && path.starts_with(folder)) continue;
                 EXPECT_TRUE(belongsToASave(path)) << call.line;
@@ -154,7 +154,7 @@ const std::string settings =
     "[FileDialog]\nhistory=file:///somewhere\nlastVisited=file:///somewhere\nviewMode=List\n"
     "qtVersion=6.4.2\nsidebarWidth=77\n";
 
-// What may be looked up in a user's home: fonts, icons, file types, and the right to the screen.
+// What may be looked up in a user's home: fonts, icons, file types, and the permission to use the screen.
 bool isLookUp(const std::string& path) {
     static const QRegularExpression lookUp(
         text(R"(/\.Xauthority$|font|/\.?icons|/\.?themes|/mime|/qtlogging\.ini$|/\.Xdefaults)"));
@@ -169,7 +169,7 @@ TEST_F(Program, RunsFromStartToEnd) {
     EXPECT_EQ(bytesOf(files / "XST2.txt"), bytesOf(sample("XST2.txt")));
 }
 
-// Words that Qt would obey: with such a platform no program starts.
+// Arguments that Qt would obey: with such a platform, no program starts.
 TEST_F(Program, HasNoOptions) {
     run(JOURNEY, {text("-platform"), text("none"), text("-stylesheet"), text((files / "XST1.txt").string())});
 }
@@ -203,7 +203,7 @@ TEST_F(Program, WritesTheTwoNamedFilesAndNothingElse) {
     EXPECT_EQ(runtime.names(), Rows());
 }
 
-// To find out what kind of file it is, Qt would open each one whose name does not tell, and wait for a pipe for ever.
+// To find out what kind of file it is, Qt would open each one whose name does not tell, and wait for a pipe forever.
 TEST_F(Program, OpensNoFileButThoseThatTheUserNames) {
     if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
     for (const char* name : {"noext", "b.dat", ".hid"}) writeBytes(files / name, "bytes");

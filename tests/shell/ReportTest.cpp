@@ -39,7 +39,7 @@ class Report : public testing::Test {
         QTest::keyClicks(&edit, text(letters));
     }
 
-    // Changes the window's size as the user does, a window manager in between.
+    // Changes the window's size and waits for the window manager, if there is one.
     void resize(int width, int height) {
         window.resize(width, height);
         EXPECT_TRUE(QTest::qWaitFor([&] { return window.size() == QSize(width, height); }, patience));
@@ -62,7 +62,7 @@ class Report : public testing::Test {
         return {screen.left() + qRound((screen.width() - frame.width()) / 2.0),
                 screen.top() + qRound((screen.height() - frame.height()) / 2.0)};
     }
-    // Whether it gets there; that it does not is clear after half a second.
+    // Whether it gets there. That it does not is clear after half a second.
     [[nodiscard]] bool isInTheMiddle(int wait = patience) const {
         return QTest::qWaitFor([&] { return window.frameGeometry().topLeft() == middle(); }, wait);
     }

@@ -6,7 +6,7 @@
 
 #include "Helpers.h"
 
-/// The text of a report window to the letter; `toPlainText` makes blanks of no-break spaces.
+/// The text of a report window to the letter; `toPlainText` turns no-break spaces into blanks.
 inline QString textOf(const QPlainTextEdit& edit) {
     QTextCursor all(edit.document());
     all.select(QTextCursor::Document);

@@ -5,10 +5,10 @@
 
 #include "EditHelpers.h"
 
-// The same work over and over again leaves nothing behind. Linux only; what was forgotten altogether the leak check
-// of the address sanitizer reports.
+// The same work over and over again leaves nothing behind. Linux only. The leak check of the address sanitizer
+// reports what nothing points to any more.
 //
-// ROUNDS=100 makes more of them.
+// ROUNDS=100 makes more rounds.
 
 namespace {
 
@@ -103,7 +103,7 @@ TEST(Rounds, OfOpeningEditingAndSavingLeaveNoWindowBehind) {
 // Without the file dialogs: Qt keeps some kilobytes of each.
 TEST(Rounds, OfEditingKeepNoMemory) {
 #ifdef WIZARD_SANITIZED
-    GTEST_SKIP() << "the sanitizer has its own books";
+    GTEST_SKIP() << "the sanitizer manages memory in its own way";
 #endif
     const TempFolder folder;
     Wizard wizard;

@@ -122,7 +122,7 @@ bool hasConstant(const std::string& query) {
 
 }  // namespace
 
-TEST_F(Samples, HaveASizeThatCanBeSurveyed) {
+TEST_F(Samples, AreSmallEnoughToSurvey) {
     EXPECT_GE(nodes.size(), 40U);
     EXPECT_LE(nodes.size(), 80U);
     EXPECT_GE(paragraphs.size(), 60U);

@@ -141,7 +141,7 @@ TEST_F(SaveDialog, AsksBeforeAFileIsOverwritten) {
     EXPECT_EQ(bytesOf(folder / "old.txt"), "old") << "the dialog only asks";
 }
 
-// Two windows that go at once could leave the keyboard with nobody.
+// If two windows close at the same moment, perhaps no window gets the keyboard.
 TEST_F(SaveDialog, GivesTheKeyboardBackAfterAFileIsToBeReplaced) {
     for (int time = 0; time < 10; ++time) {
         {

@@ -56,7 +56,7 @@ TEST_F(SaveRefusal, OfAFileAsFolder) {
 
 // Names are limited in bytes, of which a letter may take two.
 TEST_F(SaveRefusal, OfANameThatIsTooLong) {
-    for (const int letters : {150, 124}) {  // the system would still take the shorter one, but not every time
+    for (const int letters : {150, 124}) {  // the operating system would take the shorter one, but not every time
         std::string name;
         for (int letter = 0; letter < letters; ++letter) name += "\xC3\xA9";
         expectRefusal(name, "This file cannot be written:\n" + (folder / (name + ".txt")).string());
@@ -78,7 +78,7 @@ TEST_F(SaveRefusal, OfADevice) {
     expectRefusal("device.txt", "This is not a regular file:\n" + (folder / "device.txt").string());
 }
 
-// A folder is entered, as in every file dialog, also one that looks like a text file.
+// A folder is entered, as in every file dialog, even one that looks like a text file.
 TEST_F(SaveRefusal, AFolderIsEntered) {
     std::filesystem::create_directory(folder / "sub");
     std::filesystem::create_directory(folder / "folder.txt");

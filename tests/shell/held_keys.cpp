@@ -15,7 +15,7 @@
 #include "tests/Windows.h"
 #include "views/NavTree.h"
 
-// Last, for its macros have the names of others.
+// Last, because its macros have the names of other things.
 #include <X11/XKBlib.h>
 
 namespace {
@@ -38,7 +38,7 @@ struct Step {
 Step hold(const char* key, const std::string& before, const std::string& after) {
     return {key, Step::Held, before, before, after};
 }
-// Acts when it goes down, as everywhere, and again at no repeat, nor when it is let go.
+// Acts when it goes down, as in any program, but neither at a repeat nor when it is let go.
 Step holdWhatActsAtOnce(const char* key, const std::string& before, const std::string& after) {
     return {key, Step::Held, before, after, after};
 }
@@ -56,7 +56,7 @@ fMain* mainWindow() {
     return nullptr;
 }
 
-// A text that a held key has written: how often is the server's affair.
+// A text that a held key has written: how often it does is up to the server.
 QString shortened(const QString& text) {
     constexpr int few = 3;
     return text.size() > few && text.count(text.front()) == text.size() ? text.left(few) : text;
@@ -192,7 +192,7 @@ class User final : public QObject, private QAbstractNativeEventFilter {
         enter(step().kind == Step::Held ? State::Down : State::After);
     }
 
-    // As a window manager does that switches windows.
+    // As a window manager that switches windows does.
     void letGoElsewhere() {
         while (presses_ == 0) QCoreApplication::processEvents();
         XGrabKeyboard(server(), DefaultRootWindow(server()), False, GrabModeAsync, GrabModeAsync, CurrentTime);

@@ -45,7 +45,7 @@ TEST(Centring, TakesTheFrameOfItsParentForAWindowThatIsNotShown) {
         << offCentre(window).x() << ", " << offCentre(window).y();
 }
 
-TEST(Centring, ReckonsWithATitleBarForTheFirstWindow) {
+TEST(Centring, AllowsForATitleBarOfTheFirstWindow) {
     QWidget window;
     const auto screen = window.screen()->geometry();
     const int title = window.style()->pixelMetric(QStyle::PM_TitleBarHeight, nullptr, &window);
@@ -58,13 +58,13 @@ TEST(Centring, ReckonsWithATitleBarForTheFirstWindow) {
     }
 }
 
-TEST(Centring, ReckonsWithATitleBarBeforeAWindowOfTheSystemIsShown) {
+TEST(Centring, AllowsForATitleBarBeforeANativeWindowIsShown) {
     QWidget window;
     window.resize(300, 200);
     centreOnScreen(window);
     const auto place = window.pos();
     window.move(5, 5);
-    window.winId();  // makes the window of the system, which has no frame yet
+    window.winId();  // creates the native window, which has no frame yet
     ASSERT_NE(window.windowHandle(), nullptr);
     centreOnScreen(window);
     EXPECT_EQ(window.pos(), place);

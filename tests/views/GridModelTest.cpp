@@ -59,8 +59,8 @@ TEST_F(GridModelTest, HasItsOldRowsUntilItIsReset) {
     EXPECT_EQ(nodes.rowCount(), 0);
 }
 
-// A million rows take long to give back, which no paint should wait for.
-TEST_F(GridModelTest, KeepsTheRowsBeforeUntilThePaintsThatWait) {
+// Freeing a million rows takes long, and no repaint should wait for that.
+TEST_F(GridModelTest, KeepsTheOldRowsUntilPendingRepaintsAreDone) {
     auto record = makeParagraph(6, 2, "H", "Kept by its row");
     const std::weak_ptr<clsWebScheme> alive = record;
     paragraphs.show(std::make_unique<WebGridRows>(Paragraphs{record}));
@@ -68,7 +68,7 @@ TEST_F(GridModelTest, KeepsTheRowsBeforeUntilThePaintsThatWait) {
     EXPECT_FALSE(alive.expired());
     paragraphs.show(std::make_unique<WebGridRows>());
     EXPECT_FALSE(alive.expired());
-    QCoreApplication::sendPostedEvents();  // what paints are
+    QCoreApplication::sendPostedEvents();  // repaints are such events
     EXPECT_FALSE(alive.expired());
     QTest::qWait(20);
     EXPECT_TRUE(alive.expired());
@@ -78,7 +78,7 @@ TEST_F(GridModelTest, KeepsTheRowsBeforeUntilThePaintsThatWait) {
     paragraphs.show(std::make_unique<WebGridRows>(Paragraphs{record}));
     record.reset();
     for (int i = 0; i < 2; ++i) paragraphs.show(std::make_unique<WebGridRows>());
-    EXPECT_TRUE(next.expired()) << "no more than one set of rows waits";
+    EXPECT_TRUE(next.expired()) << "no more than one set of old rows is kept";
 }
 
 TEST_F(GridModelTest, HasARowForEachRecordAndTheColumnsOfTheFormat) {

@@ -21,7 +21,7 @@
 #include "views/TreeModel.h"
 
 // What the tests of this folder share: records in one line, trees and grids printed as text, a window with all views,
-// and a mouse and a keyboard that go through that window as the user's do.
+// and mouse and keyboard events that reach that window as a user's do.
 
 using Rows = std::vector<std::string>;
 
@@ -166,19 +166,19 @@ inline void repeatKey(QWidget* widget, Qt::Key key) {
     }
 }
 
-/// Whether the window became the active one. A desktop without a window manager may not know such a thing.
+/// Whether the window became the active one. Without a window manager there may be no active window.
 inline bool activate(QWidget* window) {
     window->activateWindow();
     return QTest::qWaitForWindowActive(window, 3000);
 }
 
-/// Leaves a test that needs the keyboard in this very window, where nobody hands it over.
+/// Skips the rest of a test that needs the keyboard in this window, if no window manager gives it to the window.
 #define NEEDS_ACTIVE(window) \
     if (!activate(window)) GTEST_SKIP() << "no window manager makes the window active"
 
 // --- a window with all views ---
 
-/// The tree at the left, the grid of nodes at the right above the grid of paragraphs. Writes down all events.
+/// The tree at the left, the grid of nodes at the right above the grid of paragraphs. Records all events.
 class SchemeWindow final : public QWidget, public NavWindow {
   public:
     SchemeWindow() : images(this), navGrid(new NavGrid(this)), webGrid(new WebGrid(this)) {
@@ -209,7 +209,7 @@ class SchemeWindow final : public QWidget, public NavWindow {
     }
     void LayOut(clsWebSchemes& webs) override { webs.SetGrid(*webGrid, 6300, 4800, 7050, 4650); }
 
-    /// Shows the window. @return whether it came to the screen
+    /// Shows the window. @return whether it appeared on the screen
     [[nodiscard]] bool appear() {
         show();
         return QTest::qWaitForWindowExposed(this);
@@ -222,7 +222,7 @@ class SchemeWindow final : public QWidget, public NavWindow {
         events.clear();
     }
 
-    /// The events since the last time.
+    /// The events since this was last asked.
     [[nodiscard]] Rows taken() { return std::exchange(events, {}); }
 
     [[nodiscard]] QModelIndex at(std::string_view key) const {

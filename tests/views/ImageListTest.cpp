@@ -75,5 +75,5 @@ TEST(NodeImages, AreDrawnAndClearAroundTheirShape) {
 TEST(NodeImages, AreSharpAtTwiceTheSize) {
     const auto image = drawn(nodeImage("root"), 32);
     EXPECT_EQ(image.size(), QSize(32, 32));
-    EXPECT_NE(image, drawn(nodeImage("root")).scaled(32, 32)) << "drawn anew, not blown up";
+    EXPECT_NE(image, drawn(nodeImage("root")).scaled(32, 32)) << "drawn at that size, not enlarged";
 }

@@ -105,7 +105,7 @@ TEST(MessageBox, StandsAloneBeforeItsWindowIsVisible) {
 
 namespace {
 
-/// Asks a question, does something while it is open, and tells the answer.
+/// Asks a question, does something while it is open, and returns the answer.
 template <class Act>
 bool askAnd(Act act) {
     bool seen = false;

@@ -101,7 +101,7 @@ TEST(NavGridRows, OfUnknownTypeTakeTheColourOfTheRowAbove) {
               (Rows{green, green, green, darkRed, darkRed, red, red, blue, blue}));
 }
 
-TEST(NavGridRows, OfUnknownTypeBelowTheHeaderAreBlackAsThat) {
+TEST(NavGridRows, OfUnknownTypeBelowTheHeaderAreBlackLikeTheHeader) {
     EXPECT_EQ(coloursOf({"", "Type", "G", "X"}), (Rows{black, black, blue, blue}));
 }
 
@@ -160,7 +160,7 @@ TEST(NavGridRows, OutliveTheNodes) {
 }
 
 TEST(NavGridRows, OutliveTheFileThatTheNodesCameFrom) {
-    // Large enough for memory of its own, which the system takes back.
+    // Large enough to get memory of its own, which goes back to the operating system.
     std::string first;
     std::string second;
     for (int id = 1; id <= 20000; ++id) {

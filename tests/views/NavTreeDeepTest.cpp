@@ -5,8 +5,8 @@
 
 namespace {
 
-// Trees that are deeper or wider than anybody draws by hand, but not than a file can hold. What the view does for
-// each level by recursion would overflow the stack in them, and what it does in steps squared would never end.
+// Trees that are deeper or wider than anybody draws by hand, though a file can hold them. A view that recursed for
+// each level would overflow the stack here, and one that took quadratic time would never finish.
 class NavTreeDeepTest : public testing::Test {
   protected:
     static constexpr int manyLevels = 200000;
@@ -15,7 +15,7 @@ class NavTreeDeepTest : public testing::Test {
         ASSERT_TRUE(window.appear());
         clock.start();
     }
-    void TearDown() override { EXPECT_LT(clock.elapsed(), 60000) << "milliseconds: steps squared"; }
+    void TearDown() override { EXPECT_LT(clock.elapsed(), 60000) << "milliseconds: quadratic time"; }
 
     void drawChain(std::int32_t levels, const std::string& lastKey = {}) {
         fillChain(window.navs, levels);

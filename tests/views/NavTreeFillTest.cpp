@@ -30,7 +30,7 @@ class NavTreeFillTest : public testing::Test {
         window.navs.mLastN = lastKey;
         window.navs.DispInTV();
     }
-    /// Draws anew, and waits until everything has its place.
+    /// Redraws, and waits until everything is in its place.
     void redraw() {
         window.navs.DispInTV();
         QCoreApplication::processEvents();
@@ -40,7 +40,7 @@ class NavTreeFillTest : public testing::Test {
         const auto place = window.tree->visualRect(window.at(key));
         return !place.isEmpty() && place.top() >= 0 && place.bottom() < window.tree->viewport()->height();
     }
-    /// Whether the node's box, picture and text can be seen; of a text wider than the view its beginning.
+    /// Whether the node's box, picture and text can be seen, or the beginning of a text that is wider than the view.
     [[nodiscard]] bool isReadable(std::string_view key) const {
         const auto index = window.at(key);
         const int picture = window.tree->visualRect(index).left();
@@ -301,7 +301,7 @@ TEST_F(NavTreeFillTest, GettingTheKeyboardBackKeepsTheSelectedNode) {
     EXPECT_EQ(window.tree->currentIndex(), window.at("N2"));
 }
 
-// The row of the keyboard is drawn with a frame.
+// The current row gets a frame when the tree gets the keyboard.
 TEST_F(NavTreeFillTest, GettingTheKeyboardPaintsTheTreeAnew) {
     NEEDS_ACTIVE(&window);
     window.showSample();
@@ -401,7 +401,7 @@ TEST_F(NavTreeFillTest, OpensWhatIsAboveTheLastNodeBeforeItIsOnTheScreen) {
     EXPECT_EQ(hidden.openNodes(), "N1 N2 N4");
 }
 
-// Of the current node and of any other.
+// Both of the current node and of any other.
 TEST_F(NavTreeFillTest, TellsTheNumberOfChildrenThatItShows) {
     window.showSample();
     for (const char* current : {"", "N2", "N7"}) {

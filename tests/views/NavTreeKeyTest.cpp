@@ -49,7 +49,7 @@ TEST_F(NavTreeKeyTest, ANegativeIDKeepsItsSign) {
     EXPECT_EQ(window.taken(), Rows{"edit -12"});
 }
 
-// The tree shows the beginning of a text alone.
+// The tree shows only the beginning of a long text.
 TEST_F(NavTreeKeyTest, CtrlCCopiesTheWholeText) {
     const std::string longText(3000, 'd');
     window.navs.Add(makeNode(900, 1, "F", longText));
@@ -59,7 +59,7 @@ TEST_F(NavTreeKeyTest, CtrlCCopiesTheWholeText) {
     EXPECT_TRUE(QGuiApplication::clipboard()->text().toStdString() == longText);
 }
 
-TEST_F(NavTreeKeyTest, TheKeysOfTheNumberBlockAreTheSame) {
+TEST_F(NavTreeKeyTest, TheKeysOfTheNumericKeypadDoTheSame) {
     select("N5");
     for (const auto key : {Qt::Key_Insert, Qt::Key_Delete}) typeKey(&window, key, Qt::KeypadModifier);
     EXPECT_EQ(window.taken(), (Rows{"insert 5", "delete 5"}));

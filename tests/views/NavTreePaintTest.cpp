@@ -52,7 +52,7 @@ class NavTreePaintTest : public testing::Test {
         }
         return picture;
     }
-    /// The frame of the box and what is in it, without the dotted line around.
+    /// The frame of the box and what is in it, without the dotted line around it.
     Rows frameOf(std::string_view key) {
         auto picture = boxOf(key);
         picture.erase(picture.begin());

@@ -10,9 +10,9 @@
 #include "model/clsNavSchemes.h"
 #include "tests/Letters.h"
 
-/// What the tree must show of a scheme, found as directly as can be: node by node, by recursion, each by a search
-/// through all, and put below the one with its parent's key; left out if its key is taken, that parent is not there
-/// or its type has no picture.
+/// What the tree must show of a scheme, found as directly as possible: by recursion, with a search through all nodes
+/// for the children of each one. A node is put below the one with its parent's key. It is left out if its key is
+/// taken, that parent is not there, or its type has no picture.
 class PlainTree {
   public:
     struct Row {

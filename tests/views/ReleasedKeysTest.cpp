@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A widget that writes down the keys that reach it.
+/// A widget that records the keys that reach it.
 class KeyField final : public QWidget {
   public:
     using QWidget::QWidget;

@@ -64,7 +64,7 @@ TEST_F(SchemeGridTest, ShowsTheHeaderRowAloneAtFirst) {
     }
 }
 
-// A cell shows the beginning of a text alone.
+// A cell shows only the beginning of a long text.
 TEST_F(SchemeGridTest, CopiesTheWholeTextOfTheCurrentCell) {
     NEEDS_ACTIVE(&window);
     const QString whole(3000, QLatin1Char('d'));
@@ -362,7 +362,7 @@ TEST_F(SchemeGridTest, LeavesTheColumnsWhereTheyAreWhenItIsRedrawn) {
     expectUnmoved("another file of paragraphs");
 }
 
-// Typing searches in it.
+// Typing searches in the column of that cell.
 TEST_F(SchemeGridTest, FramesTheCurrentCell) {
     NEEDS_ACTIVE(&window);
     const QColor white(255, 255, 255);

@@ -133,7 +133,7 @@ struct RowsOfLastFill final : WebGridView {
 }  // namespace
 
 TEST(WebGridRows, OutliveTheFileThatTheParagraphsCameFrom) {
-    // Large enough for memory of its own, which the system takes back.
+    // Large enough to get memory of its own, which goes back to the operating system.
     std::string first;
     std::string second;
     for (int id = 1; id <= 20000; ++id) {

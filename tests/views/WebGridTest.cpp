@@ -39,7 +39,7 @@ TEST_F(WebGridTest, ShowsTheParagraphsOfANode) {
     EXPECT_EQ(idsIn(*grid()), "13 12 11 14");
 }
 
-// A click has the tree and the other grid to paint, too; the paragraphs are there before.
+// A click also repaints the tree and the other grid; the paragraphs come first.
 TEST_F(WebGridTest, IsPaintedAtOnce) {
     class Paintings final : public QObject {
       public:
