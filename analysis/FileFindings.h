@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "analysis/SchemeTable.h"
+#include "model/LargeArray.h"
 
 class clsNavSchemes;
 
@@ -40,17 +41,20 @@ struct FileFinding {
     [[nodiscard]] std::string words() const;
 };
 
+/// There may be millions.
+using FileFindings = LargeArray<FileFinding>;
+
 /// The result of one pass through the bytes of a file.
 struct ScannedFile {
-    std::vector<FileFinding> findings;  ///< in the order of the lines
-    std::vector<std::uint32_t> lines;   ///< of the records that the scheme keeps, in its order
+    FileFindings findings;            ///< in the order of the lines
+    LargeArray<std::uint32_t> lines;  ///< of the records that the scheme keeps, in its order
 };
 
 /// Checks the bytes of a file before the scheme reads them.
 [[nodiscard]] ScannedFile scanFile(const SchemeTable& table, std::string_view bytes);
 
 /// The nodes of a loaded file that are not in the tree, and why. `lines` is the result of `scanFile`.
-[[nodiscard]] std::vector<FileFinding> findInTree(const clsNavSchemes& navs, std::span<const std::uint32_t> lines);
+[[nodiscard]] FileFindings findInTree(const clsNavSchemes& navs, std::span<const std::uint32_t> lines);
 
 /// The paragraphs of a loaded file whose node does not exist. Renumbers nothing. `lines` is the result of `scanFile`.
-[[nodiscard]] std::vector<FileFinding> findOrphans(const clsNavSchemes& navs, std::span<const std::uint32_t> lines);
+[[nodiscard]] FileFindings findOrphans(const clsNavSchemes& navs, std::span<const std::uint32_t> lines);

@@ -10,17 +10,17 @@ constexpr int parentField = 3;  // of a node
 constexpr int nodeField = 1;    // of a paragraph
 
 // By slot: the slot of the parent; `KeyIndex::none` if there is none.
-std::vector<std::uint32_t> parentsOf(const KeyedCollection<clsNavScheme>& nodes) {
+LargeArray<std::uint32_t> parentsOf(const KeyedCollection<clsNavScheme>& nodes) {
     const auto slots = nodes.Slots();
-    std::vector<std::uint32_t> parents(slots.size(), KeyIndex::none);
+    LargeArray<std::uint32_t> parents(slots.size(), KeyIndex::none);
     for (std::size_t slot = 0; slot < slots.size(); ++slot) parents[slot] = nodes.SlotOf(slots[slot]->parentIs);
     return parents;
 }
 
 // Which nodes are their own ancestors.
-std::vector<bool> nodesInLoops(const std::vector<std::uint32_t>& parents) {
+std::vector<bool> nodesInLoops(const LargeArray<std::uint32_t>& parents) {
     constexpr std::uint32_t unknown = 0;
-    std::vector<std::uint32_t> metOn(parents.size(), unknown);  // the number of the walk that reached the node first
+    LargeArray<std::uint32_t> metOn(parents.size(), unknown);  // the number of the walk that reached the node first
     std::vector<bool> inLoop(parents.size());
     std::uint32_t way = unknown;
     for (std::uint32_t start = 0; start < parents.size(); ++start) {
@@ -36,8 +36,8 @@ std::vector<bool> nodesInLoops(const std::vector<std::uint32_t>& parents) {
 
 }  // namespace
 
-std::vector<FileFinding> findInTree(const clsNavSchemes& navs, std::span<const std::uint32_t> lines) {
-    std::vector<FileFinding> findings;
+FileFindings findInTree(const clsNavSchemes& navs, std::span<const std::uint32_t> lines) {
+    FileFindings findings;
     const auto& nodes = navs.NewEnum();
     std::vector<bool> isReached(lines.size());
     std::uint32_t root = KeyIndex::none;
@@ -65,8 +65,8 @@ std::vector<FileFinding> findInTree(const clsNavSchemes& navs, std::span<const s
     return findings;
 }
 
-std::vector<FileFinding> findOrphans(const clsNavSchemes& navs, std::span<const std::uint32_t> lines) {
-    std::vector<FileFinding> findings;
+FileFindings findOrphans(const clsNavSchemes& navs, std::span<const std::uint32_t> lines) {
+    FileFindings findings;
     std::size_t place = 0;
     for (const auto* paragraph : navs.oWebs.NewEnum()) {
         if (navs.NewEnum().SlotOf(paragraph->XST1) == KeyIndex::none)

@@ -58,10 +58,11 @@ struct RawPiece {
 
     [[nodiscard]] bool isInOneQuotePair() const { return quotes == 2 && raw.front() == '"' && raw.back() == '"'; }
     // A text that begins with a quote and does not end with one goes on after the comma. It looks the same if the
-    // text has another quote in it: then the number of commas in the line decides.
-    [[nodiscard]] bool isCutByComma(bool areTooMany) const {
+    // text has another quote in it: then the number of pieces in the line decides.
+    template <class AreTooMany>
+    [[nodiscard]] bool isCutByComma(AreTooMany areTooMany) const {
         if (raw.empty() || raw.front() != '"') return false;
-        return quotes % 2 != 0 || (areTooMany && raw.back() != '"');
+        return quotes % 2 != 0 || (raw.back() != '"' && areTooMany());
     }
 };
 
@@ -99,7 +100,7 @@ class Scanner {
         }
         type_ = 0;
         const auto expected = static_cast<int>(table_.fields.size());
-        const bool areTooMany = std::ranges::count(line, ',') >= expected;
+        const auto areTooMany = [&, whole = line] { return std::ranges::count(whole, ',') >= expected; };
         int pieces = 0;
         bool isShifted = false;
         for (bool isLast = false; !isLast; ++pieces) {
@@ -113,7 +114,8 @@ class Scanner {
                 scanField(pieces, piece);
             }
         }
-        if (!isShifted && areTooMany) report(flaw::tooManyFields, FileFinding::wholeLine, std::to_string(pieces));
+        if (!isShifted && pieces > expected)
+            report(flaw::tooManyFields, FileFinding::wholeLine, std::to_string(pieces));
         if (pieces < expected) report(flaw::tooFewFields, FileFinding::wholeLine, std::to_string(pieces));
     }
 
@@ -168,7 +170,7 @@ class Scanner {
         const auto number = readInteger(text);
         if (!number)
             report(flaw::notANumber, field, excerpt(text));
-        else if (!readWholeNumber(text))
+        else if (text.find('.') != std::string_view::npos)
             report(flaw::rounded, field, excerpt(text));
         if (field == 0) keep(number.value_or(0));
     }

@@ -128,6 +128,37 @@ def sqlite(prefix, folder):
     return took
 
 
+def check(prefix):
+    """Milliseconds and the most memory, in bytes, of pelmo-scheme check."""
+    program = [os.path.join(BIN, "pelmo-scheme"), "check", prefix + ".xst1", prefix + ".xst2"]
+    warm()
+    start = time.perf_counter()
+    with subprocess.Popen(program, stdout=subprocess.DEVNULL) as process:
+        used = os.wait4(process.pid, 0)[2]
+        process.returncode = 0
+    return (time.perf_counter() - start) * 1000, used.ru_maxrss * 1024
+
+
+def sqlite_import(prefix):
+    """Milliseconds of sqlite3 for importing both files into tables in memory, without an index."""
+    commands = [word for table, suffix in (("XST1", ".xst1"), ("XST2", ".xst2"))
+                for word in ("-cmd", f".import --csv {prefix}{suffix} {table}")]
+    return wall(["sqlite3", *commands, ":memory:", "SELECT 1"])
+
+
+def report_check():
+    if not os.path.exists(os.path.join(BIN, "pelmo-scheme")):
+        print(" 14  pelmo-scheme check: not measured, since libcli11-dev and nlohmann-json3-dev are missing")
+        return
+    clean, broad = data("clean", NODES), data("broad", NODES)
+    rounds = [(sqlite_import(clean), *check(clean), check(broad)[0]) for _ in range(RUNS)]
+    rival, ours, memory, many = (statistics.median(of) for of in zip(*rounds))
+    report(14, "sqlite3 imports both files / pelmo-scheme checks them", rival / ours, 5, None, True,
+           f"{rival:.0f} / {ours:.0f} ms; with a finding in most lines {many:.0f} ms")
+    size = sum(os.path.getsize(clean + suffix) for suffix in (".xst1", ".xst2"))
+    report(14, "its peak memory / bytes of both files", memory / size, 4, None)
+
+
 def dd(prefix, folder):
     """Milliseconds of dd for writing both files, synchronised to the disk."""
     return sum(wall(["dd", f"if={prefix}{suffix}", f"of={folder}/copy", "bs=4M", "conv=fsync"])
@@ -201,6 +232,8 @@ def main():
            note=f"Analysis of Web Scheme, whose report has a million lines here: {took['faults of that, too']:.0f}")
     report(13, "page faults of a click, the most of all", took["click, most faults"], 1_000, None)
     report(13, "page faults of saving both files", took["faults of saving"], 500, None)
+
+    report_check()
 
     ours, introduction, empty, word = starts("xcb" if "DISPLAY" in os.environ else "offscreen")
     print(f"An empty window is painted after {empty:.0f} ms, one that shows a word after {word:.0f}, the wizard's "

@@ -4,7 +4,9 @@
 
 usage: bench/make_scheme.py SHAPE NODES PREFIX [--shuffled]
 
-  broad    folders in folders, about NODES^(1/5) nodes in each; the other types at the ends. Breaks no rule.
+  broad    folders in folders, about NODES^(1/5) nodes in each; the other types at the ends. The nodes break no rule,
+           but many paragraphs do, and many nodes have a parameter that they do not keep.
+  clean    a broad tree with nothing to find in either file
   star     one root with all others below it
   chain    each node below the one before
   hot      a broad tree, and all paragraphs on one node
@@ -18,6 +20,7 @@ import sys
 
 WORDS = ["Hire", "Repair", "Cycle", "Tool", "Ski", "Tent", "Caf\u00e9", "Stra\u00dfe", "\u20acuro", "Garage"]
 OF = ["by week", "in stock", "to collect", "returned", "overdue", "of members", "at the desk"]
+COLUMNS = {"C": "2:3", "S": "2:3:5", "T": "<height>150</height> <width>150</width>"}
 ICONS = {"F": "folder", "G": "grid", "R": "form", "N": "leaf"}
 
 
@@ -64,7 +67,7 @@ def broad(count, dice):
 
 def main():
     arguments = [a for a in sys.argv[1:] if a != "--shuffled"]
-    links = {"broad": broad, "star": star, "chain": chain, "hot": broad, "sparse": broad}
+    links = {"broad": broad, "star": star, "chain": chain, "clean": broad, "hot": broad, "sparse": broad}
     if len(arguments) != 3 or arguments[0] not in links:
         sys.exit(__doc__)
     shape, count, prefix = arguments[0], int(arguments[1]), arguments[2]
@@ -77,16 +80,18 @@ def main():
     nodes = []
     for place, (kind, parent) in enumerate(links[shape](count, dice)):
         query = f"spG_{dice.randrange(500)}" if kind in "GR" else ""
+        parameters = ["Lkey", "CKey05", ""] if query or shape != "clean" else [""]
         nodes.append(f'{ids[place]},"{dice.choice(WORDS)} {dice.choice(OF)} {place}","{kind}",'
-                     f'{0 if parent is None else ids[parent]},"{query}","{dice.choice(["Lkey", "CKey05", ""])}",'
+                     f'{0 if parent is None else ids[parent]},"{query}","{dice.choice(parameters)}",'
                      f'"{ICONS[kind]}","{dice.choice(["", "", "desk"])}"\r\n')
     owners = [ids[count // 2]] * count if shape == "hot" else sorted(dice.choices(ids, k=count))
     paragraphs, order = [], 0
     for place, owner in enumerate(owners):
         order = order + 1 if place and owners[place - 1] == owner else 1
         kind = dice.choice("CHEMIST")
+        forms, columns = ("HI", COLUMNS.get(kind, "")) if shape == "clean" else ("MES", "2:3")
         paragraphs.append(f'{place + 1},{owner},{order},"{dice.choice(WORDS)} {dice.choice(OF)}","spW_{place % 900} 1",'
-                          f'"Lkey","{kind}",{dice.randrange(9) if kind in "MES" else 0},"2:3",""\r\n')
+                          f'"Lkey","{kind}",{dice.randrange(9) if kind in forms else 0},"{columns}",""\r\n')
     if "--shuffled" in sys.argv:
         dice.shuffle(nodes)
         dice.shuffle(paragraphs)

@@ -2,6 +2,7 @@
 #include "commands/Problem.h"
 
 #include <algorithm>
+#include <future>
 #include <tuple>
 
 #include "model/Integer.h"
@@ -74,6 +75,14 @@ struct WordsOf {
     }
 };
 
+// Examines the bytes before loading changes them.
+template <class Scheme>
+ScannedFile scanAndLoad(const SchemeTable& table, InputFile& file, Scheme& scheme) {
+    auto scan = scanFile(table, file.bytes());
+    scheme.LoadBytes(std::move(file.content));
+    return scan;
+}
+
 }  // namespace
 
 std::string Problem::rule() const {
@@ -93,32 +102,34 @@ std::string Problem::words() const {
 }
 
 Problems::Problems(InputFile nodes, InputFile* paragraphs) {
-    const auto nodeLines = scan(navTable, nodes);
-    navs_.LoadBytes(std::move(nodes.content));
-    addAll(findInTree(navs_, nodeLines));
+    // The paragraphs depend on the nodes only later. Where no thread can be started, they wait.
+    std::future<ScannedFile> paragraphScan;
+    if (paragraphs)
+        paragraphScan = std::async([this, paragraphs] { return scanAndLoad(webTable, *paragraphs, navs_.oWebs); });
+    beginFile(nodes.name);
+    auto scan = scanAndLoad(navTable, nodes, navs_);
+    addAll(std::move(scan.findings));
+    addAll(findInTree(navs_, scan.lines));
     auto batch = found_.size();
-    findInNodes(navs_, [&](const NavFinding& finding) { add(finding, nodeLines); });
+    findInNodes(navs_, [&](const NavFinding& finding) { add(finding, scan.lines); });
     sortIn(batch);
     if (!paragraphs) return;
 
-    const auto lines = scan(webTable, *paragraphs);
-    navs_.oWebs.LoadBytes(std::move(paragraphs->content));
-    addAll(findOrphans(navs_, lines));
+    beginFile(paragraphs->name);
+    scan = paragraphScan.get();
+    addAll(std::move(scan.findings));
+    addAll(findOrphans(navs_, scan.lines));
     batch = found_.size();
-    findInParagraphs(navs_.oWebs, [&](const WebFinding& finding) { add(finding, lines); });
+    findInParagraphs(navs_.oWebs, [&](const WebFinding& finding) { add(finding, scan.lines); });
     sortIn(batch);
 }
 
-// Examines the bytes before loading changes them.
-std::vector<std::uint32_t> Problems::scan(const SchemeTable& table, InputFile& file) {
+void Problems::beginFile(const std::string& name) {
     startOfFile_ = found_.size();
-    files_.push_back(std::move(file.name));
-    auto scanned = scanFile(table, file.bytes());
-    addAll(std::move(scanned.findings));
-    return std::move(scanned.lines);
+    files_.push_back(name);
 }
 
-void Problems::addAll(std::vector<FileFinding> findings) {
+void Problems::addAll(FileFindings findings) {
     const auto batch = found_.size();
     const auto file = static_cast<std::uint32_t>(files_.size() - 1);
     for (auto& finding : findings) {
@@ -129,7 +140,7 @@ void Problems::addAll(std::vector<FileFinding> findings) {
 }
 
 template <class Finding>
-void Problems::add(const Finding& finding, const std::vector<std::uint32_t>& lines) {
+void Problems::add(const Finding& finding, const LargeArray<std::uint32_t>& lines) {
     found_.push_back({static_cast<std::uint32_t>(files_.size() - 1), lines[finding.place], finding});
 }
 

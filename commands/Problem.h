@@ -11,6 +11,7 @@
 #include "analysis/NavRules.h"
 #include "analysis/WebRules.h"
 #include "commands/Input.h"
+#include "model/LargeArray.h"
 
 /// A finding at its place, whichever of the analyses it comes from. There may be millions, so its words are made only
 /// when they are printed.
@@ -39,18 +40,18 @@ class Problems {
     /// The names of the files, as they are shown.
     [[nodiscard]] const std::vector<std::string>& files() const { return files_; }
     /// Sorted by file and line; within a line, in the order of the analyses: bytes, tree, rules.
-    [[nodiscard]] const std::vector<Problem>& found() const { return found_; }
+    [[nodiscard]] const LargeArray<Problem>& found() const { return found_; }
 
   private:
-    std::vector<std::uint32_t> scan(const SchemeTable& table, InputFile& file);
-    void addAll(std::vector<FileFinding> findings);
+    void beginFile(const std::string& name);
+    void addAll(FileFindings findings);
     template <class Finding>
-    void add(const Finding& finding, const std::vector<std::uint32_t>& lines);
+    void add(const Finding& finding, const LargeArray<std::uint32_t>& lines);
     void sortIn(std::size_t batch);
 
     clsNavSchemes navs_;
     std::vector<std::string> files_;
-    std::vector<Problem> found_;
+    LargeArray<Problem> found_;
     std::size_t startOfFile_ = 0;  // in found_
 };
 

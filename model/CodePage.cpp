@@ -11,9 +11,11 @@ std::optional<char> byteOf(char32_t character) {
 }
 
 std::string toUtf8(std::string_view bytes) {
-    std::string text;
+    const auto isAscii = [](char byte) { return static_cast<unsigned char>(byte) < 0x80; };
+    const auto* const plainEnd = std::ranges::find_if_not(bytes, isAscii);  // most texts are nothing else
+    std::string text(bytes.begin(), plainEnd);
     text.reserve(bytes.size());
-    for (const char byte : bytes) {
+    for (const char byte : std::string_view(plainEnd, bytes.end())) {
         const auto code = static_cast<unsigned>(characterOf(byte));
         if (code < 0x80) {
             text += byte;

@@ -33,11 +33,13 @@ bool roundsUp(std::string_view fraction, bool wholeIsOdd) {
 }  // namespace
 
 std::optional<std::int32_t> readInteger(std::string_view text) {
-    // Nearly all numbers are plain ones, which the standard library reads correctly and fast.
-    std::int32_t plain = 0;
-    const char* end = text.data() + text.size();
-    if (const auto read = std::from_chars(text.data(), end, plain); read.ec == std::errc{} && read.ptr == end)
-        return plain;
+    // Nearly all numbers are digits alone, too few for a number that is too large.
+    if (!text.empty() && text.size() <= std::numeric_limits<std::int32_t>::digits10) {
+        std::int32_t plain = 0;
+        std::size_t n = 0;
+        for (; n < text.size() && isDigit(text[n]); ++n) plain = plain * 10 + (text[n] - '0');
+        if (n == text.size()) return plain;
+    }
 
     text = withoutBlanks(text);
     const bool negative = !text.empty() && text.front() == '-';

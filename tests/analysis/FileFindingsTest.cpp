@@ -18,7 +18,7 @@ const std::string webHeader =
     R"("ID","XST1","seqNo","titleIs","queryIs","parmIs","typeIs","formIs","colsAre","extra")";
 
 // "2/4 not-a-number: words": the line and the field, both from 1.
-Rows printed(const std::vector<FileFinding>& findings) {
+Rows printed(const FileFindings& findings) {
     Rows rows;
     for (const auto& finding : findings)
         rows.push_back(std::to_string(finding.line) + "/" + std::to_string(finding.field + 1) + " " +
@@ -82,7 +82,7 @@ TEST(ScanFile, ReportsIDsThatAreTaken) {
                                   "8,e,N,7,,,,");
     EXPECT_EQ(printed(scanned.findings), Rows({"3/1 twin-id: the ID is taken by line 1; this record is dropped",
                                                "5/1 twin-id: the ID is taken by line 2; this record is dropped"}));
-    EXPECT_EQ(scanned.lines, (std::vector<std::uint32_t>{1, 2, 4}));
+    EXPECT_EQ(scanned.lines, (LargeArray<std::uint32_t>{1, 2, 4}));
 }
 
 TEST(ScanFile, ReportsCommasInTexts) {
