@@ -38,7 +38,7 @@ TESTS = {  # the tests that may notice a change in a folder, the closest first
 }
 SLOW = "*AnyTree*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
 QUICK = "-" + SLOW
-PATIENCE = {QUICK: 120, SLOW: 1800}  # seconds that a test program may take; a mutant that hangs is caught
+PATIENCE = {QUICK: 300, SLOW: 1800}  # seconds that a test program may take; a mutant that hangs is caught
 WANTED = 0.95
 BUILT = {"WIZARD_LINUX", "WIZARD_X11", "WIZARD_XCB", "__linux__", "SIGXFSZ"}  # what #ifdef finds here
 
