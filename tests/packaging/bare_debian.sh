@@ -6,10 +6,12 @@
 say() { printf '%s: %s\n' "${0##*/}" "$*" >&2; }
 fail() { say "FAILED: $*" && exit 1; }
 
-packages=(build/package/pelmo-wizard_*.deb build/package/*.tar.gz)
-if [[ ${#packages[@]} != 2 || ! -f ${packages[0]} || ! -f ${packages[1]} ]]; then fail "not one package of each kind"; fi
+packages=(build/package/pelmo-wizard_*.deb build/package/pelmo-wizard*.tar.gz build/package/pelmo-scheme_*.deb)
+if [[ ${#packages[@]} != 3 ]]; then fail "not one package of each kind"; fi
+for file in "${packages[@]}"; do [[ -f $file ]] || fail "there is no $file"; done
 package=${packages[0]}
 archive=${packages[1]}
+scheme=${packages[2]}
 
 folder=$(mktemp -d)
 root=$folder/root
@@ -30,7 +32,7 @@ inside() { "${enter[@]}" "$@"; }
 # quiet COMMAND... - shows what it says only when it fails, which ends the script.
 quiet() { "$@" >"$folder/log" 2>&1 || { tail -n 20 "$folder/log" >&2; exit 1; }; }
 
-# make_debian RELEASE USER - with the package as /package.deb, and a user who is logged in.
+# make_debian RELEASE USER - with the packages as /package.deb and /scheme.deb, and a user who is logged in.
 make_debian() {
     user=$2
     home=/home/$user
@@ -39,6 +41,7 @@ make_debian() {
     mkdir "$root"
     quiet debootstrap --variant=minbase "$1" "$root"
     cp "$package" "$root/package.deb"
+    cp "$scheme" "$root/scheme.deb"
     inside useradd --create-home --shell /bin/bash "$user"
     inside install -d -o "$user" -g "$user" -m 700 "/run/user/$user" # as a login does
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Installs the Debian package in a bare Debian, uses the wizard there as a user does, and removes the package without a
-# trace. Starts the wizard from the portable archive, too.
+# trace. Starts the wizard from the portable archive, too, and does the same with the package of pelmo-scheme.
 #
 #     tests/packaging/install.sh [release]      of Debian; by default bookworm
 #
@@ -93,4 +93,19 @@ save_as copy.txt
 wait_for "$main"
 check_saved "$home/portable/copy.txt"
 leave
+
+say "pelmo-scheme: checks, finds and renumbers"
+quiet inside apt-get satisfy -y --no-install-recommends "$(dpkg-deb -f "$scheme" Depends)"
+cp samples/XST*.txt "$root$home"
+list_files >"$folder/before"
+inside dpkg -i /scheme.deb >&2
+[[ $(inside dpkg --verify pelmo-scheme) == '' ]] || fail "files differ from those of the package"
+as_user 'pelmo-scheme check XST1.txt XST2.txt' >"$folder/found" || fail "the samples are not clean"
+[[ ! -s $folder/found ]] || fail "there is something to find in the samples"
+as_user 'pelmo-scheme check XST1-faults.txt XST2-faults.txt' >"$folder/found" && fail "no fault is found"
+grep -q 'XST1-faults.txt:[0-9]*: error: ' "$folder/found" || fail "no place is named"
+as_user 'mkdir new && pelmo-scheme renumber XST1.txt XST2.txt -o new && cmp XST1.txt new/XST1.txt && rm -r new'
+inside apt-get purge -y pelmo-scheme >&2
+list_files >"$folder/after"
+diff "$folder/before" "$folder/after" >&2 || fail "the package of pelmo-scheme left a trace"
 say "passed"
