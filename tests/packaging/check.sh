@@ -87,6 +87,12 @@ hardened() { # PROGRAM: position-independent, bound at the start, with checks of
 }
 check "the wizard is hardened" hardened "$folder/deb/usr/lib/pelmo-wizard/pelmo-wizard"
 check "pelmo-scheme is hardened" hardened "$folder/scheme/usr/bin/pelmo-scheme"
+stays_open() { # PROGRAM: is still running when it is ended after some seconds
+    local code=0
+    QT_QPA_PLATFORM=offscreen timeout 5 "$1" || code=$?
+    ((code == 124))
+}
+check "the wizard starts" stays_open "$folder/deb/usr/lib/pelmo-wizard/pelmo-wizard"
 check "pelmo-scheme runs" "$folder/scheme/usr/bin/pelmo-scheme" check samples/XST1.txt samples/XST2.txt
 check "the wizard's package has nothing of it" diff <(cd "$folder/deb" && find . -name '*pelmo-scheme*') - </dev/null
 check "the wizard recommends it" grep -q pelmo-scheme <(dpkg-deb -f "${deb[0]}" Recommends)
