@@ -116,10 +116,12 @@ bool SqlDatabase::endSavepoint(bool keeps) {
     return (keeps || execute("ROLLBACK TO SAVEPOINT wizard_query")) && execute("RELEASE SAVEPOINT wizard_query");
 }
 
-bool SqlDatabase::execute(std::string_view statement) {
+bool SqlDatabase::execute(std::string_view statement, const QVariantList& values) {
     QSqlQuery query(connection());
     query.setForwardOnly(true);
-    const bool succeeded = query.exec(fromText(statement));
+    bool succeeded = values.isEmpty() || query.prepare(fromText(statement));
+    for (const auto& value : values) query.addBindValue(value);
+    succeeded = succeeded && (values.isEmpty() ? query.exec(fromText(statement)) : query.exec());
     if (!succeeded) lastWords_ = wordsOf(query.lastError());
     return succeeded;
 }

@@ -41,7 +41,7 @@ class SqlDatabase : public Database {
     void open();
 
     /// Runs a statement without results. @return whether it succeeded; otherwise `lastWords` says why not
-    bool execute(std::string_view statement);
+    bool execute(std::string_view statement, const QVariantList& values = {});
     [[nodiscard]] const std::string& lastWords() const { return lastWords_; }
     /// A query of the catalogue: its rows. @throws DatabaseError
     [[nodiscard]] std::vector<QVariantList> rowsOf(std::string_view statement, const QVariantList& values = {});
