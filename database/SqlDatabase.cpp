@@ -11,17 +11,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-QString freshName() {
-    static std::atomic<int> count = 0;
-    return QString::number(++count);
-}
-
 }  // namespace
 
 SqlDatabase::SqlDatabase(std::string name, ConnectionSettings settings, std::string (*askPassword)())
     : settings_(std::move(settings)),
       name_(std::move(name)),
-      connectionName_(freshName()),
+      connectionName_(freshConnectionName()),
       askPassword_(askPassword) {
 }
 
@@ -140,6 +135,11 @@ std::vector<QVariantList> SqlDatabase::rowsOf(std::string_view statement, const 
     }
     if (query.lastError().isValid()) throw DatabaseError(wordsOf(query.lastError()));
     return rows;
+}
+
+QString freshConnectionName() {
+    static std::atomic<int> count = 0;
+    return QString::number(++count);
 }
 
 std::string quotedName(std::string_view name, char quote) {

@@ -8,6 +8,9 @@
 #include "database/Database.h"
 #include "database/DatabaseAddress.h"
 
+/// A name for one more connection of Qt.
+[[nodiscard]] QString freshConnectionName();
+
 /// How Qt's driver is told to connect.
 struct ConnectionSettings {
     std::string driver{};
