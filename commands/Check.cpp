@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <algorithm>
 #include <memory>
 
 #include "commands/Command.h"
@@ -9,17 +8,10 @@
 
 namespace {
 
-struct Format {
-    std::string_view name;
-    void (*print)(const Problems&, const Console&);
-};
-constexpr Format formats[] = {{"text", printAsText}, {"json", printAsJson}, {"sarif", printAsSarif}};
-
 struct Arguments {
     std::string nodes;
     std::string paragraphs;
-    std::string format = "text";
-    bool isStrict = false;
+    ProblemOptions output;
 };
 
 ExitStatus run(const Arguments& given, const Console& console) {
@@ -28,10 +20,7 @@ ExitStatus run(const Arguments& given, const Console& console) {
     InputFile paragraphs;
     if (!given.paragraphs.empty()) paragraphs = readInput(given.paragraphs, webTable, console);
     const Problems problems(std::move(nodes), given.paragraphs.empty() ? nullptr : &paragraphs);
-    std::ranges::find(formats, given.format, &Format::name)->print(problems, console);
-    const bool isAnyFound = std::ranges::any_of(
-        problems.found(), [&](const Problem& problem) { return given.isStrict || problem.level() != Level::Remark; });
-    return isAnyFound ? found : nothingFound;
+    return printProblems({problems.files(), problems.found(), allProblemKinds}, given.output, console);
 }
 
 }  // namespace
@@ -40,9 +29,6 @@ RunCommand declareCheck(CommandLine& line) {
     const auto given = std::make_shared<Arguments>();
     line.argument("XST1", given->nodes, "The file of the nodes");
     line.argument("XST2", given->paragraphs, "The file of the paragraphs", Need::Optional);
-    std::vector<std::string> names;
-    for (const auto& format : formats) names.emplace_back(format.name);
-    line.choice("--format", given->format, names, "How findings are printed: text, json or sarif");
-    line.flag("--strict", given->isStrict, "Count remarks as findings");
+    declareProblemOptions(line, given->output);
     return [given](const Console& console) { return run(*given, console); };
 }

@@ -29,3 +29,4 @@ struct Command {
 [[nodiscard]] RunCommand declareStubs(CommandLine& line);
 [[nodiscard]] RunCommand declareToDo(CommandLine& line);
 [[nodiscard]] RunCommand declareTree(CommandLine& line);
+[[nodiscard]] RunCommand declareVerify(CommandLine& line);

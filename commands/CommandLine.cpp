@@ -26,6 +26,16 @@ void CommandLine::choice(const std::string& name, const std::function<void(const
         ->required(need == Need::Required);
 }
 
+void CommandLine::number(const std::string& name, std::size_t& value, std::size_t least, std::size_t most,
+                         const std::string& what, const std::string& help) {
+    app_.add_option(name, value, help)->type_name(what)->check(CLI::Range(least, most));
+}
+
+void CommandLine::number(const std::string& name, double& value, double least, double most, const std::string& what,
+                         const std::string& help) {
+    app_.add_option(name, value, help)->type_name(what)->check(CLI::Range(least, most));
+}
+
 void CommandLine::flag(const std::string& name, bool& value, const std::string& help) {
     app_.add_flag(name, value, help);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -28,6 +29,11 @@ class CommandLine {
     /// The same, with what is done with the name.
     void choice(const std::string& name, const std::function<void(const std::string&)>& choose,
                 const std::vector<std::string>& names, const std::string& help, Need need = Need::Optional);
+    /// An option whose value is a number from `least` to `most`.
+    void number(const std::string& name, std::size_t& value, std::size_t least, std::size_t most,
+                const std::string& what, const std::string& help);
+    void number(const std::string& name, double& value, double least, double most, const std::string& what,
+                const std::string& help);
     /// An option without a value.
     void flag(const std::string& name, bool& value, const std::string& help);
 

@@ -32,6 +32,11 @@ constexpr Command commands[] = {
      "left "
      "out, with a message.",
      "pelmo-scheme stubs XST1.txt XST2.txt --dialect sqlite | sqlite3 shop.db", declareStubs},
+#ifdef WIZARD_DATABASE
+    {"verify",
+     "Calls every query that the scheme names in your database, which stays as it is, and says what does not fit.",
+     "pelmo-scheme verify XST1.txt XST2.txt --db sqlite:shop.db", declareVerify},
+#endif
 };
 
 constexpr auto manual =

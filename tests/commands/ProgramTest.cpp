@@ -6,7 +6,11 @@
 
 namespace {
 
-const std::vector<std::string> all = {"check", "todo", "tree", "orphans", "renumber", "fmt", "sql", "stubs"};
+const std::vector<std::string> all = {"check", "todo", "tree", "orphans", "renumber", "fmt", "sql", "stubs",
+#ifdef WIZARD_DATABASE
+                                      "verify"
+#endif
+};
 
 void expectRefused(const Ran& ran, const std::string& message) {
     EXPECT_EQ(ran.status, 2);
@@ -178,7 +182,8 @@ TEST(Program, HasEachCommandAndOptionInItsManPageAndCompletions) {
             ++options;
         }
     }
-    EXPECT_EQ(options, 8U + 9U) << "--help of each, and all others";
+    const std::size_t others = std::ranges::count(all, "verify") == 1 ? 17 : 9;
+    EXPECT_EQ(options, all.size() + others) << "--help of each, and all others";
     for (const char* option : {"--encoding", "--version"}) expectEverywhere(option, option);
 }
 
@@ -190,7 +195,7 @@ TEST(Program, CompletesInBash) {
                         "); COMP_CWORD=" + std::to_string(last) + "; _pelmo_scheme; echo \"${COMPREPLY[*]}\""})
             .out;
     };
-    EXPECT_EQ(completed("''", 1), "check todo tree orphans renumber fmt sql stubs\n");
+    EXPECT_EQ(completed("''", 1), "check todo tree orphans renumber fmt sql stubs verify\n");
     EXPECT_EQ(completed("t", 1), "todo tree\n");
     EXPECT_EQ(completed("check --", 2), "--encoding --help --format --strict\n");
     EXPECT_EQ(completed("check --format ''", 3), "text json sarif\n");
@@ -198,6 +203,8 @@ TEST(Program, CompletesInBash) {
     EXPECT_EQ(completed("renumber --m", 2), "--map\n");
     EXPECT_EQ(completed("stubs --dialect s", 3), "sqlite sqlserver\n");
     EXPECT_EQ(completed("sql --d", 2), "--dialect\n");
+    EXPECT_EQ(completed("verify --r", 2), "--rows --run-actions\n");
+    EXPECT_EQ(completed("verify --db s", 3), "sqlite:\n");
     EXPECT_EQ(completed("fmt --table X", 3), "XST1 XST2\n");
     EXPECT_EQ(completed("check " SAMPLES "/XST1.", 2), SAMPLES "/XST1.txt\n");
 }
