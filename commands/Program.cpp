@@ -63,8 +63,13 @@ void declareEncoding(CLI::App& program, Encoding& encoding) {
                                 "The encoding of what is printed; otherwise utf-8");
 }
 
-std::string refusal(const CLI::App*, const CLI::Error& error) {
-    return "pelmo-scheme: " + shownName(error.what()) + "; see pelmo-scheme --help\n";
+std::string refusal(const CLI::App* program, const CLI::Error& error) {
+    std::string why = error.what();
+    // The parser would only say that a command is missing.
+    if (const auto unread = program->remaining(); program->get_subcommands().empty() && !unread.empty())
+        why = unread.front().starts_with('-') ? "there is no option " + unread.front()
+                                              : "there is no command \"" + unread.front() + '"';
+    return "pelmo-scheme: " + shownName(why) + "; see pelmo-scheme --help\n";
 }
 
 std::vector<Declared> declareAll(CLI::App& program, Encoding& encoding) {

@@ -59,6 +59,8 @@ TEST(Program, RefusesWhatItDoesNotUnderstand) {
                   "--encoding: utf-16 not in {utf-8,windows-1252}; see pelmo-scheme --help");
     expectRefused(pelmo({"renumber", sampleNodes, sampleParagraphs}),
                   "--output is required; see pelmo-scheme --help");
+    expectRefused(pelmo({"chekc", sampleNodes}), "there is no command \"chekc\"; see pelmo-scheme --help");
+    expectRefused(pelmo({"--chekc"}), "there is no option --chekc; see pelmo-scheme --help");
     const auto ran = pelmo({"\x1B[2J\xFF"});
     EXPECT_EQ(ran.status, 2);
     EXPECT_EQ(ran.err.find('\x1B'), std::string::npos);
