@@ -132,6 +132,18 @@ TEST_F(Help, AViewerThatEndsWithAnErrorAfterAWhileWasThere) {
     QTest::qWait(200);  // no message follows
 }
 
+#ifdef __linux__
+// It may outlive the wizard, and then nobody reads what it prints.
+TEST_F(Help, AViewerPrintsToNobody) {
+    writeBytes(helpFile, "help");
+    const auto done = folder / "done";
+    makeOpener("places=$(/bin/readlink /proc/$$/fd/1 /proc/$$/fd/2); echo \"$places\" > '" + done.string() + "'");
+    help.show(nullptr);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::filesystem::exists(done) && !bytesOf(done).empty(); }, patience));
+    EXPECT_EQ(bytesOf(done), "/dev/null\n/dev/null\n");
+}
+#endif
+
 TEST_F(Help, AnOpenerMayTakeSecondsToGiveUp) {
     writeBytes(helpFile, "help");
     makeOpener("/bin/sleep 3; exit 3");
