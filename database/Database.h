@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -24,17 +25,20 @@ struct Cell {
 
 /// What a query gave.
 struct QueryResult {
-    std::vector<std::string> fields;      ///< the names; none if it returns no rows
-    std::vector<std::vector<Cell>> rows;  ///< at most as many as the limit
-    std::uint64_t total = 0;              ///< how many rows there are
-    std::string error;                    ///< the database's own words, or ours; empty if all is well
-    std::chrono::microseconds time{0};    ///< from the call to the last row
+    std::vector<std::string> fields;       ///< the names; none if it returns no rows
+    std::vector<std::vector<Cell>> rows;   ///< at most as many as the limit
+    std::uint64_t total = 0;               ///< how many rows there are
+    std::string error;                     ///< the database's own words, or ours; empty if all is well
+    std::chrono::microseconds time{0};     ///< from the call to the last row
+    std::optional<std::uint64_t> changed;  ///< how many rows an action changed, where the database tells
+    bool isTooSlow = false;                ///< whether it failed because its time was over
 };
 
 /// What a query may take.
 struct QueryLimits {
-    std::chrono::milliseconds time{5000};  ///< for one query; then it is stopped, with an error
-    std::size_t rows = 1000;               ///< that are kept; the rest are counted
+    std::chrono::milliseconds time{5000};        ///< for one query; then it is stopped, with an error
+    std::size_t rows = 1000;                     ///< that are kept; the rest are counted
+    std::size_t bytes = std::size_t{64} << 20U;  ///< after which no more rows are kept, either
 };
 
 /// The database cannot be reached, or its address cannot be read. `what` is one line for the user, without passwords.

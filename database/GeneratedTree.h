@@ -40,6 +40,10 @@ class GeneratedTree {
     [[nodiscard]] TreeBranch below(const TreeNode& parent, Database& database, const QueryLimits& limits) const;
 
   private:
+    [[nodiscard]] const clsNavScheme* madeAfter(const clsNavScheme& node) const;
+    [[nodiscard]] TreeBranch childrenOf(const clsNavScheme& node) const;
+    [[nodiscard]] TreeBranch rowsBelow(const TreeNode& parent, Database& database, const QueryLimits& limits) const;
+
     const clsNavSchemes& navs_;
     std::string today_;
     NodeTree tree_;

@@ -22,10 +22,13 @@ may() {
 }
 may model model
 may analysis 'model|analysis'
-may commands 'model|analysis|commands'
+may database 'model|database'
+may commands 'model|analysis|database|preview|commands'
 may views 'model|views'
 may forms 'model|views|forms'
 may shell 'model|analysis|views|forms|shell'
 refuse "model, analysis and commands may not use Qt, except for writing files" < <(
     grep -rnE '^ *# *include *<Q' model analysis commands --include='*.h' --include='*.cpp' | grep -v '^model/FileWriter[.]cpp:')
+refuse "what other folders include of database may not use Qt" < <(
+    grep -nE '^ *# *include *<Q' database/{Database,GeneratedTree,QueryCall}.h)
 exit "$code"

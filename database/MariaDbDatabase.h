@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "database/SqlDatabase.h"
+
+/// A server of MariaDB or MySQL. A query is a procedure; one without values may be a view or a table.
+///
+/// No rollback takes back the next numbers of AUTO_INCREMENT, tables of engines without transactions, or what a
+/// procedure has committed. So nothing is promised: until an action is called, the whole session may only read.
+class MariaDbDatabase final : public SqlDatabase {
+  public:
+    /// @throws DatabaseError
+    MariaDbDatabase(const DatabaseAddress& address, std::string (*askPassword)());
+
+    [[nodiscard]] bool canUndo() const override { return false; }
+    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;
+
+  protected:
+    void prepareConnection() override;
+    [[nodiscard]] bool isAboutPassword(const QSqlError& error) const override;
+    bool beginTransaction() override;
+    void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;
+    bool setSavepoint() override;
+    bool endSavepoint(bool keeps) override;
+
+  private:
+    struct Procedure {
+        std::string name;  // in quotes, with its database
+        std::size_t arguments = 0;
+    };
+    [[nodiscard]] std::optional<Procedure> procedureNamed(std::string_view name);
+    [[nodiscard]] std::string viewNamed(std::string_view name);
+    [[nodiscard]] std::string statementFor(const QueryCall& call, bool isAction, QueryResult& result);
+    void limitTime(std::chrono::milliseconds time);
+    [[nodiscard]] bool letWrite();
+
+    bool mayWrite_ = false;
+};
