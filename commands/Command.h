@@ -26,6 +26,7 @@ struct Command {
 [[nodiscard]] RunCommand declareCheck(CLI::App& command);
 [[nodiscard]] RunCommand declareFormat(CLI::App& command);
 [[nodiscard]] RunCommand declareOrphans(CLI::App& command);
+[[nodiscard]] RunCommand declarePreview(CLI::App& command);
 [[nodiscard]] RunCommand declareRenumber(CLI::App& command);
 [[nodiscard]] RunCommand declareSql(CLI::App& command);
 [[nodiscard]] RunCommand declareStubs(CLI::App& command);

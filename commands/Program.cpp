@@ -31,6 +31,12 @@ constexpr Command commands[] = {
      "left "
      "out, with a message.",
      "pelmo-scheme stubs XST1.txt XST2.txt --dialect sqlite | sqlite3 shop.db", declareStubs},
+#ifdef WIZARD_DATABASE
+    {"preview",
+     "Shows the tree and its pages in a browser, as the database would fill them, and changes nothing in it. Ctrl+C "
+     "ends it.",
+     "pelmo-scheme preview XST1.txt XST2.txt --db sqlite:shop.db", declarePreview},
+#endif
 };
 
 constexpr auto manual =

@@ -82,7 +82,8 @@ struct MadeParagraph {
         record.typeIs = type;
         record.colsAre = columns;
         paragraph.record = &record;
-        paragraph.call = QueryCall{.name = "spW_Made"};
+        paragraph.call.emplace();
+        paragraph.call->name = "spW_Made";
         paragraph.result = std::move(result);
     }
     MadeParagraph(const MadeParagraph&) = delete;
