@@ -179,7 +179,7 @@ TEST(PreviewHeader, ShowsThePictureOfTheDatabase) {
     EXPECT_EQ(shown("I", "", withPicture("IMGPart", null)),
               record + "<p class=note>The field IMGPart is empty: there is no picture.</p></div>");
     EXPECT_TRUE(shown("I", "", withPicture("Picture", bytes(gif)))
-                    .ends_with("<div><dt>Picture</dt><dd>(16 bytes)</dd></div></dl></div><p class=note>No field of the "
+                    .ends_with("<div><dt>Picture</dt><dd>(15 bytes)</dd></div></dl></div><p class=note>No field of the "
                                "query has a name that begins with IMG, and so there is no picture.</p>"));
     EXPECT_EQ(shown("H", "", withPicture("IMGPart", bytes(gif))).find("<img"), std::string::npos);
 }
@@ -202,7 +202,8 @@ TEST(PreviewChapters, ShowEachOuterRowOnceWithItsChapter) {
 
 TEST(PreviewChapters, TellOuterFieldsByWhatStaysTheSameWithTheId) {
     const auto outer = [](std::vector<std::vector<Cell>> rows) {
-        return outerFields(made(std::vector<std::string>(rows.at(0).size(), "F"), std::move(rows)));
+        std::vector<std::string> fields(rows.at(0).size(), "F");
+        return outerFields(made(std::move(fields), std::move(rows)));
     };
     const auto one = number("1");
     const auto two = number("2");

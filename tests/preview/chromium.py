@@ -87,7 +87,7 @@ class Page:
         self.socket, self.count, self.results = Socket(address), 0, {}
         self.console, self.requests, self.failures = [], [], []
         self.types = collections.Counter()
-        for domain in ("Page", "Runtime", "Log", "Network", "Accessibility"):
+        for domain in ("Page", "Runtime", "Log", "Network"):
             self.call(f"{domain}.enable")
 
     def call(self, method, **parameters):
@@ -122,12 +122,11 @@ class Page:
         return answer["result"].get("value")
 
     def wait(self, script, what=None):
-        """Waits until an expression is true, and returns its value."""
+        """Waits until an expression is true."""
         end = time.monotonic() + PATIENCE
         while True:
-            value = self.run(script)
-            if value:
-                return value
+            if self.run(f"Boolean({script})"):
+                return
             if time.monotonic() > end:
                 raise TimeoutError(what or script)
             time.sleep(0.01)
@@ -164,7 +163,7 @@ class Chromium:
         command = [program(), "--headless=new", "--disable-gpu", "--remote-debugging-port=0", "--no-first-run",
                    f"--user-data-dir={self.folder.name}", "--disable-background-networking", "--disable-sync",
                    "--disable-component-update", "--disable-dev-shm-usage", "--no-default-browser-check",
-                   "--force-renderer-accessibility", "about:blank"]
+                   "about:blank"]
         if os.geteuid() == 0:
             command.insert(1, "--no-sandbox")
         self.process = subprocess.Popen(command, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
