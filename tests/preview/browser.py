@@ -388,7 +388,7 @@ class Checks:
         folder = self.new_folder()
         self.hostile_scheme(folder)
         before = (folder / "shop.db").read_bytes()
-        with Preview(folder, "sqlite:shop.db", "--seconds", "2") as preview:
+        with Preview(folder, "sqlite:shop.db", "--seconds", "6") as preview:
             viewer = Viewer(self.browser, preview)
             viewer.click(1)
             self.expect(viewer.items()[2][1], self.EVIL, "a generated node")
