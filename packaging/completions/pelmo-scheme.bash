@@ -6,7 +6,7 @@ _pelmo_scheme() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' words='' i
     for ((i = 1; i < COMP_CWORD; ++i)); do
         case ${COMP_WORDS[i]} in
-            check | todo | tree | orphans | renumber | fmt | sql | stubs) command=${COMP_WORDS[i]} && break ;;
+            check | todo | tree | orphans | renumber | fmt | sql | stubs | preview) command=${COMP_WORDS[i]} && break ;;
         esac
     done
     case $before in
@@ -20,7 +20,7 @@ _pelmo_scheme() {
             ;;
         *)
             if [[ -z $command && $word != -* ]]; then
-                words='check todo tree orphans renumber fmt sql stubs'
+                words='check todo tree orphans renumber fmt sql stubs preview'
             elif [[ $word == -* ]]; then
                 words='--encoding --help'
                 case $command in
@@ -30,6 +30,7 @@ _pelmo_scheme() {
                     renumber) words+=' --output --map' ;;
                     fmt) words+=' --check --table' ;;
                     sql | stubs) words+=' --dialect' ;;
+                    preview) words+=' --db --no-browser --today --rows --seconds --run-actions' ;;
                 esac
             fi
             ;;
