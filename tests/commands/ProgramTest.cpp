@@ -6,7 +6,7 @@
 
 namespace {
 
-const std::vector<std::string> all = {"check", "todo", "tree", "orphans", "renumber", "fmt", "sql", "stubs"};
+const std::vector<std::string> all = {"check", "todo", "tree", "orphans", "renumber", "fmt", "sql", "stubs", "preview"};
 
 void expectRefused(const Ran& ran, const std::string& message) {
     EXPECT_EQ(ran.status, 2);
@@ -26,6 +26,12 @@ TEST(Program, ListsItsCommands) {
     EXPECT_EQ(pelmo({"--version"}).out, "pelmo-scheme 1.02\n");
 }
 
+// One that ends with Ctrl+C, and would open a browser.
+static std::string untilInterrupted(std::string example) {
+    example.insert(example.find_first_of('\n'), " --no-browser");
+    return "timeout --preserve-status --signal=INT 5 " PROGRAM " " + example;
+}
+
 // Each example is run as it stands, in a folder with the samples.
 TEST(Program, ShowsAnExampleOfEachCommandThatWorks) {
     if (!isInstalled("sqlite3")) GTEST_SKIP() << "sqlite3 is not installed";
@@ -39,7 +45,8 @@ TEST(Program, ShowsAnExampleOfEachCommandThatWorks) {
         ASSERT_NE(first, std::string::npos) << help.out;
         const auto example = help.out.substr(first + heading.size());
         EXPECT_TRUE(example.starts_with(name + " ")) << example;
-        const auto ran = run({"sh", "-c", "cd '" + folder.folder.path().string() + "' && " PROGRAM " " + example});
+        const auto command = name == "preview" ? untilInterrupted(example) : PROGRAM " " + example;
+        const auto ran = run({"sh", "-c", "cd '" + folder.folder.path().string() + "' && " + command});
         EXPECT_EQ(ran.code, 0) << example << ran.err;
         EXPECT_EQ(ran.err, "");
     }
@@ -178,7 +185,7 @@ TEST(Program, HasEachCommandAndOptionInItsManPageAndCompletions) {
             ++options;
         }
     }
-    EXPECT_EQ(options, 8U + 9U) << "--help of each, and all others";
+    EXPECT_EQ(options, 9U + 15U) << "--help of each, and all others";
     for (const char* option : {"--encoding", "--version"}) expectEverywhere(option, option);
 }
 
@@ -190,7 +197,7 @@ TEST(Program, CompletesInBash) {
                         "); COMP_CWORD=" + std::to_string(last) + "; _pelmo_scheme; echo \"${COMPREPLY[*]}\""})
             .out;
     };
-    EXPECT_EQ(completed("''", 1), "check todo tree orphans renumber fmt sql stubs\n");
+    EXPECT_EQ(completed("''", 1), "check todo tree orphans renumber fmt sql stubs preview\n");
     EXPECT_EQ(completed("t", 1), "todo tree\n");
     EXPECT_EQ(completed("check --", 2), "--encoding --help --format --strict\n");
     EXPECT_EQ(completed("check --format ''", 3), "text json sarif\n");
