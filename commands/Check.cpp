@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 #include <CLI/CLI.hpp>
-#include <algorithm>
 #include <memory>
 
 #include "commands/Command.h"
@@ -9,17 +8,10 @@
 
 namespace {
 
-struct Format {
-    std::string_view name;
-    void (*print)(const Problems&, const Console&);
-};
-constexpr Format formats[] = {{"text", printAsText}, {"json", printAsJson}, {"sarif", printAsSarif}};
-
 struct Arguments {
     std::string nodes;
     std::string paragraphs;
-    std::string format = "text";
-    bool isStrict = false;
+    ProblemOptions output;
 };
 
 ExitStatus run(const Arguments& given, const Console& console) {
@@ -28,10 +20,7 @@ ExitStatus run(const Arguments& given, const Console& console) {
     InputFile paragraphs;
     if (!given.paragraphs.empty()) paragraphs = readInput(given.paragraphs, webTable, console);
     const Problems problems(std::move(nodes), given.paragraphs.empty() ? nullptr : &paragraphs);
-    std::ranges::find(formats, given.format, &Format::name)->print(problems, console);
-    const bool isAnyFound = std::ranges::any_of(
-        problems.found(), [&](const Problem& problem) { return given.isStrict || problem.level() != Level::Remark; });
-    return isAnyFound ? found : nothingFound;
+    return printProblems({problems.files(), problems.found(), allProblemKinds}, given.output, console);
 }
 
 }  // namespace
@@ -40,11 +29,6 @@ RunCommand declareCheck(CLI::App& command) {
     const auto given = std::make_shared<Arguments>();
     command.add_option("XST1", given->nodes, "The file of the nodes")->required();
     command.add_option("XST2", given->paragraphs, "The file of the paragraphs");
-    std::vector<std::string> names;
-    for (const auto& format : formats) names.emplace_back(format.name);
-    command.add_option("--format", given->format, "How findings are printed: text, json or sarif")
-        ->type_name("NAME")
-        ->check(CLI::IsMember(names));
-    command.add_flag("--strict", given->isStrict, "Count remarks as findings");
+    declareProblemOptions(command, given->output);
     return [given](const Console& console) { return run(*given, console); };
 }

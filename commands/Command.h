@@ -32,3 +32,4 @@ struct Command {
 [[nodiscard]] RunCommand declareStubs(CLI::App& command);
 [[nodiscard]] RunCommand declareToDo(CLI::App& command);
 [[nodiscard]] RunCommand declareTree(CLI::App& command);
+[[nodiscard]] RunCommand declareVerify(CLI::App& command);

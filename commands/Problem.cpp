@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "model/CodePage.h"
 #include "model/Integer.h"
 
 namespace {
@@ -34,14 +35,21 @@ std::string asOneLine(std::string finding) {
 struct RuleOf {
     const Problem& problem;
     std::string operator()(const FileFinding& found) const { return std::string(found.flaw->id); }
+    std::string operator()(const QueryFinding& found) const { return std::string(found.flaw->id); }
     template <class Finding>
     std::string operator()(const Finding& found) const {
         return ruleName(tableOf(problem.file), found.rule->number);
     }
 };
 
+Level levelOf(const QueryFlaw& flaw) {
+    constexpr Level levels[] = {Level::Remark, Level::Warning, Level::Error};
+    return levels[static_cast<std::size_t>(flaw.level)];
+}
+
 struct LevelOf {
     Level operator()(const FileFinding& found) const { return found.flaw->level; }
+    Level operator()(const QueryFinding& found) const { return levelOf(*found.flaw); }
     template <class Finding>
     Level operator()(const Finding& found) const {
         return found.rule->isComment ? Level::Remark : Level::Error;
@@ -54,12 +62,14 @@ struct FieldOf {
         if (found.field == FileFinding::wholeLine) return {};
         return tableOf(problem.file).fields[static_cast<std::size_t>(found.field)].name;
     }
+    std::string_view operator()(const QueryFinding& found) const { return found.field; }
     template <class Finding>
     std::string_view operator()(const Finding& found) const {
         return found.rule->field;
     }
 };
 
+// In bytes of the files' code page.
 struct WordsOf {
     std::string operator()(const FileFinding& found) const { return found.words(); }
     std::string operator()(const NavFinding& found) const {
@@ -72,6 +82,7 @@ struct WordsOf {
         appendFinding(lines, found);
         return asOneLine(std::move(lines));
     }
+    std::string operator()(const QueryFinding&) const { return {}; }  // its words are none of the code page
 };
 
 }  // namespace
@@ -89,6 +100,16 @@ std::string_view Problem::field() const {
 }
 
 std::string Problem::words() const {
+    const auto* const query = std::get_if<QueryFinding>(&finding);
+    return query ? query->words : toUtf8(bytesOfWords());
+}
+
+std::string Problem::shownWords() const {
+    const auto* const query = std::get_if<QueryFinding>(&finding);
+    return query ? shownName(query->words) : shown(bytesOfWords());
+}
+
+std::string Problem::bytesOfWords() const {
     return std::visit(WordsOf(), finding);
 }
 
@@ -143,13 +164,20 @@ std::vector<ProblemKind> allProblemKinds() {
     std::vector<ProblemKind> kinds;
     for (const auto& flaw : fileFlaws) {
         const FileFinding example{.flaw = &flaw, .line = 1, .field = FileFinding::wholeLine, .detail = "..."};
-        kinds.push_back({std::string(flaw.id), flaw.level, example.words()});
+        kinds.push_back({std::string(flaw.id), flaw.level, toUtf8(example.words())});
     }
     constexpr int navRuleCount = 5;
     constexpr int webRuleCount = 4;  // the fifth is the kind of flaw "orphan"
     for (const auto& [table, words, count] :
          {std::tuple(&navTable, navRulesInWords, navRuleCount), std::tuple(&webTable, webRulesInWords, webRuleCount)})
         for (int number = 1; number <= count; ++number)
-            kinds.push_back({ruleName(*table, number), Level::Error, std::string(ruleInWords(words, number))});
+            kinds.push_back({ruleName(*table, number), Level::Error, toUtf8(ruleInWords(words, number))});
+    return kinds;
+}
+
+std::vector<ProblemKind> allQueryProblemKinds() {
+    std::vector<ProblemKind> kinds;
+    for (const auto& flaw : queryFlaws)
+        kinds.push_back({std::string(flaw.id), levelOf(flaw), std::string(flaw.words)});
     return kinds;
 }

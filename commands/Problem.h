@@ -11,21 +11,27 @@
 #include "analysis/NavRules.h"
 #include "analysis/WebRules.h"
 #include "commands/Input.h"
+#include "database/QueryFindings.h"
 
 /// A finding at its place, whichever of the analyses it comes from. There may be millions: its words are made when
 /// they are printed.
 struct Problem {
     std::uint32_t file;  ///< 0 the nodes, 1 the paragraphs
     std::uint32_t line;  ///< from 1
-    std::variant<FileFinding, NavFinding, WebFinding> finding;
+    std::variant<FileFinding, NavFinding, WebFinding, QueryFinding> finding;
 
     /// Names the rule or the kind of flaw: "XST1-rule-5", "twin-id".
     [[nodiscard]] std::string rule() const;
     [[nodiscard]] Level level() const;
     /// The name of the field to look at; empty for the whole line.
     [[nodiscard]] std::string_view field() const;
-    /// What was found, in bytes of the files' code page.
+    /// What was found, in UTF-8.
     [[nodiscard]] std::string words() const;
+    /// The same as a terminal may show it: control characters are spelled out.
+    [[nodiscard]] std::string shownWords() const;
+
+  private:
+    [[nodiscard]] std::string bytesOfWords() const;
 };
 
 /// All that is found in one file or both.
@@ -58,8 +64,10 @@ class Problems {
 struct ProblemKind {
     std::string rule;
     Level level;
-    std::string words;
+    std::string words;  ///< in UTF-8
 };
 
-/// Every kind that there is, whether it was found or not.
+/// Every kind that `Problems` has, whether it was found or not.
 [[nodiscard]] std::vector<ProblemKind> allProblemKinds();
+/// Every kind that only the database shows.
+[[nodiscard]] std::vector<ProblemKind> allQueryProblemKinds();

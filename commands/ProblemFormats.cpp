@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "commands/ProblemFormats.h"
 
+#include <CLI/CLI.hpp>
+#include <algorithm>
 #include <nlohmann/json.hpp>
-
-#include "model/CodePage.h"
 
 namespace {
 
@@ -45,11 +45,11 @@ std::string uriOf(std::string_view name) {
     return uri;
 }
 
-Json sarifRules() {
+Json sarifRules(const std::vector<ProblemKind>& kinds) {
     auto rules = Json::array();
-    for (const auto& kind : allProblemKinds())
+    for (const auto& kind : kinds)
         rules.push_back({{"id", kind.rule},
-                         {"shortDescription", {{"text", toUtf8(kind.words)}}},
+                         {"shortDescription", {{"text", kind.words}}},
                          {"defaultConfiguration", {{"level", wordsOf(kind.level).sarif}}}});
     return rules;
 }
@@ -61,38 +61,38 @@ Json sarifResult(const Problem& problem, const std::string& file) {
         location["logicalLocations"] = Json::array({{{"name", problem.field()}, {"kind", "member"}}});
     return {{"ruleId", problem.rule()},
             {"level", wordsOf(problem.level()).sarif},
-            {"message", {{"text", toUtf8(problem.words())}}},
+            {"message", {{"text", problem.words()}}},
             {"locations", Json::array({location})}};
 }
 
 // A list may be longer than would do for one value in memory.
 template <class Print>
-void printList(const Problems& problems, const Console& console, Print print) {
+void printList(const ProblemList& problems, const Console& console, Print print) {
     const char* before = "\n";
-    for (const auto& problem : problems.found()) {
+    for (const auto& problem : problems.found) {
         console.print(before);
-        console.print(dumped(print(problem, problems.files()[problem.file])));
+        console.print(dumped(print(problem, problems.files[problem.file])));
         before = ",\n";
     }
 }
 
-}  // namespace
-
-void printAsText(const Problems& problems, const Console& console) {
+// One line each, as compilers write them: "XST1.txt:12: error: queryIs: words [rule]".
+void printAsText(const ProblemList& problems, const Console& console) {
     std::string line;
-    for (const auto& problem : problems.found()) {
+    for (const auto& problem : problems.found) {
         const auto& level = wordsOf(problem.level());
-        line.assign(problems.files()[problem.file]).append(":").append(std::to_string(problem.line)).append(": ");
+        line.assign(problems.files[problem.file]).append(":").append(std::to_string(problem.line)).append(": ");
         if (console.isColoured) line += level.colour;
         line.append(level.text).append(":");
         if (console.isColoured) line += "\x1B[0m";
         if (!problem.field().empty()) line.append(" ").append(problem.field()).append(":");
-        line.append(" ").append(shown(problem.words())).append(" [").append(problem.rule()).append("]\n");
+        line.append(" ").append(problem.shownWords()).append(" [").append(problem.rule()).append("]\n");
         console.print(line);
     }
 }
 
-void printAsJson(const Problems& problems, const Console& console) {
+// One object with the list "findings".
+void printAsJson(const ProblemList& problems, const Console& console) {
     console.print(R"({"findings":[)");
     printList(problems, console, [](const Problem& problem, const std::string& file) {
         return Json{{"file", file},
@@ -100,16 +100,42 @@ void printAsJson(const Problems& problems, const Console& console) {
                     {"field", problem.field().empty() ? Json() : Json(problem.field())},
                     {"level", wordsOf(problem.level()).text},
                     {"rule", problem.rule()},
-                    {"message", toUtf8(problem.words())}};
+                    {"message", problem.words()}};
     });
     console.print("\n]}\n");
 }
 
-void printAsSarif(const Problems& problems, const Console& console) {
-    const Json driver = {{"name", "pelmo-scheme"}, {"version", WIZARD_VERSION}, {"rules", sarifRules()}};
+// SARIF 2.1.0, which code-review services read.
+void printAsSarif(const ProblemList& problems, const Console& console) {
+    const Json driver = {
+        {"name", "pelmo-scheme"}, {"version", WIZARD_VERSION}, {"rules", sarifRules(problems.kinds())}};
     console.print(R"({"$schema":"https://json.schemastore.org/sarif-2.1.0.json","version":"2.1.0","runs":[{"tool":)");
     console.print(dumped({{"driver", driver}}));
     console.print(R"(,"results":[)");
     printList(problems, console, sarifResult);
     console.print("\n]}]}\n");
+}
+
+struct Format {
+    std::string_view name;
+    void (*print)(const ProblemList&, const Console&);
+};
+constexpr Format formats[] = {{"text", printAsText}, {"json", printAsJson}, {"sarif", printAsSarif}};
+
+}  // namespace
+
+void declareProblemOptions(CLI::App& command, ProblemOptions& options) {
+    std::vector<std::string> names;
+    for (const auto& format : formats) names.emplace_back(format.name);
+    command.add_option("--format", options.format, "How findings are printed: text, json or sarif")
+        ->type_name("NAME")
+        ->check(CLI::IsMember(names));
+    command.add_flag("--strict", options.isStrict, "Count remarks as findings");
+}
+
+ExitStatus printProblems(const ProblemList& problems, const ProblemOptions& options, const Console& console) {
+    std::ranges::find(formats, options.format, &Format::name)->print(problems, console);
+    const bool isAnyFound = std::ranges::any_of(
+        problems.found, [&](const Problem& problem) { return options.isStrict || problem.level() != Level::Remark; });
+    return isAnyFound ? found : nothingFound;
 }

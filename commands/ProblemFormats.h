@@ -1,16 +1,35 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <span>
+#include <string>
+#include <vector>
+
 #include "commands/Console.h"
 #include "commands/Problem.h"
 
-// How `check` prints what it found.
+namespace CLI {
+class App;
+}
 
-/// One line each, as compilers write them: "XST1.txt:12: error: queryIs: words [rule]".
-void printAsText(const Problems& problems, const Console& console);
+// How `check` and `verify` print what they found.
 
-/// One object with the list "findings".
-void printAsJson(const Problems& problems, const Console& console);
+/// What is printed.
+struct ProblemList {
+    std::span<const std::string> files;  ///< their names as they are shown
+    std::span<const Problem> found;      ///< sorted by file and line
+    std::vector<ProblemKind> (*kinds)();
+};
 
-/// SARIF 2.1.0, which code-review services read.
-void printAsSarif(const Problems& problems, const Console& console);
+/// What the command line says about it.
+struct ProblemOptions {
+    std::string format = "text";
+    bool isStrict = false;
+};
+
+/// Declares `--format` and `--strict`. @param options must outlive the command
+void declareProblemOptions(CLI::App& command, ProblemOptions& options);
+
+/// Prints the findings. @return whether there are any that count
+[[nodiscard]] ExitStatus printProblems(const ProblemList& problems, const ProblemOptions& options,
+                                       const Console& console);

@@ -72,5 +72,8 @@ TreeBranch GeneratedTree::rowsBelow(const TreeNode& parent, Database& database, 
     for (const auto& row : result.rows) branch.nodes.push_back({node, generated(row)});
     branch.total = result.total;
     branch.error = result.error;
+    branch.isTooSlow = result.isTooSlow;
+    branch.fields = result.fields;
+    branch.time = result.time;
     return branch;
 }

@@ -21,8 +21,11 @@ struct TreeNode {
 /// What is directly below a node.
 struct TreeBranch {
     std::vector<TreeNode> nodes;
-    std::uint64_t total = 0;  ///< how many there are; more than `nodes` at the limit
-    std::string error;        ///< if its query failed
+    std::uint64_t total = 0;            ///< how many there are; more than `nodes` at the limit
+    std::string error;                  ///< if its query failed
+    bool isTooSlow = false;             ///< whether it failed because its time was over
+    std::vector<std::string> fields;    ///< of its query
+    std::chrono::microseconds time{0};  ///< of its query
 };
 
 class GeneratedTree {

@@ -33,6 +33,17 @@ int portIn(const std::map<std::string, std::string>& given) {
     return port == given.end() ? -1 : fromText(port->second).toInt();
 }
 
+// A prepared CALL has no columns for Qt's driver. So the values are bound to variables, and the call names these.
+std::string variable(qsizetype place) {
+    return "@wizard_value_" + std::to_string(place + 1);
+}
+
+std::string variablesFor(const QVariantList& values) {
+    std::string variables;
+    for (qsizetype i = 0; i < values.size(); ++i) variables += (i == 0 ? "" : ", ") + variable(i);
+    return variables;
+}
+
 // How the driver of Qt calls an option of the address.
 struct OptionName {
     const char* given;
@@ -133,7 +144,7 @@ std::string MariaDbDatabase::statementFor(const QueryCall& call, bool isAction, 
     const auto count = valuesOf(call).size();
     if (const auto procedure = procedureNamed(call.name)) {
         if (procedure->arguments == static_cast<std::size_t>(count))
-            return "CALL " + procedure->name + "(" + marksFor(valuesOf(call)) + ")";
+            return "CALL " + procedure->name + "(" + variablesFor(valuesOf(call)) + ")";
         result.error = "The procedure " + call.name + " takes " + inWords(procedure->arguments, "value") +
                        ", and is called with " + std::to_string(count) + ".";
         return {};
@@ -161,20 +172,31 @@ void MariaDbDatabase::perform(const QueryCall& call, bool isAction, const QueryL
         result.error = lastWords();
         return;
     }
-    limitTime(limits.time);
-    {
-        QSqlQuery query(connection());
-        query.setForwardOnly(true);
-        bool succeeded = query.prepare(fromText(statement));
-        for (const auto& value : valuesOf(call)) query.addBindValue(value);
-        succeeded = succeeded && query.exec();
-        if (!succeeded)
-            result.error = wordsOf(query.lastError());
-        else if (!isAction)
-            readRows(query, ColumnTypes::Typed, limits, result);
-        else if (query.numRowsAffected() >= 0)
-            result.changed = static_cast<std::uint64_t>(query.numRowsAffected());
-        result.isTooSlow = isOneOf(query.lastError().nativeErrorCode(), timeIsOver);
+    if (!setVariables(valuesOf(call))) {
+        result.error = lastWords();
+        return;
     }
+    limitTime(limits.time);
+    perform(statement, isAction, limits, result);
     limitTime(std::chrono::milliseconds(0));
+}
+
+bool MariaDbDatabase::setVariables(const QVariantList& values) {
+    std::string statement;
+    for (qsizetype i = 0; i < values.size(); ++i)
+        statement.append(i == 0 ? "SET " : ", ").append(variable(i)).append(" = ?");
+    return statement.empty() || execute(statement, values);
+}
+
+void MariaDbDatabase::perform(const std::string& statement, bool isAction, const QueryLimits& limits,
+                              QueryResult& result) {
+    QSqlQuery query(connection());
+    query.setForwardOnly(true);
+    if (!query.exec(fromText(statement)))
+        result.error = wordsOf(query.lastError());
+    else if (!isAction)
+        readRows(query, ColumnTypes::Typed, limits, result);
+    else if (query.numRowsAffected() >= 0)
+        result.changed = static_cast<std::uint64_t>(query.numRowsAffected());
+    result.isTooSlow = isOneOf(query.lastError().nativeErrorCode(), timeIsOver);
 }

@@ -31,6 +31,8 @@ class MariaDbDatabase final : public SqlDatabase {
     [[nodiscard]] std::optional<Procedure> procedureNamed(std::string_view name);
     [[nodiscard]] std::string viewNamed(std::string_view name);
     [[nodiscard]] std::string statementFor(const QueryCall& call, bool isAction, QueryResult& result);
+    bool setVariables(const QVariantList& values);
+    void perform(const std::string& statement, bool isAction, const QueryLimits& limits, QueryResult& result);
     void limitTime(std::chrono::milliseconds time);
     [[nodiscard]] bool letWrite();
 

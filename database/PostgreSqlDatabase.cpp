@@ -32,8 +32,9 @@ ORDER BY c.relname = ? DESC, c.oid LIMIT 1)";
 
 // The sequences that a rollback would not take back, since another user owns them.
 constexpr auto foreignSequences = R"(
-SELECT count(*) FROM pg_class c WHERE c.relkind = 'S' AND c.relpersistence <> 't'
-    AND has_sequence_privilege(c.oid, 'USAGE, UPDATE') AND NOT pg_has_role(c.relowner, 'USAGE'))";
+SELECT count(*) FROM pg_sequence q JOIN pg_class c ON c.oid = q.seqrelid
+WHERE c.relpersistence <> 't' AND has_sequence_privilege(q.seqrelid, 'USAGE, UPDATE')
+    AND NOT pg_has_role(c.relowner, 'USAGE'))";
 
 // Each sequence gets a new file, as of any change of it, and with the transaction goes back to the old one.
 constexpr auto moveSequences = R"(

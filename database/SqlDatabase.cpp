@@ -11,17 +11,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-QString freshName() {
-    static std::atomic<int> count = 0;
-    return QString::number(++count);
-}
-
 }  // namespace
 
 SqlDatabase::SqlDatabase(std::string name, ConnectionSettings settings, std::string (*askPassword)())
     : settings_(std::move(settings)),
       name_(std::move(name)),
-      connectionName_(freshName()),
+      connectionName_(freshConnectionName()),
       askPassword_(askPassword) {
 }
 
@@ -116,10 +111,12 @@ bool SqlDatabase::endSavepoint(bool keeps) {
     return (keeps || execute("ROLLBACK TO SAVEPOINT wizard_query")) && execute("RELEASE SAVEPOINT wizard_query");
 }
 
-bool SqlDatabase::execute(std::string_view statement) {
+bool SqlDatabase::execute(std::string_view statement, const QVariantList& values) {
     QSqlQuery query(connection());
     query.setForwardOnly(true);
-    const bool succeeded = query.exec(fromText(statement));
+    bool succeeded = values.isEmpty() || query.prepare(fromText(statement));
+    for (const auto& value : values) query.addBindValue(value);
+    succeeded = succeeded && (values.isEmpty() ? query.exec(fromText(statement)) : query.exec());
     if (!succeeded) lastWords_ = wordsOf(query.lastError());
     return succeeded;
 }
@@ -138,6 +135,11 @@ std::vector<QVariantList> SqlDatabase::rowsOf(std::string_view statement, const 
     }
     if (query.lastError().isValid()) throw DatabaseError(wordsOf(query.lastError()));
     return rows;
+}
+
+QString freshConnectionName() {
+    static std::atomic<int> count = 0;
+    return QString::number(++count);
 }
 
 std::string quotedName(std::string_view name, char quote) {

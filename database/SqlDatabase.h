@@ -8,6 +8,9 @@
 #include "database/Database.h"
 #include "database/DatabaseAddress.h"
 
+/// A name for one more connection of Qt.
+[[nodiscard]] QString freshConnectionName();
+
 /// How Qt's driver is told to connect.
 struct ConnectionSettings {
     std::string driver{};
@@ -41,7 +44,7 @@ class SqlDatabase : public Database {
     void open();
 
     /// Runs a statement without results. @return whether it succeeded; otherwise `lastWords` says why not
-    bool execute(std::string_view statement);
+    bool execute(std::string_view statement, const QVariantList& values = {});
     [[nodiscard]] const std::string& lastWords() const { return lastWords_; }
     /// A query of the catalogue: its rows. @throws DatabaseError
     [[nodiscard]] std::vector<QVariantList> rowsOf(std::string_view statement, const QVariantList& values = {});

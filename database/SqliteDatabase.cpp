@@ -41,7 +41,7 @@ QVariant parameterOf(const QueryCall& call) {
 
 }  // namespace
 
-SqliteGuard::SqliteGuard(const std::string& file) : name_(fromText("guard of " + file)) {
+SqliteGuard::SqliteGuard(const std::string& file) : name_(freshConnectionName()) {
     auto database = QSqlDatabase::addDatabase(u"QSQLITE"_s, name_);
     database.setDatabaseName(fromText(file));
     database.setConnectOptions(u"QSQLITE_OPEN_READONLY"_s);

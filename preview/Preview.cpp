@@ -9,11 +9,13 @@
 #include <QRandomGenerator>
 #include <QSocketNotifier>
 #include <QString>
+#include <algorithm>
 #include <array>
 #include <csignal>
 #include <optional>
 #include <stdexcept>
 
+#include "database/Verify.h"
 #include "preview/FileWatch.h"
 #include "preview/Server.h"
 #include "preview/Site.h"
@@ -65,12 +67,20 @@ class EndBySignal {
 
 std::string fileName(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
 
-SiteSettings siteSettings(const PreviewSettings& settings) {
+// Fewer rows than the command takes, and less time, since pages wait meanwhile.
+std::vector<QueryFinding> verified(const clsNavSchemes& navs, Database& database, const PreviewSettings& settings) {
+    VerifyOptions options{.today = dayForQueries(settings.day), .rows = 1};
+    options.limits.time = std::min(settings.limits.time, std::chrono::milliseconds(1000));
+    return verifyQueries(navs, database, options);
+}
+
+SiteSettings siteSettings(const PreviewSettings& settings, Database& database) {
     return {.files = fileName(settings.nodes) + ", " + fileName(settings.paragraphs),
             .load = settings.load,
             .today = [day = settings.day] { return dayForQueries(day); },
             .limits = settings.limits,
             .runsAllActions = settings.runsAllActions,
+            .verify = [&](const clsNavSchemes& navs) { return verified(navs, database, settings); },
             .asset = asset,
             .newName = randomName};
 }
@@ -89,7 +99,7 @@ void servePreview(const PreviewSettings& settings, Database& database) {
     std::optional<QCoreApplication> application;
     if (!QCoreApplication::instance()) application.emplace(count, arguments.data());
     const EndBySignal endBySignal;
-    Site site(siteSettings(settings), database);
+    Site site(siteSettings(settings, database), database);
     const Server server(randomName(), [&](const Request& request) { return site.answer(request); });
     const FileWatch watch({settings.nodes, settings.paragraphs}, [&] { site.reload(); });
     settings.say(server.address());

@@ -37,6 +37,7 @@ void Site::reload() {
     try {
         scheme_ = loaded();
         problem_.clear();
+        findings_.reset();
     } catch (const std::runtime_error& error) {
         problem_ = error.what();
     }
@@ -59,6 +60,7 @@ Answer Site::answer(const Request& request) {
         return noSuchAddress();
     }
     if (path == "/") return frame();
+    if (path == "/findings") return findings();
     if (path == "/version") return version();
     if (path.starts_with(pictureFolder)) return picture(path.substr(pictureFolder.size()));
     const auto* const asset = std::ranges::find(assets, path, &Asset::path);
@@ -72,7 +74,9 @@ std::string Site::pageOf(const TreeNode& node, const std::string& tab) {
     Html html;
     if (!problem_.empty())
         html << "<p class=error>" << Escaped(problem_) << ". What is shown is what was read before.</p>";
-    html << shownPage(makePage(scheme_->navs, node, database_, settings), pictures_);
+    auto page = makePage(scheme_->navs, node, database_, settings);
+    if (findings_) findings_->addTo(page);
+    html << shownPage(page, pictures_);
     return html.text();
 }
 
@@ -114,6 +118,16 @@ Answer Site::branch(const Request& request) {
         found.error = error.what();
     }
     return {.type = "application/json", .body = branchAsJson(found, tree())};
+}
+
+// Takes longer than a page, so the browser asks for it when it has shown one.
+Answer Site::findings() {
+    if (!findings_) try {
+            findings_.emplace(settings_.verify(scheme_->navs), scheme_->navs);
+        } catch (const DatabaseError&) {
+            return {.type = "application/json", .body = Findings().asJson(scheme_->navs)};  // as the pages say
+        }
+    return {.type = "application/json", .body = findings_->asJson(scheme_->navs)};
 }
 
 Answer Site::version() const { return {.type = "application/json", .body = std::to_string(version_)}; }

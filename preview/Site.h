@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 
+#include "preview/Findings.h"
 #include "preview/Page.h"
 #include "preview/Pictures.h"
 #include "preview/Request.h"
@@ -19,6 +20,7 @@ struct SiteSettings {
     QueryLimits limits{};                       ///< of a paragraph's query
     std::size_t mostChildren = 10'000;          ///< that a node shows; the rest are counted
     bool runsAllActions = false;                ///< also those that the database cannot undo
+    std::function<std::vector<QueryFinding>(const clsNavSchemes&)> verify;  ///< @throws DatabaseError
     std::function<std::string(std::string_view)> asset;  ///< the bytes of "preview.css" and the like
     std::function<std::string()> newName;                ///< for a picture; nobody can guess it
 };
@@ -47,6 +49,7 @@ class Site {
     [[nodiscard]] Answer frame();
     [[nodiscard]] Answer page(const Request& request);
     [[nodiscard]] Answer branch(const Request& request);
+    [[nodiscard]] Answer findings();
     [[nodiscard]] Answer version() const;
     [[nodiscard]] Answer picture(std::string_view name) const;
 
@@ -54,6 +57,7 @@ class Site {
     Database& database_;
     Pictures pictures_;
     std::unique_ptr<Scheme> scheme_;
+    std::optional<Findings> findings_;  // once they were asked for
     std::string day_;      // that the tree was made for
     std::string problem_;  // why the files could not be read again
     std::uint64_t version_ = 1;

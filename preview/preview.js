@@ -9,6 +9,7 @@ const statusLine = document.getElementById("status");
 const tab = [...crypto.getRandomValues(new Uint32Array(4))].map((n) => n.toString(16)).join("");
 const nodes = new WeakMap();  // what the program said of each item: {n, k, t, g, b}
 const longestText = 300;
+let flawed = new Set();  // nodes of the scheme with findings
 const chunk = 200;  // items that are made at once, so that the browser can answer keys in between
 
 // --- what is remembered while the browser's tab is open ---
@@ -80,7 +81,15 @@ function makeItem(node, level, place, count) {
         element("span", { class: "row" }, element("span", { class: "sign" }), element("span", { class: "text" }, text)));
     if (node.b) item.ariaExpanded = "false";
     nodes.set(item, node);
+    mark(item);
     return item;
+}
+
+function mark(item) {
+    const isFlawed = flawed.has(nodes.get(item).n);
+    item.classList.toggle("flawed", isFlawed);
+    if (isFlawed) item.setAttribute("aria-description", "with findings");
+    else item.removeAttribute("aria-description");
 }
 
 // Fills a group chunk by chunk. What is far from view costs no layout: see "far" in the style sheet.
@@ -290,6 +299,17 @@ async function begin() {
     say("");
     if (isNode(nodes.get(selected), root)) remembered.selected = null;
     else await showPage(nodes.get(selected), true);
+    await lookUpFindings();
+}
+
+// What does not fit in the queries is looked up when the first page is there: it takes longer.
+async function lookUpFindings() {
+    const found = JSON.parse(await ask("findings"));
+    flawed = new Set(found.nodes);
+    if (found.count) say(found.count + (found.count === 1 ? " finding" : " findings") + " in the queries");
+    tree.querySelectorAll("[role=treeitem]").forEach(mark);
+    const now = tree.querySelector("[aria-selected=true]");
+    if (found.count && now) await showPage(nodes.get(now), false);
 }
 
 // Asks whether a file was saved, while somebody may be looking.
@@ -303,6 +323,7 @@ async function follow() {
     const selected = await build(root);
     await showPage(nodes.get(selected), false);
     say("Read again: a file was saved.");
+    await lookUpFindings();
 }
 async function keepFollowing() {
     try {
@@ -315,4 +336,4 @@ async function keepFollowing() {
     }
 }
 
-begin().finally(keepFollowing);
+begin().catch((error) => say(error.message)).finally(keepFollowing);

@@ -6,7 +6,7 @@ _pelmo_scheme() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' words='' i
     for ((i = 1; i < COMP_CWORD; ++i)); do
         case ${COMP_WORDS[i]} in
-            check | todo | tree | orphans | renumber | fmt | sql | stubs | preview) command=${COMP_WORDS[i]} && break ;;
+            check | todo | tree | orphans | renumber | fmt | sql | stubs | verify | preview) command=${COMP_WORDS[i]} && break ;;
         esac
     done
     case $before in
@@ -14,13 +14,15 @@ _pelmo_scheme() {
         --format) words='text json sarif' ;;
         --dialect) words='sqlite postgresql mariadb sqlserver access' ;;
         --table) words='XST1 XST2' ;;
+        --db) words='sqlite: postgresql:// mariadb:// mysql:// odbc:' ;;
+        --depth | --rows | --seconds | --today) return ;;
         -o | --output)
             mapfile -t COMPREPLY < <(compgen -d -- "$word")
             return
             ;;
         *)
             if [[ -z $command && $word != -* ]]; then
-                words='check todo tree orphans renumber fmt sql stubs preview'
+                words='check todo tree orphans renumber fmt sql stubs verify preview'
             elif [[ $word == -* ]]; then
                 words='--encoding --help'
                 case $command in
@@ -30,7 +32,8 @@ _pelmo_scheme() {
                     renumber) words+=' --output --map' ;;
                     fmt) words+=' --check --table' ;;
                     sql | stubs) words+=' --dialect' ;;
-                    preview) words+=' --db --no-browser --today --rows --seconds --run-actions' ;;
+                    preview) words+=' --db --no-browser --rows --run-actions --seconds --today' ;;
+                    verify) words+=' --db --depth --format --rows --run-actions --seconds --strict --today' ;;
                 esac
             fi
             ;;
