@@ -29,7 +29,9 @@ void refuseStandardInput(const Arguments& given) {
 ExitStatus run(const Arguments& given, const Console& console) {
     refuseStandardInput(given);
     (void)given.database.today();  // refuses what is none
-    PreviewSettings settings{.nodes = given.nodes, .paragraphs = given.paragraphs};
+    PreviewSettings settings;
+    settings.nodes = given.nodes;
+    settings.paragraphs = given.paragraphs;
     settings.load = [&](clsNavSchemes& navs) { loadSchemes(navs, given.nodes, given.paragraphs, console); };
     settings.day = given.database.day;
     settings.limits = given.database.limits();

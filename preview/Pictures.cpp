@@ -9,20 +9,9 @@
 #include <cerrno>
 #include <cstdint>
 
+#include "database/PictureBytes.h"
+
 namespace {
-
-using namespace std::string_view_literals;
-
-struct Beginning {
-    std::string_view type, bytes;
-};
-constexpr Beginning beginnings[] = {
-    {"image/gif", "GIF87a"sv},
-    {"image/gif", "GIF89a"sv},
-    {"image/png", "\x89PNG\r\n\x1A\n"sv},
-    {"image/jpeg", "\xFF\xD8\xFF"sv},
-};
-constexpr std::size_t bytesForType = 32;
 
 std::uint32_t littleEndian(std::string_view bytes, std::size_t at) {
     std::uint32_t number = 0;
@@ -31,15 +20,13 @@ std::uint32_t littleEndian(std::string_view bytes, std::size_t at) {
     return number;
 }
 
+constexpr std::size_t bytesForType = 32;
+
 // Two letters begin many texts, too; so the sizes in the header must be right.
 bool isBmp(std::string_view bytes, std::size_t size) {
-    if (bytes.size() < 26 || !bytes.starts_with("BM")) return false;
+    if (bytes.size() < 26) return false;
     const auto header = littleEndian(bytes, 14);
     return littleEndian(bytes, 2) == size && header >= 12 && header <= 124;
-}
-
-bool isWebP(std::string_view bytes) {
-    return bytes.size() >= 16 && bytes.starts_with("RIFF") && bytes.substr(8, 7) == "WEBPVP8";
 }
 
 // An open file, closed at the end.
@@ -76,10 +63,16 @@ class File {
     int handle_;
 };
 
+bool isPicture(std::string_view bytes, std::size_t size) {
+    const auto type = pictureType(bytes);
+    if (type == "image/bmp") return isBmp(bytes, size);
+    return !type.empty() && (type != "image/webp" || bytes.starts_with("RIFF"));
+}
+
 std::string problemWith(std::string_view bytes, std::size_t size) {
     if (size > Pictures::mostBytes)
         return "it is larger than " + std::to_string(Pictures::mostBytes >> 20U) + " MiB";
-    if (pictureType(bytes, size).empty()) return "it is no picture of type GIF, PNG, JPEG, WebP or BMP";
+    if (!isPicture(bytes, size)) return "it is no picture of type GIF, PNG, JPEG, WebP, AVIF or BMP";
     return {};
 }
 
@@ -94,13 +87,6 @@ std::string problemWithFile(const std::string& path) {
 }
 
 }  // namespace
-
-std::string_view pictureType(std::string_view bytes, std::size_t size) {
-    for (const auto& row : beginnings)
-        if (bytes.starts_with(row.bytes)) return row.type;
-    if (isWebP(bytes)) return "image/webp";
-    return isBmp(bytes, size) ? "image/bmp" : ""sv;
-}
 
 void Pictures::beginPage(std::string_view tab) {
     std::erase_if(pages_, [&](const Page& page) { return page.tab == tab; });
@@ -136,7 +122,7 @@ std::optional<Pictures::Picture> Pictures::find(std::string_view name) const {
             bytes = file.read(mostBytes + 1);
         }
         if (!problemWith(bytes, bytes.size()).empty()) return {};
-        const auto type = pictureType(bytes, bytes.size());
+        const auto type = pictureType(bytes);
         return Picture{type, std::move(bytes)};
     }
     return {};

@@ -12,10 +12,7 @@
 
 // The pictures that a page shows. The browser may fetch no others.
 
-/// The type of a picture by its first bytes, as "image/png"; empty if the bytes are none of GIF, PNG, JPEG, WebP, BMP.
-/// @param size of the whole picture, of which `bytes` may be the beginning only
-[[nodiscard]] std::string_view pictureType(std::string_view bytes, std::size_t size);
-
+/// A picture is what begins like a GIF, PNG, JPEG, WebP, AVIF or BMP, whatever the name of its file.
 class Pictures {
   public:
     static constexpr std::size_t mostBytes = std::size_t{10} << 20;  ///< of one picture

@@ -69,7 +69,9 @@ std::string fileName(const std::string& path) { return path.substr(path.find_las
 
 // Fewer rows than the command takes, and less time, since pages wait meanwhile.
 std::vector<QueryFinding> verified(const clsNavSchemes& navs, Database& database, const PreviewSettings& settings) {
-    VerifyOptions options{.today = dayForQueries(settings.day), .rows = 1};
+    VerifyOptions options;
+    options.today = dayForQueries(settings.day);
+    options.rows = 1;
     options.limits.time = std::min(settings.limits.time, std::chrono::milliseconds(1000));
     return verifyQueries(navs, database, options);
 }

@@ -175,7 +175,7 @@ TEST(PreviewHeader, ShowsThePictureOfTheDatabase) {
         << "as PostgreSQL writes names without quotes";
     EXPECT_EQ(shown("I", "", withPicture("IMGPart", bytes("text"))),
               record + "<p class=note>The field IMGPart (4 bytes) is not shown: it is no picture of type GIF, PNG, JPEG, "
-                       "WebP or BMP.</p></div>");
+                       "WebP, AVIF or BMP.</p></div>");
     EXPECT_EQ(shown("I", "", withPicture("IMGPart", null)),
               record + "<p class=note>The field IMGPart is empty: there is no picture.</p></div>");
     EXPECT_TRUE(shown("I", "", withPicture("Picture", bytes(gif)))

@@ -17,17 +17,23 @@ std::string bmp(char length) {
 }  // namespace
 
 TEST(PreviewPictures, AreToldByTheirFirstBytes) {
-    const auto typeOf = [](const std::string& bytes) { return pictureType(bytes, bytes.size()); };
+    Pictures pictures(countedNames());
+    pictures.beginPage("");
+    const auto typeOf = [&](const std::string& bytes) {
+        const auto added = pictures.addBytes(bytes);
+        return added.problem.empty() ? std::string(pictures.find(added.name)->type) : "none";
+    };
     EXPECT_EQ(typeOf("GIF87a..."), "image/gif");
     EXPECT_EQ(typeOf("GIF89a..."), "image/gif");
     EXPECT_EQ(typeOf("\x89PNG\r\n\x1A\n..."), "image/png");
     EXPECT_EQ(typeOf("\xFF\xD8\xFF\xE0..."), "image/jpeg");
     EXPECT_EQ(typeOf("RIFF\x10\0\0\0WEBPVP8 "s), "image/webp");
+    EXPECT_EQ(typeOf("\0\0\0\x1C" "ftypavif"s), "image/avif");
     EXPECT_EQ(typeOf(bmp(30)), "image/bmp");
-    EXPECT_EQ(typeOf(bmp(31)), "") << "its header gives another size";
+    EXPECT_EQ(typeOf(bmp(31)), "none") << "its header gives another size";
     for (const auto* bytes : {"", "GIF", "BM is how this text begins, and then it goes on", "<svg xmlns=",
-                              "root:x:0:0:root:/root:/bin/bash\n", "RIFF....WAVEfmt ", "%PDF-1.7", "<html>"})
-        EXPECT_EQ(typeOf(bytes), "") << bytes;
+                              "root:x:0:0:root:/root:/bin/bash\n", "RIFF....WAVEfmt ", "text....WEBP", "%PDF-1.7", "<html>"})
+        EXPECT_EQ(typeOf(bytes), "none") << bytes;
 }
 
 TEST(PreviewPictures, OfTheDatabaseAreFoundByTheirName) {
@@ -82,7 +88,7 @@ TEST(PreviewPictures, ThatAreNoneHaveNoName) {
         EXPECT_EQ(added.name, "") << path;
         return added.problem;
     };
-    const std::string noPicture = "it is no picture of type GIF, PNG, JPEG, WebP or BMP";
+    const std::string noPicture = "it is no picture of type GIF, PNG, JPEG, WebP, AVIF or BMP";
     EXPECT_EQ(problem("/etc/passwd"), noPicture);
     EXPECT_EQ(problem("/proc/self/environ"), noPicture);
     std::filesystem::create_symlink("/etc/passwd", folder / "link.gif");

@@ -14,6 +14,7 @@ struct MadeSite {
     std::string problem;
     std::string title = "Welcome";
     std::string day = "05-Mar-2026";
+    int verified = 0;
     Site site{settings(), database};
 
     SiteSettings settings() {
@@ -22,6 +23,11 @@ struct MadeSite {
         made.load = [this](clsNavSchemes& navs) { load(navs); };
         made.today = [this] { return day; };
         made.mostChildren = 2;
+        made.verify = [this](const clsNavSchemes&) {
+            ++verified;
+            if (!database.unreachable.empty()) throw DatabaseError(database.unreachable);
+            return std::vector<QueryFinding>{{&queryFlaw("query-missing"), true, 1, "queryIs", "There is no <view>."}};
+        };
         made.asset = [](std::string_view name) { return "bytes of " + std::string(name); };
         made.newName = countedNames();
         return made;
@@ -138,6 +144,29 @@ TEST(PreviewSite, HasItsOwnFilesAndNoOthers) {
                              "/picture/../../etc/passwd", "/page", "/branch", "/picture//etc/passwd"})
         EXPECT_EQ(made.get(path).status, 404) << path;
     EXPECT_EQ(made.post("/", "").status, 404);
+}
+
+TEST(PreviewSite, LooksUpFindingsOnceForEachScheme) {
+    MadeSite made;
+    const std::string words = "<ul class=findings><li>There is no &lt;view&gt;.</li></ul>";
+    EXPECT_EQ(made.post("/page", customers).body.find(words), std::string::npos);
+    EXPECT_EQ(made.verified, 0) << "the first page does not wait for it";
+    EXPECT_EQ(made.get("/findings").body, R"({"count":1,"nodes":[2]})");
+    EXPECT_EQ(made.get("/findings").body, R"({"count":1,"nodes":[2]})");
+    EXPECT_EQ(made.verified, 1);
+    EXPECT_NE(made.post("/page", customers).body.find(words), std::string::npos);
+    made.site.reload();
+    EXPECT_EQ(made.post("/page", customers).body.find(words), std::string::npos);
+    (void)made.get("/findings");
+    EXPECT_EQ(made.verified, 2);
+}
+
+TEST(PreviewSite, HasNoFindingsWhileTheDatabaseCannotBeReached) {
+    MadeSite made;
+    made.database.unreachable = "The connection was lost.";
+    EXPECT_EQ(made.get("/findings").body, R"({"count":0,"nodes":[]})");
+    made.database.unreachable.clear();
+    EXPECT_EQ(made.get("/findings").body, R"({"count":1,"nodes":[2]})") << "it is tried again";
 }
 
 TEST(PreviewSite, ReadsTheFilesAgain) {
