@@ -41,8 +41,8 @@ QVariant parameterOf(const QueryCall& call) {
     return call.kind == ParameterKind::LKey ? numberOrText(call.parameter) : QVariant(fromText(call.parameter));
 }
 
-// Qt's driver cannot stop a query. The library can, from any thread: the very one that the driver loaded, since no other
-// copy knows the connection.
+// Qt's driver cannot stop a query. The library can, from any thread: the very one that the driver loaded, since no
+// other copy knows the connection.
 void interrupt(const QVariant& handle) {
     void* const library = dlopen("libsqlite3.so.0", RTLD_LAZY | RTLD_NOLOAD);
     if (library == nullptr) return;
@@ -91,10 +91,11 @@ void SqliteDatabase::prepareConnection() {
     // Changing the mode of a write-ahead file would write to it; its log needs no journal.
     if (rowsOf("PRAGMA journal_mode").at(0).at(0).toString() != u"wal") (void)rowsOf("PRAGMA journal_mode = MEMORY");
     if (!execute("PRAGMA cache_spill = OFF")) throw DatabaseError(lastWords());
-    hasGiven_ = !rowsOf("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Given' COLLATE NOCASE").empty();
 }
 
 bool SqliteDatabase::beginTransaction() {
+    // Looked up each time: who writes the queries may make the table meanwhile.
+    hasGiven_ = !rowsOf("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Given' COLLATE NOCASE").empty();
     // At once for writing: a page then sees one state of the file, and waits for other writers at its beginning.
     return execute(isWritable_ && hasGiven_ ? "BEGIN IMMEDIATE" : "BEGIN");
 }

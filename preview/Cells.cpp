@@ -56,6 +56,6 @@ void addCell(Html& html, const Cell& cell, const ColumnLook& look) {
 }
 
 void addHeading(Html& html, std::string_view name, const ColumnLook& look) {
-    (look.isNumber ? html << "<th scope=col class=n>" : html << "<th scope=col>") << Escaped(shownText(name))
-                                                                                  << "</th>";
+    (look.isNumber ? html << "<th scope=col class=n>" : html << "<th scope=col>")
+        << Escaped(shownText(name)) << "</th>";
 }

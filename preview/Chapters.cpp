@@ -8,7 +8,9 @@
 
 namespace {
 
-bool isSame(const Cell& one, const Cell& other) { return one.kind == other.kind && one.text == other.text; }
+bool isSame(const Cell& one, const Cell& other) {
+    return one.kind == other.kind && one.text == other.text;
+}
 
 // How many fields are the same in both rows, from the first one on.
 std::size_t sameFields(const std::vector<Cell>& one, const std::vector<Cell>& other) {
@@ -24,7 +26,8 @@ std::size_t endOfRow(const std::vector<Cell>& row) {
     return end;
 }
 
-void addChapterHead(Html& html, const std::vector<Cell>& row, std::size_t outer, const std::vector<ColumnLook>& looks) {
+void addChapterHead(Html& html, const std::vector<Cell>& row, std::size_t outer,
+                    const std::vector<ColumnLook>& looks) {
     html << "<tr><th scope=rowgroup colspan=" << Escaped(std::to_string(looks.size() - outer)) << ">";
     for (std::size_t field = 0; field < outer; ++field) {
         if (field > 0) html << ", ";
@@ -66,8 +69,9 @@ void addChapters(Html& html, const PageParagraph& paragraph, Pictures& pictures)
     if (outer == 0) {
         addTable(html, paragraph, pictures);
         if (!result.rows.empty())
-            addNote(html, "No ID is repeated, so nothing tells the fields of the outer table from those of its "
-                          "chapters: all are shown side by side.");
+            addNote(html,
+                    "No ID is repeated, so nothing tells the fields of the outer table from those of its "
+                    "chapters: all are shown side by side.");
         return;
     }
     const auto looks = looksOf(result);

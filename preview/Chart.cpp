@@ -48,7 +48,8 @@ void addBars(Html& html, const QueryResult& result, const Axes& axes) {
     }
     html << "</tbody></table>";
     if (others > 0)
-        addNote(html, counted(others, "value is no number and has no bar.", "values are no numbers and have no bars."));
+        addNote(html,
+                counted(others, "value is no number and has no bar.", "values are no numbers and have no bars."));
 }
 
 }  // namespace
@@ -57,8 +58,9 @@ void addChart(Html& html, const PageParagraph& paragraph, Pictures&) {
     const auto& result = paragraph.result;
     const auto charts = chartsOf(readColumns(paragraph.record->colsAre), result.fields.size());
     if (charts.empty())
-        addNote(html, "There is nothing to draw: a chart needs its columns as X:Y, the number of the column with the "
-                      "labels and that of the column with the heights, or All.");
+        addNote(html,
+                "There is nothing to draw: a chart needs its columns as X:Y, the number of the column with the "
+                "labels and that of the column with the heights, or All.");
     for (const auto& axes : charts) {
         const auto last = std::max(axes.labels, axes.values);
         if (last < result.fields.size())

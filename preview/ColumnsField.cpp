@@ -60,7 +60,9 @@ constexpr LayoutNumber layoutNumbers[] = {
 };
 
 // A long value is cut: it stands in a note.
-std::string shortened(std::string_view text) { return std::string(text.substr(0, 40)); }
+std::string shortened(std::string_view text) {
+    return std::string(text.substr(0, 40));
+}
 
 void readNumber(ThumbnailLayout& layout, const LayoutNumber& row, std::string_view value) {
     const auto number = wholeNumber<int>(value);

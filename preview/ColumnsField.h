@@ -35,8 +35,8 @@ struct Axes {
 struct ThumbnailLayout {
     int height = 150;  ///< of a picture, in pixels
     int width = 150;
-    int columns = 4;              ///< side by side
-    bool isTextOnRight = false;   ///< and below the picture otherwise
+    int columns = 4;                 ///< side by side
+    bool isTextOnRight = false;      ///< and below the picture otherwise
     std::vector<std::string> notes;  ///< what could not be read, and what is taken instead
 };
 

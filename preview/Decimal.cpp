@@ -17,7 +17,9 @@ std::string_view trimmed(std::string_view text) {
     return text;
 }
 
-bool isDigit(char character) { return character >= '0' && character <= '9'; }
+bool isDigit(char character) {
+    return character >= '0' && character <= '9';
+}
 
 std::string_view withoutSign(std::string_view text) {
     if (text.starts_with('-') || text.starts_with('+')) text.remove_prefix(1);

@@ -39,9 +39,9 @@ FileWatch::Stamp FileWatch::stamp() const {
     for (const auto& name : files_) {
         struct stat status {};
         if (::stat(name.c_str(), &status) != 0) status = {};
-        for (const auto number : {static_cast<long long>(status.st_ino), static_cast<long long>(status.st_size),
-                                  static_cast<long long>(status.st_mtim.tv_sec),
-                                  static_cast<long long>(status.st_mtim.tv_nsec)})
+        for (const auto number :
+             {static_cast<long long>(status.st_ino), static_cast<long long>(status.st_size),
+              static_cast<long long>(status.st_mtim.tv_sec), static_cast<long long>(status.st_mtim.tv_nsec)})
             all += std::to_string(number) + " ";
     }
     return all;

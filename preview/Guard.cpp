@@ -26,9 +26,12 @@ constexpr std::array methods = {"GET", "POST"};
 }  // namespace
 
 Guard::Guard(std::string key, std::uint16_t port)
-    : key_(std::move(key)), port_(std::to_string(port)), cookie_("pelmo_preview_" + port_) {}
+    : key_(std::move(key)), port_(std::to_string(port)), cookie_("pelmo_preview_" + port_) {
+}
 
-std::string Guard::address() const { return "http://127.0.0.1:" + port_ + "/?" + std::string(keyParameter) + key_; }
+std::string Guard::address() const {
+    return "http://127.0.0.1:" + port_ + "/?" + std::string(keyParameter) + key_;
+}
 
 std::optional<Answer> Guard::stop(const Request& request) const {
     if (!isOurHost(request.header("Host"))) return plainAnswer(421, "This is not the host of the preview.");
@@ -42,9 +45,9 @@ std::optional<Answer> Guard::stop(const Request& request) const {
         return plainAnswer(403, "Open the address that pelmo-scheme preview prints, with its key.");
     if (!hasKey && !query.empty()) return plainAnswer(400, "The preview's addresses have no questions.");
     if (!hasKey) return {};
-    return Answer{.status = 303,
-                  .headers = {{"Location", "/"},
-                              {"Set-Cookie", cookie_ + "=" + key_ + "; Path=/; HttpOnly; SameSite=Strict"}}};
+    return Answer{
+        .status = 303,
+        .headers = {{"Location", "/"}, {"Set-Cookie", cookie_ + "=" + key_ + "; Path=/; HttpOnly; SameSite=Strict"}}};
 }
 
 bool Guard::isOurHost(std::string_view host) const {

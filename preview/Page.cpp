@@ -27,7 +27,9 @@ const Look* lookOf(const clsWebScheme& record) {
     return found == std::end(looks) ? nullptr : found;
 }
 
-bool isAction(const clsWebScheme& record) { return record.typeIs == "E"; }
+bool isAction(const clsWebScheme& record) {
+    return record.typeIs == "E";
+}
 
 std::string milliseconds(std::chrono::microseconds time) {
     std::array<char, 32> text{};
@@ -67,8 +69,7 @@ void addFacts(Html& html, const PageParagraph& paragraph, bool isRun) {
     if (paragraph.call && paragraph.call->kind != ParameterKind::None)
         addFact(html, "Its value", paragraph.call->parameter);
     addFact(html, "Columns", toUtf8(record.colsAre));
-    if (isRun && paragraph.result.error.empty() && !isAction(record))
-        addFact(html, "Rows", rowsOf(paragraph.result));
+    if (isRun && paragraph.result.error.empty() && !isAction(record)) addFact(html, "Rows", rowsOf(paragraph.result));
     if (isRun) addFact(html, "Time", milliseconds(paragraph.result.time));
     html << "</dl></details>";
 }
@@ -163,7 +164,6 @@ Html shownPage(const Page& page, Pictures& pictures) {
     addFindings(html, page.findings);
     if (!page.error.empty()) addError(html, page.error);
     for (const auto& paragraph : page.paragraphs) addParagraph(html, paragraph, page, pictures);
-    if (page.paragraphs.empty() && page.error.empty())
-        html << "<p class=empty>" << Escaped(whyEmpty(page)) << "</p>";
+    if (page.paragraphs.empty() && page.error.empty()) html << "<p class=empty>" << Escaped(whyEmpty(page)) << "</p>";
     return html;
 }

@@ -15,9 +15,9 @@
 /// A paragraph after its query was called.
 struct PageParagraph {
     const clsWebScheme* record = nullptr;
-    std::optional<QueryCall> call{};    ///< nothing where the query cannot be called
-    bool isRefused = false;             ///< an action that the database could not undo, and was not run
-    QueryResult result{};               ///< what the query gave
+    std::optional<QueryCall> call{};      ///< nothing where the query cannot be called
+    bool isRefused = false;               ///< an action that the database could not undo, and was not run
+    QueryResult result{};                 ///< what the query gave
     std::vector<std::string> findings{};  ///< on this paragraph, in words
 };
 
@@ -27,7 +27,7 @@ struct Page {
     std::vector<PageParagraph> paragraphs{};
     std::string error{};                  ///< why there are no paragraphs: the database cannot be reached
     std::vector<std::string> findings{};  ///< on the node, in words
-    bool isUndone = true;               ///< whether what its actions did was undone
+    bool isUndone = true;                 ///< whether what its actions did was undone
 };
 
 /// How pages are made.

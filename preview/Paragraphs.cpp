@@ -10,7 +10,9 @@ std::string titleOf(const clsWebScheme& paragraph, const ClickedNode& clicked) {
     return title;
 }
 
-void addNote(Html& html, std::string_view words) { html << "<p class=note>" << Escaped(words) << "</p>"; }
+void addNote(Html& html, std::string_view words) {
+    html << "<p class=note>" << Escaped(words) << "</p>";
+}
 
 void addCount(Html& html, const QueryResult& result) {
     if (result.rows.empty()) addNote(html, "The query returned no rows.");
@@ -23,10 +25,14 @@ void beginTable(Html& html, Markup cssClass) {
     html << "<div class=wide tabindex=0 role=group><table class=" << cssClass << ">";
 }
 
-void endTable(Html& html) { html << "</table></div>"; }
+void endTable(Html& html) {
+    html << "</table></div>";
+}
 
 std::size_t fieldWithPrefix(const QueryResult& result, std::string_view prefix) {
-    const auto isLetter = [](char letter, char capital) { return letter == capital || letter == capital + ('a' - 'A'); };
+    const auto isLetter = [](char letter, char capital) {
+        return letter == capital || letter == capital + ('a' - 'A');
+    };
     std::size_t field = 0;
     for (; field < result.fields.size(); ++field) {
         const auto& name = result.fields[field];

@@ -70,8 +70,7 @@ bool isPicture(std::string_view bytes, std::size_t size) {
 }
 
 std::string problemWith(std::string_view bytes, std::size_t size) {
-    if (size > Pictures::mostBytes)
-        return "it is larger than " + std::to_string(Pictures::mostBytes >> 20U) + " MiB";
+    if (size > Pictures::mostBytes) return "it is larger than " + std::to_string(Pictures::mostBytes >> 20U) + " MiB";
     if (!isPicture(bytes, size)) return "it is no picture of type GIF, PNG, JPEG, WebP, AVIF or BMP";
     return {};
 }

@@ -65,7 +65,9 @@ class EndBySignal {
     std::optional<QSocketNotifier> notifier_;
 };
 
-std::string fileName(const std::string& path) { return path.substr(path.find_last_of('/') + 1); }
+std::string fileName(const std::string& path) {
+    return path.substr(path.find_last_of('/') + 1);
+}
 
 // Fewer rows than the command takes, and less time, since pages wait meanwhile.
 std::vector<QueryFinding> verified(const clsNavSchemes& navs, Database& database, const PreviewSettings& settings) {

@@ -90,9 +90,8 @@ Server::Server(std::string key, std::function<Answer(const Request&)> answer)
         respond(asked, responder);
     });
 #else
-    http_.setMissingHandler([this](const QHttpServerRequest& asked, QHttpServerResponder&& responder) {
-        respond(asked, responder);
-    });
+    http_.setMissingHandler(
+        [this](const QHttpServerRequest& asked, QHttpServerResponder&& responder) { respond(asked, responder); });
 #endif
     http_.bind(connections_);
 }

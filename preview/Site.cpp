@@ -18,14 +18,19 @@ constexpr Asset assets[] = {
     {"/icon.svg", "icon.svg", "image/svg+xml"},
 };
 
-Answer noSuchAddress() { return plainAnswer(404, "The preview has no such address."); }
+Answer noSuchAddress() {
+    return plainAnswer(404, "The preview has no such address.");
+}
 
-Answer noSuchNode() { return plainAnswer(404, "This node is no longer in the scheme."); }
+Answer noSuchNode() {
+    return plainAnswer(404, "This node is no longer in the scheme.");
+}
 
 }  // namespace
 
 Site::Site(SiteSettings settings, Database& database)
-    : settings_(std::move(settings)), database_(database), pictures_(settings_.newName), scheme_(loaded()) {}
+    : settings_(std::move(settings)), database_(database), pictures_(settings_.newName), scheme_(loaded()) {
+}
 
 std::unique_ptr<Site::Scheme> Site::loaded() const {
     auto scheme = std::make_unique<Scheme>();
@@ -130,7 +135,9 @@ Answer Site::findings() {
     return {.type = "application/json", .body = findings_->asJson(scheme_->navs)};
 }
 
-Answer Site::version() const { return {.type = "application/json", .body = std::to_string(version_)}; }
+Answer Site::version() const {
+    return {.type = "application/json", .body = std::to_string(version_)};
+}
 
 Answer Site::picture(std::string_view name) const {
     auto found = pictures_.find(name);

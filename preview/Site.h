@@ -14,12 +14,13 @@
 
 /// What the site of a preview is made of.
 struct SiteSettings {
-    std::string files;                          ///< their names, for the head of the pages
-    std::function<void(clsNavSchemes&)> load;   ///< reads both files. @throws std::runtime_error with a line for the user
-    std::function<std::string()> today;         ///< the day for queries, as "05-Mar-2026"
-    QueryLimits limits{};                       ///< of a paragraph's query
-    std::size_t mostChildren = 10'000;          ///< that a node shows; the rest are counted
-    bool runsAllActions = false;                ///< also those that the database cannot undo
+    std::string files;  ///< their names, for the head of the pages
+    std::function<void(clsNavSchemes&)>
+        load;                            ///< reads both files. @throws std::runtime_error with a line for the user
+    std::function<std::string()> today;  ///< the day for queries, as "05-Mar-2026"
+    QueryLimits limits{};                ///< of a paragraph's query
+    std::size_t mostChildren = 10'000;   ///< that a node shows; the rest are counted
+    bool runsAllActions = false;         ///< also those that the database cannot undo
     std::function<std::vector<QueryFinding>(const clsNavSchemes&)> verify;  ///< @throws DatabaseError
     std::function<std::string(std::string_view)> asset;  ///< the bytes of "preview.css" and the like
     std::function<std::string()> newName;                ///< for a picture; nobody can guess it
@@ -58,7 +59,7 @@ class Site {
     Pictures pictures_;
     std::unique_ptr<Scheme> scheme_;
     std::optional<Findings> findings_;  // once they were asked for
-    std::string day_;      // that the tree was made for
-    std::string problem_;  // why the files could not be read again
+    std::string day_;                   // that the tree was made for
+    std::string problem_;               // why the files could not be read again
     std::uint64_t version_ = 1;
 };

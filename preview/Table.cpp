@@ -71,7 +71,8 @@ void addTable(Html& html, const PageParagraph& paragraph, Pictures&) {
     const auto sums = sumsOf(result, list);
     beginTable(html, "rows");
     html << "<thead><tr>";
-    for (std::size_t column = 0; column < looks.size(); ++column) addHeading(html, result.fields[column], looks[column]);
+    for (std::size_t column = 0; column < looks.size(); ++column)
+        addHeading(html, result.fields[column], looks[column]);
     html << "</tr></thead><tbody>";
     for (const auto& row : result.rows) {
         html << "<tr>";

@@ -18,12 +18,13 @@ std::string textOf(const QueryResult& result, const std::vector<Cell>& row, std:
 }
 
 Html pictureOf(const Cell& path, const std::string& text, const ThumbnailLayout& layout, Pictures& pictures) {
-    const auto picture = path.kind == Cell::Kind::Null ? Pictures::Added{{}, "there is no path"}
-                                                       : pictures.addFile(path.text);
+    const auto picture =
+        path.kind == Cell::Kind::Null ? Pictures::Added{{}, "there is no path"} : pictures.addFile(path.text);
     Html html;
     if (picture.problem.empty())
-        html << "<img src=\"picture/" << Escaped(picture.name) << "\" alt=\"" << Escaped(text) << "\" width="
-             << Escaped(std::to_string(layout.width)) << " height=" << Escaped(std::to_string(layout.height)) << ">";
+        html << "<img src=\"picture/" << Escaped(picture.name) << "\" alt=\"" << Escaped(text)
+             << "\" width=" << Escaped(std::to_string(layout.width))
+             << " height=" << Escaped(std::to_string(layout.height)) << ">";
     else
         html << "<span class=none title=\"" << Escaped(shownText(path.text)) << "\">" << Escaped(picture.problem)
              << "</span>";

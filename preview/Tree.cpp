@@ -16,13 +16,17 @@ json asJson(const TreeNode& node, const GeneratedTree& tree) {
 }
 
 // What is no UTF-8 becomes the replacement character.
-std::string printed(const json& value) { return value.dump(-1, ' ', false, json::error_handler_t::replace); }
+std::string printed(const json& value) {
+    return value.dump(-1, ' ', false, json::error_handler_t::replace);
+}
 
 constexpr std::size_t longestTab = 40;
 
 }  // namespace
 
-std::string nodeAsJson(const TreeNode& node, const GeneratedTree& tree) { return printed(asJson(node, tree)); }
+std::string nodeAsJson(const TreeNode& node, const GeneratedTree& tree) {
+    return printed(asJson(node, tree));
+}
 
 std::string branchAsJson(const TreeBranch& branch, const GeneratedTree& tree) {
     auto nodes = json::array();

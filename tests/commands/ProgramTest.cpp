@@ -6,7 +6,7 @@
 
 namespace {
 
-const std::vector<std::string> all = {"check", "todo", "tree", "orphans", "renumber", "fmt", "sql", "stubs",
+const std::vector<std::string> all = {"check",  "todo",   "tree", "orphans", "renumber", "fmt", "sql", "stubs",
 #ifdef WIZARD_DATABASE
                                       "verify", "preview"
 #endif

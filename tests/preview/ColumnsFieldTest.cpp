@@ -50,26 +50,31 @@ TEST(PreviewColumns, DrawEachColumnAgainstTheLabels) {
 }
 
 TEST(PreviewColumns, LayOutThumbnails) {
-    EXPECT_EQ(layoutIn("<height>120</height> <width>160</width> <columns>5</columns> <textposition>right</textposition>"),
-              "120 160 5 right");
-    EXPECT_EQ(layoutIn("<TextPosition>Bottom</TextPosition><columns> 2 </columns><width>90</width><height>30</height>"),
-              "30 90 2 bottom");
+    EXPECT_EQ(
+        layoutIn("<height>120</height> <width>160</width> <columns>5</columns> <textposition>right</textposition>"),
+        "120 160 5 right");
+    EXPECT_EQ(
+        layoutIn("<TextPosition>Bottom</TextPosition><columns> 2 </columns><width>90</width><height>30</height>"),
+        "30 90 2 bottom");
     EXPECT_EQ(layoutIn("<height>9</height><width>8</width><columns>1</columns><textposition>botton</textposition>"),
               "9 8 1 bottom")
         << "as the help of the field spells it";
 }
 
 TEST(PreviewColumns, TakeDefaultsForWhatALayoutDoesNotSay) {
-    EXPECT_EQ(layoutIn(""), "150 150 4 bottom|The layout does not say: height, width, columns, textposition. It is taken "
-                            "as 150 pixels high, 150 wide, in 4 columns, with the text below.");
-    EXPECT_EQ(layoutIn("<height>99</height> <width>8"),
-              "99 150 4 bottom|The layout cannot be read from \"<width>8\" on.|The layout does not say: width, columns, "
-              "textposition. It is taken as 99 pixels high, 150 wide, in 4 columns, with the text below.");
-    EXPECT_EQ(layoutIn("<height>big</height><width>5000</width><columns>0</columns><textposition>left</textposition>"),
-              "150 150 4 bottom|The layout has the height \"big\", which is no number from 8 to 2000: 150 is taken.|"
-              "The layout has the width \"5000\", which is no number from 8 to 2000: 150 is taken.|"
-              "The layout has the columns \"0\", which is no number from 1 to 20: 4 is taken.|"
-              "The layout has the textposition \"left\", which is neither bottom nor right: bottom is taken.");
+    EXPECT_EQ(layoutIn(""),
+              "150 150 4 bottom|The layout does not say: height, width, columns, textposition. It is taken "
+              "as 150 pixels high, 150 wide, in 4 columns, with the text below.");
+    EXPECT_EQ(
+        layoutIn("<height>99</height> <width>8"),
+        "99 150 4 bottom|The layout cannot be read from \"<width>8\" on.|The layout does not say: width, columns, "
+        "textposition. It is taken as 99 pixels high, 150 wide, in 4 columns, with the text below.");
+    EXPECT_EQ(
+        layoutIn("<height>big</height><width>5000</width><columns>0</columns><textposition>left</textposition>"),
+        "150 150 4 bottom|The layout has the height \"big\", which is no number from 8 to 2000: 150 is taken.|"
+        "The layout has the width \"5000\", which is no number from 8 to 2000: 150 is taken.|"
+        "The layout has the columns \"0\", which is no number from 1 to 20: 4 is taken.|"
+        "The layout has the textposition \"left\", which is neither bottom nor right: bottom is taken.");
     EXPECT_EQ(layoutIn("<height>9</height><width>9</width><columns>1</columns><textposition>right</textposition>"
                        "<border>1</border>"),
               "9 9 1 right|The layout has <border>, which means nothing.");

@@ -30,8 +30,9 @@ TEST(PreviewGuard, TurnsTheKeyOfTheAddressIntoACookie) {
     EXPECT_EQ(answer->status, 303);
     EXPECT_EQ(answer->body, "");
     EXPECT_EQ(answer->headers, Headers({{"Location", "/"},
-                                        {"Set-Cookie", "pelmo_preview_8080=abc123; Path=/; HttpOnly; "
-                                                       "SameSite=Strict"}}));
+                                        {"Set-Cookie",
+                                         "pelmo_preview_8080=abc123; Path=/; HttpOnly; "
+                                         "SameSite=Strict"}}));
 }
 
 TEST(PreviewGuard, LetsTheCookieThrough) {
@@ -49,8 +50,8 @@ TEST(PreviewGuard, RefusesAWrongOrMissingKey) {
         EXPECT_EQ(statusFor(asked("GET", "/", {}, query)), 403) << query;
     EXPECT_EQ(statusFor(asked("GET", "/preview.js", {}, "key=abc123")), 403);
     EXPECT_EQ(statusFor(asked("POST", "/", {origin}, "key=abc123")), 403);
-    for (const auto* value : {"pelmo_preview_8080=abc124", "pelmo_preview_8080=", "pelmo_preview_8081=abc123", "abc123",
-                              "xpelmo_preview_8080=abc123", "pelmo_preview_8080=abc123abc123", ";;;", ""})
+    for (const auto* value : {"pelmo_preview_8080=abc124", "pelmo_preview_8080=", "pelmo_preview_8081=abc123",
+                              "abc123", "xpelmo_preview_8080=abc123", "pelmo_preview_8080=abc123abc123", ";;;", ""})
         EXPECT_EQ(statusFor(asked("GET", "/", {{"Cookie", value}})), 403) << value;
     EXPECT_EQ(guard.stop(asked("GET", "/", {}))->body,
               "Open the address that pelmo-scheme preview prints, with its key.\n");
@@ -63,7 +64,8 @@ TEST(PreviewGuard, RefusesAnotherHost) {
     };
     EXPECT_EQ(status({{"Host", "localhost:8080"}}), 0);
     EXPECT_EQ(status({{"HOST", "127.0.0.1:8080"}}), 0);
-    for (const auto* host : {"shop.example", "127.0.0.1", "127.0.0.1:8081", "127.0.0.1:8080.shop.example", "0.0.0.0:8080", ""})
+    for (const auto* host :
+         {"shop.example", "127.0.0.1", "127.0.0.1:8081", "127.0.0.1:8080.shop.example", "0.0.0.0:8080", ""})
         EXPECT_EQ(status({{"Host", host}}), 421) << host;
     EXPECT_EQ(status({}), 421);
     EXPECT_EQ(status({{"Host", "127.0.0.1:8080"}, {"Host", "shop.example"}}), 421) << "named twice";
@@ -89,14 +91,15 @@ TEST(PreviewGuard, LetsABrowserStayInWithTheAddressThatItWasGiven) {
 }
 
 TEST(PreviewGuard, LoadsNothingFromElsewhere) {
-    EXPECT_EQ(Guard::headers(),
-              Headers({{"Content-Security-Policy",
-                        "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src 'self'; "
-                        "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
-                       {"Referrer-Policy", "no-referrer"},
-                       {"X-Content-Type-Options", "nosniff"},
-                       {"X-Frame-Options", "DENY"},
-                       {"Cross-Origin-Opener-Policy", "same-origin"},
-                       {"Cross-Origin-Resource-Policy", "same-origin"},
-                       {"Cache-Control", "no-store"}}));
+    EXPECT_EQ(
+        Guard::headers(),
+        Headers({{"Content-Security-Policy",
+                  "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self'; connect-src 'self'; "
+                  "base-uri 'none'; form-action 'none'; frame-ancestors 'none'"},
+                 {"Referrer-Policy", "no-referrer"},
+                 {"X-Content-Type-Options", "nosniff"},
+                 {"X-Frame-Options", "DENY"},
+                 {"Cross-Origin-Opener-Policy", "same-origin"},
+                 {"Cross-Origin-Resource-Policy", "same-origin"},
+                 {"Cache-Control", "no-store"}}));
 }

@@ -61,7 +61,8 @@ struct MadeDatabase final : Database {
         auto line = (isAction ? "action " : "") + call.name;
         for (const auto& constant : call.constants) line += " " + constant;
         calls.push_back(line + "(" + call.parameter + ")");
-        auto result = results.contains(call.name) ? results[call.name] : failed("There is no view " + call.name + ".");
+        auto result =
+            results.contains(call.name) ? results[call.name] : failed("There is no view " + call.name + ".");
         if (result.rows.size() > limits.rows) result.rows.resize(limits.rows);
         return result;
     }

@@ -67,8 +67,7 @@ TEST(PreviewPage, ShowsWhatFailsInItsPlaceAndTheRest) {
 
 TEST(PreviewPage, SaysThatItIsEmpty) {
     MadeScheme scheme;
-    EXPECT_EQ(scheme.shown(),
-              "<h1>Data Browser</h1><p class=empty>Node 1 has no paragraph: its page is empty.</p>");
+    EXPECT_EQ(scheme.shown(), "<h1>Data Browser</h1><p class=empty>Node 1 has no paragraph: its page is empty.</p>");
     EXPECT_EQ(scheme.database.calls, Rows()) << "the database is not asked for it";
     const auto page = makePage(scheme.navs, {nullptr, {"5", "Row", true}}, scheme.database, scheme.settings);
     EXPECT_EQ(shownPage(page, scheme.pictures).text(),
@@ -118,8 +117,9 @@ TEST(PreviewPage, SaysWhatAnActionDid) {
     scheme.add(1, 1, "Action", "E", "spW_Act");
     auto& result = scheme.database.results["spW_Act"];
     const auto did = [&] { return between(scheme.shown(), "<h2>Action</h2>", "<details>"); };
-    EXPECT_EQ(did(), "<p class=action>Ran spW_Act. The paragraphs below see what it did.</p>"
-                     "<p class=note>When the page is complete, it is undone.</p>");
+    EXPECT_EQ(did(),
+              "<p class=action>Ran spW_Act. The paragraphs below see what it did.</p>"
+              "<p class=note>When the page is complete, it is undone.</p>");
     result.changed = 14;
     EXPECT_EQ(between(did(), "<p class=action>", "</p>"),
               "Ran spW_Act, which changed 14 rows. The paragraphs below see what it did.");

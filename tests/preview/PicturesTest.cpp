@@ -28,11 +28,14 @@ TEST(PreviewPictures, AreToldByTheirFirstBytes) {
     EXPECT_EQ(typeOf("\x89PNG\r\n\x1A\n..."), "image/png");
     EXPECT_EQ(typeOf("\xFF\xD8\xFF\xE0..."), "image/jpeg");
     EXPECT_EQ(typeOf("RIFF\x10\0\0\0WEBPVP8 "s), "image/webp");
-    EXPECT_EQ(typeOf("\0\0\0\x1C" "ftypavif"s), "image/avif");
+    EXPECT_EQ(typeOf("\0\0\0\x1C"
+                     "ftypavif"s),
+              "image/avif");
     EXPECT_EQ(typeOf(bmp(30)), "image/bmp");
     EXPECT_EQ(typeOf(bmp(31)), "none") << "its header gives another size";
-    for (const auto* bytes : {"", "GIF", "BM is how this text begins, and then it goes on", "<svg xmlns=",
-                              "root:x:0:0:root:/root:/bin/bash\n", "RIFF....WAVEfmt ", "text....WEBP", "%PDF-1.7", "<html>"})
+    for (const auto* bytes : {"", "GIF", "BM is how this text begins, and then it goes on",
+                              "<svg xmlns=", "root:x:0:0:root:/root:/bin/bash\n", "RIFF....WAVEfmt ", "text....WEBP",
+                              "%PDF-1.7", "<html>"})
         EXPECT_EQ(typeOf(bytes), "none") << bytes;
 }
 

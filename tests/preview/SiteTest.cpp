@@ -26,7 +26,8 @@ struct MadeSite {
         made.verify = [this](const clsNavSchemes&) {
             ++verified;
             if (!database.unreachable.empty()) throw DatabaseError(database.unreachable);
-            return std::vector<QueryFinding>{{&queryFlaw("query-missing"), true, 1, "queryIs", "There is no <view>."}};
+            return std::vector<QueryFinding>{
+                {&queryFlaw("query-missing"), true, 1, "queryIs", "There is no <view>."}};
         };
         made.asset = [](std::string_view name) { return "bytes of " + std::string(name); };
         made.newName = countedNames();
@@ -81,9 +82,9 @@ TEST(PreviewSite, AnswersWithWhatIsBelowANode) {
     MadeSite made;
     EXPECT_EQ(json::parse(made.post("/branch", R"({"n":1,"k":"0","t":"","g":false})").body),
               json::parse(R"({"nodes":[{"n":2,"k":"0","t":"Customers","g":false,"b":true}],"total":1,"error":""})"));
-    made.database.results["spG_Customers"] = ::made({"ID", "Name"}, {{number("24"), text("Abbott")},
-                                                                     {number("25"), text("B\xFF")},
-                                                                     {number("26"), text("Carver")}});
+    made.database.results["spG_Customers"] =
+        ::made({"ID", "Name"},
+               {{number("24"), text("Abbott")}, {number("25"), text("B\xFF")}, {number("26"), text("Carver")}});
     const auto answer = made.post("/branch", customers);
     EXPECT_EQ(answer.type, "application/json");
     EXPECT_EQ(json::parse(answer.body), json::parse(R"({"nodes":[{"n":3,"k":"24","t":"Abbott","g":true,"b":false},
@@ -123,10 +124,11 @@ TEST(PreviewSite, AnswersWithThePageOfAGeneratedNodeAndItsPicture) {
 
 TEST(PreviewSite, RefusesWhatIsNoNode) {
     MadeSite made;
-    for (const auto* body : {"", "x", "[]", "null", "{}", R"({"n":99,"k":"0","t":"","g":false})",
-                             R"({"n":"1","k":"0","t":"","g":false})", R"({"n":1,"k":0,"t":"","g":false})",
-                             R"({"n":1,"k":"0","t":"","g":"no"})", R"({"n":1e99,"k":"0","t":"","g":false})",
-                             R"({"n":1,"k":"0","t":"","g":false,"tab":7})", "{\"n\":1,\"k\":\"\xFF\",\"t\":\"\",\"g\":false}"})
+    for (const auto* body :
+         {"", "x", "[]", "null", "{}", R"({"n":99,"k":"0","t":"","g":false})",
+          R"({"n":"1","k":"0","t":"","g":false})", R"({"n":1,"k":0,"t":"","g":false})",
+          R"({"n":1,"k":"0","t":"","g":"no"})", R"({"n":1e99,"k":"0","t":"","g":false})",
+          R"({"n":1,"k":"0","t":"","g":false,"tab":7})", "{\"n\":1,\"k\":\"\xFF\",\"t\":\"\",\"g\":false}"})
         for (const auto* path : {"/page", "/branch"}) {
             EXPECT_EQ(made.post(path, body).status, 404) << body;
             EXPECT_EQ(made.post(path, body).body, "This node is no longer in the scheme.\n");
@@ -184,7 +186,8 @@ TEST(PreviewSite, ShowsTheOldPagesIfAFileCannotBeReadAgain) {
     made.problem = "XST1.txt: there is no such file";
     made.site.reload();
     EXPECT_EQ(made.get("/version").body, "2");
-    const std::string words = "<p class=error>XST1.txt: there is no such file. What is shown is what was read before.</p>";
+    const std::string words =
+        "<p class=error>XST1.txt: there is no such file. What is shown is what was read before.</p>";
     const auto answer = made.get("/");
     EXPECT_NE(answer.body.find(words), std::string::npos);
     EXPECT_NE(answer.body.find("<h2>Welcome</h2>"), std::string::npos);

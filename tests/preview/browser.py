@@ -7,7 +7,7 @@
 PROGRAM is pelmo-scheme. Without --all, of the nodes that a query made only some are visited; every node and paragraph
 of the scheme is. Prints a line for each check; fails if one fails, and is skipped (77) where Chromium is missing.
 """
-import json
+import html
 import os
 import pathlib
 import re
@@ -320,6 +320,75 @@ class Checks:
             viewer.page.wait("(document.querySelector('#page .error')?.textContent ?? '').startsWith('XST1.txt: there is no')")
             (folder / "XST1.txt").write_bytes(nodes)
             viewer.page.wait("!document.querySelector('#page .error')")
+            self.expect(list(viewer.faults()), [], "faults")
+
+    def findings_stand_beside_what_they_are_about(self):
+        folder = self.new_folder()
+        shop.load(folder)
+        text = (folder / "XST2.txt").read_bytes()
+        (folder / "XST2.txt").write_bytes(text.replace(b'"spW_HireRates"', b'"spW_HireRatse"'))
+        with Preview(folder) as preview:
+            viewer = Viewer(self.browser, preview)
+            viewer.page.wait("document.querySelector('.flawed')")
+            self.expect(viewer.page.run("[...document.querySelectorAll('.flawed > .row')].map(at => at.textContent)"),
+                        ["Hire desk"], "marked nodes")
+            self.expect(viewer.page.run("document.querySelector('.flawed').getAttribute('aria-description')"),
+                        "with findings", "what is spoken")
+            viewer.click(1)
+            self.expect(viewer.page.run("document.querySelector('.findings').parentElement.querySelector('h2').textContent"),
+                        "Opening hours and hire rates", "the paragraph with the finding")
+            self.expect("spW_HireRatse" in viewer.page.run("document.querySelector('.findings').textContent"), True, "its words")
+            (folder / "XST2.txt").write_bytes(text)
+            viewer.page.wait("!document.querySelector('.flawed') && !document.querySelector('.findings')")
+            self.expect(list(viewer.faults()), [], "faults")
+
+    def the_tutorial_is_true(self):
+        """Does what the last two pages of the tutorial say, and sees what they promise."""
+        def examples(page):
+            text = (pathlib.Path(__file__).parents[2] / f"help/{page}.html").read_text(encoding="ascii")
+            return [html.unescape(example) for example in re.findall(r"<pre>(.*?)</pre>", text, re.S)]
+
+        folder = self.new_folder()
+        for number, example in enumerate(examples("tutorial-save"), start=1):
+            (folder / f"XST{number}.txt").write_text(example, newline="\r\n")
+        database = sqlite3.connect(folder / "library.db", isolation_level=None)
+        for statement in examples("tutorial-import")[3].split(";\n"):
+            if statement.startswith(("CREATE", "INSERT")):
+                database.execute(statement)
+        start, error, terminal, card, shown_card, loans, shown_loans, chart = examples("tutorial-preview")
+        self.expect(start, "cd /home/you/library\npelmo-scheme preview XST1.txt XST2.txt --db sqlite:library.db\n", "the start")
+        self.expect(terminal, "cd /home/you/library\nsqlite3 library.db\n", "the second terminal")
+
+        def cells(example):
+            return [re.split(r" {2,}", line.strip()) for line in example.splitlines()]
+
+        def enter(statements):
+            database.executescript(statements.replace(".quit", ""))
+
+        with Preview(folder, "sqlite:library.db") as preview:
+            viewer = Viewer(self.browser, preview)
+            viewer.click(1)
+            viewer.click(2)
+            self.expect([item[1] for item in viewer.items()][3:6], ["Amin", "Berger", "Castro"], "readers")
+            viewer.click(3)
+            self.expect(viewer.sections()[0]["error"] + "\n", error, "the first paragraph without its query")
+            enter(card)
+            viewer.click(3)
+            reader = viewer.sections()[0]
+            self.expect([[reader["title"]]] + reader["record"], cells(shown_card), "the card")
+            enter(loans)
+            viewer.click(3)
+            table = viewer.sections()[1]
+            self.expect(table["table"], cells(shown_loans)[:-1], "the loans")
+            self.expect([[cell for cell in table["sums"][0] if cell]], cells(shown_loans)[-1:], "their sum")
+            viewer.page.run("document.querySelectorAll('summary')[1].click()")
+            self.expect("Its value1" in viewer.sections()[1]["query"], True, "the value")
+            enter(chart)
+            viewer.click(1)
+            self.expect(viewer.sections()[0]["bars"], [["2026-12", "3"]], "the chart")
+            text = (folder / "XST2.txt").read_text()
+            (folder / "XST2.txt").write_text(text.replace("Loans by month", "Loans each month"))
+            viewer.page.wait("document.querySelector('h2').textContent === 'Loans each month'")
             self.expect(list(viewer.faults()), [], "faults")
 
     def the_form_says_what_it_would_open(self):
