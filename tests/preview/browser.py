@@ -21,6 +21,7 @@ import time
 import traceback
 
 import chromium
+import servers
 import shop
 
 PROGRAM = os.path.abspath(sys.argv[1])
@@ -55,6 +56,10 @@ SECTIONS = """[...document.querySelectorAll('#page section')].map(section => {
 ITEMS = """[...document.querySelectorAll('#tree [role=treeitem]')].map((item) => [Number(item.ariaLevel),
     item.querySelector('.text').textContent, {true: '-', false: '+', null: ' '}[item.ariaExpanded],
     item.ariaSelected === 'true'])"""
+
+
+class Skipped(Exception):
+    pass
 
 
 class Preview:
@@ -146,7 +151,22 @@ class Checks:
         self.walk(folder, "sqlite:shop.db")
         self.expect((folder / "shop.db").read_bytes() == before, True, "the database is as it was")
 
-    def walk(self, folder, address):
+    def the_shop_in_postgresql(self):
+        self.in_server(servers.PostgreSQL, "postgresql")
+
+    def the_shop_in_mariadb(self):
+        self.in_server(servers.MariaDB, "mariadb-server-core")
+
+    def in_server(self, server_class, package):
+        if not server_class.folder_of_programs():
+            raise Skipped(f"{package} is not installed")
+        folder = self.new_folder()
+        shop.load(folder)
+        with server_class(folder) as server:
+            self.walk(folder, server.address, server.undoes)
+
+    def walk(self, folder, address, runs_actions=True):
+        self.runs_actions = runs_actions
         self.shop = shop.Shop(folder / "shop.db")
         self.seen, self.wrong, self.largest, self.chapters = set(), [], 0, set()
         self.count = 0
@@ -166,13 +186,13 @@ class Checks:
         self.count += 1
         self.largest = max(self.largest, viewer.page.run("document.querySelector('#page').innerHTML.length"))
         sections = viewer.sections()
-        wanted = self.shop.page(node, key, text)
+        wanted = self.shop.page(node, key, text, self.runs_actions)
         self.expect([section["id"] for section in sections], [f"paragraph-{row['ID']}" for row, _, _ in wanted], text)
         for section, (paragraph, fields, rows) in zip(sections, wanted):
             self.seen.add(section["id"])
             if section["isChapters"]:
                 self.chapters.add(paragraph["queryIs"])
-            for fault in shop.faults_of_section(section, paragraph, fields, rows, text):
+            for fault in shop.faults_of_section(section, paragraph, fields, rows, text, self.runs_actions):
                 self.wrong.append(f"{text}, paragraph {paragraph['ID']}: {fault}")
         record = self.shop.nodes[node]
         children = [row["ID"] for row in self.shop.nodes.values() if row["parentIs"] == node]
@@ -514,7 +534,7 @@ def main():
         return 77
     names = [name for name in sys.argv[2:] if not name.startswith("--")]
     checks = [name for name in Checks.__dict__ if "_" in name and not name.startswith("_")
-              and name not in ("new_folder", "hostile_scheme")]
+              and name not in ("new_folder", "hostile_scheme", "in_server")]
     failed = 0
     with tempfile.TemporaryDirectory() as folder, chromium.Chromium() as browser:
         for name in names or checks:
@@ -522,6 +542,8 @@ def main():
             try:
                 getattr(Checks(browser, folder), name)()
                 print(f"passed: {name.replace('_', ' ')} ({time.monotonic() - start:.1f} s)", flush=True)
+            except Skipped as why:
+                print(f"skipped: {name.replace('_', ' ')}: {why}", flush=True)
             except Exception:  # whatever it is, the other checks go on
                 failed += 1
                 print(f"FAILED: {name.replace('_', ' ')}\n{traceback.format_exc()}", flush=True)
