@@ -24,6 +24,7 @@ struct Command {
 [[nodiscard]] RunCommand declareCheck(CommandLine& line);
 [[nodiscard]] RunCommand declareFormat(CommandLine& line);
 [[nodiscard]] RunCommand declareOrphans(CommandLine& line);
+[[nodiscard]] RunCommand declarePreview(CommandLine& line);
 [[nodiscard]] RunCommand declareRenumber(CommandLine& line);
 [[nodiscard]] RunCommand declareSql(CommandLine& line);
 [[nodiscard]] RunCommand declareStubs(CommandLine& line);

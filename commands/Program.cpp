@@ -36,6 +36,10 @@ constexpr Command commands[] = {
     {"verify",
      "Calls every query that the scheme names in your database, which stays as it is, and says what does not fit.",
      "pelmo-scheme verify XST1.txt XST2.txt --db sqlite:shop.db", declareVerify},
+    {"preview",
+     "Shows the tree and its pages in a browser, as your database fills them, and changes nothing in it. Ctrl+C ends "
+     "it.",
+     "pelmo-scheme preview XST1.txt XST2.txt --db sqlite:shop.db", declarePreview},
 #endif
 };
 

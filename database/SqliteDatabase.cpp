@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "database/SqliteDatabase.h"
 
+#include <dlfcn.h>
+
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
@@ -37,6 +39,17 @@ QVariant constantOf(const QueryCall& call) {
 QVariant parameterOf(const QueryCall& call) {
     if (call.kind == ParameterKind::None) return {};
     return call.kind == ParameterKind::LKey ? numberOrText(call.parameter) : QVariant(fromText(call.parameter));
+}
+
+// Qt's driver cannot stop a query. The library can, from any thread: the very one that the driver loaded, since no
+// other copy knows the connection.
+void interrupt(const QVariant& handle) {
+    void* const library = dlopen("libsqlite3.so.0", RTLD_LAZY | RTLD_NOLOAD);
+    if (library == nullptr) return;
+    const auto stop = reinterpret_cast<void (*)(void*)>(dlsym(library, "sqlite3_interrupt"));
+    if (stop != nullptr && qstrcmp(handle.typeName(), "sqlite3*") == 0)
+        stop(*static_cast<void* const*>(handle.constData()));
+    dlclose(library);
 }
 
 }  // namespace
@@ -78,10 +91,11 @@ void SqliteDatabase::prepareConnection() {
     // Changing the mode of a write-ahead file would write to it; its log needs no journal.
     if (rowsOf("PRAGMA journal_mode").at(0).at(0).toString() != u"wal") (void)rowsOf("PRAGMA journal_mode = MEMORY");
     if (!execute("PRAGMA cache_spill = OFF")) throw DatabaseError(lastWords());
-    hasGiven_ = !rowsOf("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Given' COLLATE NOCASE").empty();
 }
 
 bool SqliteDatabase::beginTransaction() {
+    // Looked up each time: who writes the queries may make the table meanwhile.
+    hasGiven_ = !rowsOf("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Given' COLLATE NOCASE").empty();
     // At once for writing: a page then sees one state of the file, and waits for other writers at its beginning.
     return execute(isWritable_ && hasGiven_ ? "BEGIN IMMEDIATE" : "BEGIN");
 }
@@ -106,7 +120,7 @@ void SqliteDatabase::perform(const QueryCall& call, bool isAction, const QueryLi
                        (isAction ? " on the table Given." : ".");
         return;
     }
-    QueryWatchdog watchdog(limits.time, [driver = connection().driver()] { driver->cancelQuery(); });
+    QueryWatchdog watchdog(limits.time, [handle = connection().driver()->handle()] { interrupt(handle); });
     give(call, isAction ? name : std::string(), result);
     if (!isAction && result.error.empty()) readView(name, limits, result);
     result.isTooSlow = watchdog.end() && !result.error.empty();

@@ -23,12 +23,15 @@ may() {
 may model model
 may analysis 'model|analysis'
 may database 'model|database'
+may preview 'model|database|preview'
 may commands 'model|analysis|database|preview|commands'
 may views 'model|views'
 may forms 'model|views|forms'
 may shell 'model|analysis|views|forms|shell'
 refuse "model, analysis and commands may not use Qt, except for writing files" < <(
     grep -rnE '^ *# *include *<Q' model analysis commands --include='*.h' --include='*.cpp' | grep -v '^model/FileWriter[.]cpp:')
+refuse "of preview, only Server, FileWatch and Preview.cpp may use Qt" < <(grep -rnE '^ *# *include *<Q' preview |
+    grep -vE '^preview/(Server[.](h|cpp)|FileWatch[.](h|cpp)|Preview[.]cpp):')
 refuse "what other folders include of database may not use Qt" < <(
     grep -nE '^ *# *include *<Q' database/{Database,GeneratedTree,PictureBytes,QtStart,QueryCall,QueryFindings,Verify}.h)
 exit "$code"

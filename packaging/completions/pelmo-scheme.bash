@@ -6,7 +6,7 @@ _pelmo_scheme() {
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]} command='' words='' i
     for ((i = 1; i < COMP_CWORD; ++i)); do
         case ${COMP_WORDS[i]} in
-            check | todo | tree | orphans | renumber | fmt | sql | stubs | verify) command=${COMP_WORDS[i]} && break ;;
+            check | todo | tree | orphans | renumber | fmt | sql | stubs | verify | preview) command=${COMP_WORDS[i]} && break ;;
         esac
     done
     case $before in
@@ -22,7 +22,7 @@ _pelmo_scheme() {
             ;;
         *)
             if [[ -z $command && $word != -* ]]; then
-                words='check todo tree orphans renumber fmt sql stubs verify'
+                words='check todo tree orphans renumber fmt sql stubs verify preview'
             elif [[ $word == -* ]]; then
                 words='--encoding --help'
                 case $command in
@@ -32,6 +32,7 @@ _pelmo_scheme() {
                     renumber) words+=' --output --map' ;;
                     fmt) words+=' --check --table' ;;
                     sql | stubs) words+=' --dialect' ;;
+                    preview) words+=' --db --no-browser --rows --run-actions --seconds --today' ;;
                     verify) words+=' --db --depth --format --rows --run-actions --seconds --strict --today' ;;
                 esac
             fi

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: MIT
 # Completion of pelmo-scheme for fish.
-set -l commands check todo tree orphans renumber fmt sql stubs verify
+set -l commands check todo tree orphans renumber fmt sql stubs verify preview
 set -l none "not __fish_seen_subcommand_from $commands"
 
 complete -c pelmo-scheme -n $none -f
@@ -13,6 +13,7 @@ complete -c pelmo-scheme -n $none -a fmt -d 'Print the file that the wizard woul
 complete -c pelmo-scheme -n $none -a sql -d 'Print a script that fills both tables of a database'
 complete -c pelmo-scheme -n $none -a stubs -d 'Print a script with a skeleton of each query to be written'
 complete -c pelmo-scheme -n $none -a verify -d 'Say what does not fit in the queries of the database'
+complete -c pelmo-scheme -n $none -a preview -d 'Show the tree and its pages in a browser'
 complete -c pelmo-scheme -n $none -l version -d 'Print the version'
 complete -c pelmo-scheme -s h -l help -d 'Print help'
 complete -c pelmo-scheme -l encoding -x -a 'utf-8 windows-1252' -d 'The encoding of what is printed'
@@ -30,3 +31,9 @@ complete -c pelmo-scheme -n '__fish_seen_subcommand_from verify' -l rows -x -d '
 complete -c pelmo-scheme -n '__fish_seen_subcommand_from verify' -l seconds -x -d 'How long a query may take'
 complete -c pelmo-scheme -n '__fish_seen_subcommand_from verify' -l today -x -d 'The day that queries get'
 complete -c pelmo-scheme -n '__fish_seen_subcommand_from verify' -l run-actions -d 'Run action queries even where they cannot be undone'
+complete -c pelmo-scheme -n '__fish_seen_subcommand_from preview' -l db -x -a 'sqlite: postgresql:// mariadb:// mysql:// odbc:' -d 'The address of the database'
+complete -c pelmo-scheme -n '__fish_seen_subcommand_from preview' -l no-browser -d 'Open no browser'
+complete -c pelmo-scheme -n '__fish_seen_subcommand_from preview' -l rows -x -d 'How many rows of a query are shown'
+complete -c pelmo-scheme -n '__fish_seen_subcommand_from preview' -l seconds -x -d 'How long a query may take'
+complete -c pelmo-scheme -n '__fish_seen_subcommand_from preview' -l today -x -d 'The day that queries get'
+complete -c pelmo-scheme -n '__fish_seen_subcommand_from preview' -l run-actions -d 'Run action queries even where they cannot be undone'

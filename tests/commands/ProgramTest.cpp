@@ -6,9 +6,9 @@
 
 namespace {
 
-const std::vector<std::string> all = {"check", "todo", "tree", "orphans", "renumber", "fmt", "sql", "stubs",
+const std::vector<std::string> all = {"check",  "todo",   "tree", "orphans", "renumber", "fmt", "sql", "stubs",
 #ifdef WIZARD_DATABASE
-                                      "verify"
+                                      "verify", "preview"
 #endif
 };
 
@@ -28,6 +28,12 @@ TEST(Program, ListsItsCommands) {
     EXPECT_NE(ran.out.find("Exit status: 0 nothing was found, 1 something was, 2 the input cannot be used."),
               std::string::npos);
     EXPECT_EQ(pelmo({"--version"}).out, "pelmo-scheme 1.02\n");
+}
+
+// One that ends with Ctrl+C, and would open a browser.
+static std::string untilInterrupted(std::string example) {
+    example.insert(example.find_first_of('\n'), " --no-browser");
+    return "timeout --preserve-status --signal=INT 5 " PROGRAM " " + example;
 }
 
 // Each example is run as it stands, in a folder with the samples.
@@ -184,7 +190,7 @@ TEST(Program, HasEachCommandAndOptionInItsManPageAndCompletions) {
             ++options;
         }
     }
-    const std::size_t others = std::ranges::count(all, "verify") == 1 ? 17 : 9;
+    const std::size_t others = std::ranges::count(all, "verify") == 1 ? 17 + 6 : 9;
     EXPECT_EQ(options, all.size() + others) << "--help of each, and all others";
     for (const char* option : {"--encoding", "--version"}) expectEverywhere(option, option);
 }
@@ -197,7 +203,7 @@ TEST(Program, CompletesInBash) {
                         "); COMP_CWORD=" + std::to_string(last) + "; _pelmo_scheme; echo \"${COMPREPLY[*]}\""})
             .out;
     };
-    EXPECT_EQ(completed("''", 1), "check todo tree orphans renumber fmt sql stubs verify\n");
+    EXPECT_EQ(completed("''", 1), "check todo tree orphans renumber fmt sql stubs verify preview\n");
     EXPECT_EQ(completed("t", 1), "todo tree\n");
     EXPECT_EQ(completed("check --", 2), "--encoding --help --format --strict\n");
     EXPECT_EQ(completed("check --format ''", 3), "text json sarif\n");

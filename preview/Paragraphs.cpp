@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#include "preview/Paragraphs.h"
+
+#include "model/CodePage.h"
+
+std::string titleOf(const clsWebScheme& paragraph, const ClickedNode& clicked) {
+    auto title = toUtf8(paragraph.titleIs);
+    title.erase(title.find_last_not_of(' ') + 1);
+    if (title.ends_with(':')) title += " " + clicked.text;
+    return title;
+}
+
+void addNote(Html& html, std::string_view words) {
+    html << "<p class=note>" << Escaped(words) << "</p>";
+}
+
+void addCount(Html& html, const QueryResult& result) {
+    if (result.rows.empty()) addNote(html, "The query returned no rows.");
+    if (result.total > result.rows.size())
+        addNote(html, "These are the first " + counted(result.rows.size(), "row", "rows") + " of " +
+                          grouped(result.total) + ".");
+}
+
+void beginTable(Html& html, Markup cssClass) {
+    html << "<div class=wide tabindex=0 role=group><table class=" << cssClass << ">";
+}
+
+void endTable(Html& html) {
+    html << "</table></div>";
+}
+
+std::size_t fieldWithPrefix(const QueryResult& result, std::string_view prefix) {
+    const auto isLetter = [](char letter, char capital) {
+        return letter == capital || letter == capital + ('a' - 'A');
+    };
+    std::size_t field = 0;
+    for (; field < result.fields.size(); ++field) {
+        const auto& name = result.fields[field];
+        std::size_t same = 0;
+        while (same < prefix.size() && same < name.size() && isLetter(name[same], prefix[same])) ++same;
+        if (same == prefix.size()) break;
+    }
+    return field;
+}
+
+void addAction(Html& html, const PageParagraph& paragraph, Pictures&) {
+    const auto& changed = paragraph.result.changed;
+    html << "<p class=action>Ran " << Escaped(shownText(paragraph.call->name));
+    if (changed) html << ", which changed " << Escaped(counted(*changed, "row", "rows"));
+    html << ". The paragraphs below see what it did.";
+    if (!paragraph.result.fields.empty()) html << " It returned rows, which this type does not show.";
+    html << "</p>";
+}

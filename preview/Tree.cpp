@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "preview/Tree.h"
+
+#include <nlohmann/json.hpp>
+
+namespace {
+
+using nlohmann::json;
+
+json asJson(const TreeNode& node, const GeneratedTree& tree) {
+    return {{"n", node.node ? json(node.node->ID) : json(nullptr)},
+            {"k", node.clicked.key},
+            {"t", node.clicked.text},
+            {"g", node.clicked.isGenerated},
+            {"b", tree.isBranch(node)}};
+}
+
+// What is no UTF-8 becomes the replacement character.
+std::string printed(const json& value) {
+    return value.dump(-1, ' ', false, json::error_handler_t::replace);
+}
+
+constexpr std::size_t longestTab = 40;
+
+}  // namespace
+
+std::string nodeAsJson(const TreeNode& node, const GeneratedTree& tree) {
+    return printed(asJson(node, tree));
+}
+
+std::string branchAsJson(const TreeBranch& branch, const GeneratedTree& tree) {
+    auto nodes = json::array();
+    for (const auto& node : branch.nodes) nodes.push_back(asJson(node, tree));
+    return printed({{"nodes", std::move(nodes)}, {"total", branch.total}, {"error", branch.error}});
+}
+
+std::optional<AskedNode> askedNode(std::string_view text, const clsNavSchemes& navs) try {
+    const auto asked = json::parse(text);
+    AskedNode found;
+    if (!asked.at("n").is_null()) {
+        found.node.node = navs.Item(asked.at("n").get<std::int32_t>()).get();
+        if (!found.node.node) return {};
+    }
+    found.node.clicked = {asked.at("k").get<std::string>(), asked.at("t").get<std::string>(),
+                          asked.at("g").get<bool>()};
+    found.tab = asked.value("tab", "").substr(0, longestTab);
+    return found;
+} catch (const json::exception&) {
+    return {};
+}
