@@ -65,8 +65,10 @@ void SqlDatabase::reopen() {
 void SqlDatabase::beginPage() {
     isInTransaction_ = beginTransaction();
     if (isInTransaction_) return;
-    reopen();
-    isInTransaction_ = beginTransaction();
+    if (canBeLost()) {
+        reopen();
+        isInTransaction_ = beginTransaction();
+    }
     if (!isInTransaction_) throw DatabaseError("The database cannot be read now: " + lastWords());
 }
 

@@ -43,6 +43,9 @@ class SqlDatabase : public Database {
     /// Connects, asking for a password if one is missing. @throws DatabaseError
     void open();
 
+    /// Connects anew. @throws DatabaseError
+    void reopen();
+
     /// Runs a statement without results. @return whether it succeeded; otherwise `lastWords` says why not
     bool execute(std::string_view statement, const QVariantList& values = {});
     [[nodiscard]] const std::string& lastWords() const { return lastWords_; }
@@ -54,6 +57,8 @@ class SqlDatabase : public Database {
     virtual void prepareConnection() {}
     /// Whether the words of a failed connection mean that a password is missing or wrong.
     [[nodiscard]] virtual bool isAboutPassword(const QSqlError& error) const = 0;
+    /// Whether a connection that was open can be gone.
+    [[nodiscard]] virtual bool canBeLost() const { return true; }
     virtual bool beginTransaction() = 0;
     /// Calls the query, between `setSavepoint` and what follows it.
     virtual void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) = 0;
@@ -66,7 +71,6 @@ class SqlDatabase : public Database {
 
   private:
     bool connect();
-    void reopen();
 
     std::string name_;
     QString connectionName_;

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "database/SqliteDatabase.h"
 
-#include <dlfcn.h>
+#include <sys/stat.h>
 
 #include <QFileInfo>
 #include <QSqlDriver>
 #include <QSqlError>
 
 #include "database/QueryWatchdog.h"
+#include "database/SqliteLibrary.h"
 #include "database/Values.h"
 
 using namespace Qt::StringLiterals;
@@ -27,6 +28,13 @@ void refuseUnlessFile(const std::string& file) {
     if (why != nullptr) throw DatabaseError(file + ": " + why);
 }
 
+// Another one where a file was put in the place of this.
+std::pair<std::uint64_t, std::uint64_t> identityOf(const std::string& file) {
+    struct stat status {};
+    if (stat(file.c_str(), &status) != 0) return {};
+    return {status.st_dev, status.st_ino};
+}
+
 // What the scheme writes after the name of the query: several constants are one text.
 QVariant constantOf(const QueryCall& call) {
     if (call.constants.empty()) return {};
@@ -39,17 +47,6 @@ QVariant constantOf(const QueryCall& call) {
 QVariant parameterOf(const QueryCall& call) {
     if (call.kind == ParameterKind::None) return {};
     return call.kind == ParameterKind::LKey ? numberOrText(call.parameter) : QVariant(fromText(call.parameter));
-}
-
-// Qt's driver cannot stop a query. The library can, from any thread: the very one that the driver loaded, since no
-// other copy knows the connection.
-void interrupt(const QVariant& handle) {
-    void* const library = dlopen("libsqlite3.so.0", RTLD_LAZY | RTLD_NOLOAD);
-    if (library == nullptr) return;
-    const auto stop = reinterpret_cast<void (*)(void*)>(dlsym(library, "sqlite3_interrupt"));
-    if (stop != nullptr && qstrcmp(handle.typeName(), "sqlite3*") == 0)
-        stop(*static_cast<void* const*>(handle.constData()));
-    dlclose(library);
 }
 
 }  // namespace
@@ -73,13 +70,19 @@ SqliteGuard::~SqliteGuard() {
 }
 
 SqliteDatabase::SqliteDatabase(const DatabaseAddress& address)
-    : SqlDatabase(address.shown, connectionTo(address), nullptr),
-      isWritable_(QFileInfo(fromText(address.database)).isWritable()) {
-    refuseUnlessFile(address.database);
-    const bool hasLog = QFileInfo::exists(QFileInfo(fromText(address.database)).canonicalFilePath() + u"-wal"_s);
+    : SqlDatabase(address.shown, connectionTo(address), nullptr) {
     refuseMissingDriver();
-    guard_ = std::make_unique<SqliteGuard>(address.database);
-    open();
+    openFile(&SqliteDatabase::open);
+}
+
+// Qt's driver would make a file that is not there.
+void SqliteDatabase::openFile(void (SqliteDatabase::*way)()) {
+    refuseUnlessFile(settings_.database);
+    const QFileInfo file(fromText(settings_.database));
+    isWritable_ = file.isWritable();
+    const bool hasLog = QFileInfo::exists(file.canonicalFilePath() + u"-wal"_s);
+    guard_ = std::make_unique<SqliteGuard>(settings_.database);
+    (this->*way)();
     if (!hasLog) guard_ = nullptr;  // the last connection to close then removes the log again
 }
 
@@ -91,11 +94,17 @@ void SqliteDatabase::prepareConnection() {
     // Changing the mode of a write-ahead file would write to it; its log needs no journal.
     if (rowsOf("PRAGMA journal_mode").at(0).at(0).toString() != u"wal") (void)rowsOf("PRAGMA journal_mode = MEMORY");
     if (!execute("PRAGMA cache_spill = OFF")) throw DatabaseError(lastWords());
+    SqliteLibrary(*connection().driver()).refuseCommits();
+    identity_ = identityOf(settings_.database);
+}
+
+void SqliteDatabase::beginPage() {
+    if (identityOf(settings_.database) != identity_) openFile(&SqliteDatabase::reopen);
+    hasGiven_ = !rowsOf("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Given' COLLATE NOCASE").empty();
+    SqlDatabase::beginPage();
 }
 
 bool SqliteDatabase::beginTransaction() {
-    // Looked up each time: who writes the queries may make the table meanwhile.
-    hasGiven_ = !rowsOf("SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'Given' COLLATE NOCASE").empty();
     // At once for writing: a page then sees one state of the file, and waits for other writers at its beginning.
     return execute(isWritable_ && hasGiven_ ? "BEGIN IMMEDIATE" : "BEGIN");
 }
@@ -120,7 +129,7 @@ void SqliteDatabase::perform(const QueryCall& call, bool isAction, const QueryLi
                        (isAction ? " on the table Given." : ".");
         return;
     }
-    QueryWatchdog watchdog(limits.time, [handle = connection().driver()->handle()] { interrupt(handle); });
+    QueryWatchdog watchdog(limits.time, [library = SqliteLibrary(*connection().driver())] { library.interrupt(); });
     give(call, isAction ? name : std::string(), result);
     if (!isAction && result.error.empty()) readView(name, limits, result);
     result.isTooSlow = watchdog.end() && !result.error.empty();

@@ -30,21 +30,25 @@ class SqliteDatabase final : public SqlDatabase {
     ~SqliteDatabase() override;
 
     [[nodiscard]] bool canUndo() const override { return true; }
+    void beginPage() override;
     [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;
 
   protected:
     void prepareConnection() override;
     [[nodiscard]] bool isAboutPassword(const QSqlError&) const override { return false; }
+    [[nodiscard]] bool canBeLost() const override { return false; }
     bool beginTransaction() override;
     void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;
 
   private:
+    void openFile(void (SqliteDatabase::*way)());
     [[nodiscard]] std::string nameInCatalogue(std::string_view name, bool isAction);
     void give(const QueryCall& call, const std::string& action, QueryResult& result);
     void readView(const std::string& view, const QueryLimits& limits, QueryResult& result);
     [[nodiscard]] std::uint64_t changesSoFar();
 
-    bool isWritable_;
+    bool isWritable_ = false;
     bool hasGiven_ = false;
+    std::pair<std::uint64_t, std::uint64_t> identity_;  // of the file
     std::unique_ptr<SqliteGuard> guard_;
 };

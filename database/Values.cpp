@@ -25,8 +25,10 @@ QString written(double number, ColumnTypes columns) {
     constexpr int digitsOfSqlite = 15;
     auto text = QString::number(number, 'g',
                                 columns == ColumnTypes::Untyped ? digitsOfSqlite : QLocale::FloatingPointShortest);
-    if (columns == ColumnTypes::Untyped && !text.contains(u'.') && !text.contains(u'e') && qIsFinite(number))
-        text += u".0";
+    if (columns == ColumnTypes::Untyped && !text.contains(u'.') && qIsFinite(number)) {
+        const auto exponent = text.indexOf(u'e');
+        text.insert(exponent < 0 ? text.size() : exponent, u".0");
+    }
     return text;
 }
 

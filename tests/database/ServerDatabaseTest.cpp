@@ -63,6 +63,14 @@ class MariaDBForUs {
     Environment home_;
 };
 
+/// One row as text, or the error.
+std::string rowOf(const QueryResult& result) {
+    std::string text = result.error;
+    if (!result.rows.empty())
+        for (const auto& cell : result.rows[0]) text += "|" + cell.text;
+    return text;
+}
+
 QueryResult runOnce(Database& database, const std::string& query, const std::string& parmIs = "",
                     const ClickedNode& clicked = {}, bool isAction = false, const QueryLimits& limits = {}) {
     const DatabasePage page(database);
@@ -142,4 +150,192 @@ TEST(MariaDbDatabase, StopsWhatTakesTooLong) {
     EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "");
     EXPECT_EQ(runOnce(*database, "spW_Writes", "", {}, true).error, "");
     EXPECT_NE(shop.server.run("SELECT min(hours) FROM Employees;"), "min(hours)\n1\n") << "it was not rolled back";
+}
+
+TEST(PostgreSqlDatabase, LetsQueriesReadOnlyUnlessTheyHaveToWrite) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const PostgreSQLForUs shop;
+    shop.server.run(
+        "CREATE TABLE Log(ID serial, what text);\n"
+        "CREATE FUNCTION spW_Logged(given integer) RETURNS TABLE (\"ID\" integer) LANGUAGE sql AS $$\n"
+        "    INSERT INTO Log(what) VALUES('seen'); SELECT max(ID) FROM Log $$;\n"
+        "CREATE FUNCTION spW_Log() RETURNS void LANGUAGE sql AS $$ INSERT INTO Log(what) VALUES('a'), ('b') $$;\n"
+        "CREATE FUNCTION spW_LogRows() RETURNS TABLE (\"ID\" bigint) LANGUAGE sql AS $$ SELECT count(*) FROM Log "
+        "$$;\n"
+        "CREATE FUNCTION spW_Counter() RETURNS TABLE (\"ID\" bigint) LANGUAGE sql AS $$ SELECT nextval('log_id_seq') "
+        "$$;\n"
+        "INSERT INTO Log(what) VALUES('first');\n");
+    const auto before = shop.dump();
+    const auto database = shop.open();
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_Logged 5")), "|2");
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_Counter")), "|2");
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_Counter")), "|2") << "the number before was given back";
+    {
+        const DatabasePage page(*database);
+        const auto call = [&](const char* query, bool isAction) {
+            return database->run(*callOf(query, "", {}, ""), isAction, {});
+        };
+        const auto logged = call("spW_Log", true);
+        EXPECT_EQ(logged.error, "");
+        EXPECT_EQ(logged.changed, 2U);
+        EXPECT_TRUE(logged.fields.empty());
+        EXPECT_EQ(rowOf(call("spW_LogRows", false)), "|3");
+    }
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_LogRows")), "|1");
+    EXPECT_TRUE(shop.dump() == before) << "the dump differs";
+}
+
+TEST(PostgreSqlDatabase, FindsFunctionsAndViewsOfTheUser) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const PostgreSQLForUs shop;
+    shop.server.run(
+        "CREATE FUNCTION spW_Two(a integer, b text DEFAULT 'x') RETURNS TABLE (\"ID\" integer, b text) LANGUAGE sql\n"
+        "    AS $$ SELECT a, b $$;\n"
+        "CREATE SCHEMA sales;\n"
+        "CREATE FUNCTION sales.\"spW Odd\"\"\"() RETURNS integer LANGUAGE sql AS $$ SELECT 7 $$;\n"
+        "CREATE VIEW spW_View AS SELECT 1 AS \"ID\", true AS b, date '2026-03-05' AS d, 2.50::numeric AS n, "
+        "0.1::float8 "
+        "AS f,\n"
+        "    timestamp '2026-03-05 12:30:00' AS t, '\\x00ff'::bytea AS y, NULL AS z, 'a''b'::text AS s;\n");
+    const auto database = shop.open();
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_Two", "Lkey", {.key = "42", .text = ""})), "|42|x");
+    EXPECT_EQ(rowOf(runOnce(*database, "SPW_TWO 7", "Text", {.text = "it's; \\"})), "|7|it's; \\");
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_Two 1 2", "Lkey")), "No function spW_Two takes 3 values.");
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_Two x")).substr(0, 51),
+              "ERROR:  invalid input syntax for type integer: \"x\"\n");
+    QueryCall odd;
+    odd.name = "sales.spW Odd\"";
+    {
+        const DatabasePage page(*database);
+        EXPECT_EQ(rowOf(database->run(odd, false, {})), "|7");
+    }
+    const auto view = runOnce(*database, "spW_View");
+    EXPECT_EQ(rowOf(view), std::string("|1|true|2026-03-05|2.50|0.1|2026-03-05 12:30:00|\0\xFF||a'b", 57));
+    EXPECT_EQ(view.rows.at(0).at(3).kind, Cell::Kind::Number);
+    EXPECT_EQ(view.rows.at(0).at(6).kind, Cell::Kind::Bytes);
+    EXPECT_EQ(view.rows.at(0).at(7).kind, Cell::Kind::Null);
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_View 1")), "spW_View is no function, and cannot be called with 1 value.");
+    EXPECT_EQ(rowOf(runOnce(*database, "pg_sleep 0")), "There is no function pg_sleep, and no view of this name.");
+    EXPECT_EQ(rowOf(runOnce(*database, "pg_shadow")), "There is no function pg_shadow, and no view of this name.");
+    const auto known = database->find("spw_two", false);
+    ASSERT_TRUE(known);
+    EXPECT_TRUE(known->areArgumentsKnown);
+    EXPECT_EQ(known->fewestArguments, 1U);
+    EXPECT_EQ(known->mostArguments, 2U);
+    EXPECT_FALSE(database->find("pg_sleep", false));
+}
+
+TEST(PostgreSqlDatabase, ConnectsAgainForTheNextPage) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const PostgreSQLForUs shop;
+    const auto database = shop.open();
+    const std::string end =
+        "SELECT count(pg_terminate_backend(pid, 5000)) FROM pg_stat_activity WHERE application_name = "
+        "'pelmo-scheme';";
+    {
+        const DatabasePage page(*database);
+        EXPECT_EQ(shop.server.run(end), "1\n");
+        const auto lost = database->run(*callOf("spG_Suppliers", "", {}, ""), false, {});
+        EXPECT_NE(lost.error.find("connection to the database is lost"), std::string::npos) << lost.error;
+    }
+    EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "");
+    EXPECT_EQ(shop.server.run(end), "1\n");
+    EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "") << "between two pages";
+}
+
+TEST(PostgreSqlDatabase, PromisesNothingWhereASequenceBelongsToAnotherUser) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const PostgreSQLForUs shop;
+    shop.server.run("CREATE ROLE plain LOGIN;\nCREATE SEQUENCE taken;\n");
+    EXPECT_TRUE(Database::open("postgresql://plain@/postgres")->canUndo());
+    shop.server.run("GRANT USAGE ON SEQUENCE taken TO plain;\n");
+    EXPECT_FALSE(Database::open("postgresql://plain@/postgres")->canUndo());
+}
+
+namespace {
+
+std::string asksFor;
+
+std::string answer() {
+    asksFor += "asked ";
+    return asksFor.size() > 7 ? "tiger" : "wrong";
+}
+
+std::string noAnswer() {
+    return {};
+}
+
+std::string whyNot(const std::string& address, std::string (*askPassword)()) {
+    try {
+        (void)Database::open(address, askPassword);
+    } catch (const DatabaseError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+}  // namespace
+
+TEST(MariaDbDatabase, AsksForThePasswordUntilItIsRight) {
+    if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
+    const MariaDBForUs shop;
+    shop.server.run("CREATE USER guarded IDENTIFIED BY 'tiger'; GRANT ALL ON test.* TO guarded;");
+    const auto refused = whyNot("mariadb://guarded@/test", noAnswer);
+    EXPECT_NE(refused.find("Access denied for user 'guarded'"), std::string::npos) << refused;
+    EXPECT_EQ(whyNot("mariadb://guarded@/test", answer), "");
+    EXPECT_EQ(asksFor, "asked asked ");
+    const Environment password("MYSQL_PWD", "tiger");
+    EXPECT_EQ(whyNot("mariadb://guarded@/test", nullptr), "");
+}
+
+TEST(MariaDbDatabase, CallsProceduresAndViewsOfTheUser) {
+    if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
+    const MariaDBForUs shop;
+    shop.server.run(
+        "CREATE PROCEDURE spW_Two(a int, b varchar(20)) SELECT a AS ID, b, 2.50 AS n, x'00ff' AS y, NULL AS z;\n"
+        "CREATE VIEW spW_View AS SELECT 1 AS ID, date '2026-03-05' AS d;\n"
+        "CREATE TABLE Engines(ID int) ENGINE = MyISAM;\n"
+        "CREATE PROCEDURE spW_Commits() BEGIN COMMIT; INSERT INTO Engines VALUES(1); END;\n");
+    const auto database = shop.open();
+    const auto two = runOnce(*database, "spW_Two 7", "Text", {.text = "it's; \\"});
+    EXPECT_EQ(rowOf(two), std::string("|7|it's; \\|2.50|\0\xFF|", 22)) << two.error;
+    EXPECT_EQ(two.rows.at(0).at(2).kind, Cell::Kind::Number);
+    EXPECT_EQ(two.rows.at(0).at(3).kind, Cell::Kind::Bytes);
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_Two 7")), "The procedure spW_Two takes 2 values, and is called with 1.");
+    EXPECT_EQ(rowOf(runOnce(*database, "spw_view")), "|1|2026-03-05");
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_View 1")),
+              "spW_View is no procedure, and cannot be called with 1 value.");
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_Nowhere")),
+              "There is no procedure spW_Nowhere, and no view of this name.");
+    EXPECT_NE(rowOf(runOnce(*database, "spW_Commits")), "") << "not even after a COMMIT";
+    EXPECT_EQ(shop.server.run("SELECT count(*) FROM Engines;"), "count(*)\n0\n");
+    EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "");
+}
+
+TEST(OdbcDatabase, CallsFunctionsThroughADriver) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    if (bytesOf("/etc/odbcinst.ini").find("[PostgreSQL Unicode]") == std::string::npos)
+        GTEST_SKIP() << "odbc-postgresql is not installed";
+    const PostgreSQLForUs shop;
+    shop.server.run(
+        "CREATE FUNCTION spW_Broken() RETURNS TABLE (\"ID\" integer) LANGUAGE sql AS $$ SELECT 1 / 0 $$;\n");
+    const auto before = shop.dump();
+    {
+        const auto database =
+            Database::open("odbc:DRIVER={PostgreSQL Unicode};Servername=" + std::string(std::getenv("PGHOST")) +
+                           ";Database=postgres;UID=wizard");
+        EXPECT_FALSE(database->canUndo());
+        const auto hire = runOnce(*database, "spW_HireCustomer", "Lkey", {.key = "1003", .text = ""});
+        EXPECT_EQ(hire.error, "");
+        EXPECT_EQ(hire.total, 1U);
+        EXPECT_EQ(hire.fields.at(0), "ID");
+        EXPECT_EQ(runOnce(*database, "spG_PartsOfSupplier", "CKey06", {.key = "NIGHTW", .text = ""}).error, "");
+        const DatabasePage page(*database);
+        const auto call = [&](const char* query) { return database->run(*callOf(query, "", {}, ""), false, {}); };
+        EXPECT_NE(call("spW_Broken").error.find("division by zero"), std::string::npos);
+        EXPECT_EQ(call("spG_Suppliers").error, "") << "after one that failed";
+        EXPECT_EQ(call("spW_Nowhere").error, "There is no procedure spW_Nowhere that can be called.");
+        EXPECT_EQ(call("spG_Suppliers()};").error, "There is no procedure spG_Suppliers()}; that can be called.");
+    }
+    EXPECT_TRUE(shop.dump() == before) << "the dump differs";
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <unistd.h>
 
+#include "tests/OrdinaryUser.h"
 #include "tests/database/Pages.h"
 
 // A file of SQLite that belongs to the user: whatever its queries do, its bytes stay. Others may write to it.
@@ -90,7 +91,9 @@ TEST_F(SqliteFile, CallsOnlyWhatIsInItsCatalogue) {
     EXPECT_EQ(firstRow(call(*database, "spW_Things;DELETE")), "There is no view spW_Things;DELETE.");
     EXPECT_EQ(firstRow(call(*database, "pragma_table_list")), "There is no view pragma_table_list.");
     EXPECT_EQ(firstRow(call(*database, "spW_Things", true)), "There is no trigger spW_Things on the table Given.");
-    EXPECT_EQ(firstRow(database->run({.name = "a \"b"}, false, {})), "|7");
+    QueryCall withQuotes;
+    withQuotes.name = "a \"b";
+    EXPECT_EQ(firstRow(database->run(withQuotes, false, {})), "|7");
     EXPECT_TRUE(database->find("spw_things", false));
     EXPECT_FALSE(database->find("spw_things", true));
     EXPECT_TRUE(database->find("SPW_ADD", true));
@@ -205,11 +208,12 @@ TEST_F(SqliteFile, KeepsTheLogOfAWriteAheadFile) {
 TEST_F(SqliteFile, IsNotRepaired) {
     const Small small;
     // The journal of a program that was killed while it wrote.
-    ::run(
+    const auto writer = ::run(
         {"sqlite3", "-batch", small.file()},
         "PRAGMA cache_size = 1;\nBEGIN;\nINSERT INTO Things(name) SELECT zeroblob(9000) FROM (WITH RECURSIVE N(n) AS "
         "(SELECT 1 UNION ALL SELECT n + 1 FROM N WHERE n < 500) SELECT n FROM N);\n.shell kill -9 $PPID\nSELECT "
         "1;\n");
+    EXPECT_NE(writer.code, 0);
     const auto before = small.files();
     ASSERT_EQ(before.size(), 2U);
     EXPECT_THROW((void)small.open(), DatabaseError);
@@ -219,16 +223,47 @@ TEST_F(SqliteFile, IsNotRepaired) {
 TEST_F(SqliteFile, WaitsForAnotherProgramAndThenSaysSo) {
     const Small small;
     const auto database = small.open();
-    const Background other({"sh", "-c", "(echo 'BEGIN IMMEDIATE;'; sleep 60) | sqlite3 -batch " + small.file()},
+    const auto isLocked = (small.folder() / "locked").string();
+    const auto isWaiting = (small.folder() / "waiting").string();
+    writeBytes(isWaiting, "");
+    const Background other({"sh", "-c",
+                            "(echo 'BEGIN IMMEDIATE;\n.shell touch " + isLocked + "'; while [ -e " + isWaiting +
+                                " ]; do sleep 0.1; done) | exec sqlite3 -batch " + small.file()},
                            small.folder() / "log", As::Caller);
-    std::string error;
-    for (int i = 0; i < 100 && error.empty(); ++i) try {
+    for (int i = 0; i < 300 && !std::filesystem::exists(isLocked); ++i) usleep(100'000);
+    try {
+        const DatabasePage page(*database);
+        ADD_FAILURE() << "it did not wait";
+    } catch (const DatabaseError& caught) {
+        EXPECT_EQ(caught.what(), std::string("The database cannot be read now: database is locked"));
+    }
+    std::filesystem::remove(isWaiting);
+    for (int i = 0; i < 300; ++i) try {
             const DatabasePage page(*database);
-            usleep(20'000);
-        } catch (const DatabaseError& caught) {
-            error = caught.what();
+            return;
+        } catch (const DatabaseError&) {
         }
-    EXPECT_EQ(error, "The database cannot be read now: database is locked");
+    ADD_FAILURE() << "the page cannot be made when the other one has ended";
+}
+
+// As somebody does who changes the script of the queries and loads it anew.
+TEST_F(SqliteFile, IsReadAnewWhereAnotherFileIsInItsPlace) {
+    const Small small;
+    const Small other("INSERT INTO Things VALUES(2, 'two');\n");
+    const auto database = small.open();
+    const auto count = [&] {
+        const DatabasePage page(*database);
+        return call(*database, "spW_Things").total;
+    };
+    EXPECT_EQ(count(), 1U);
+    std::filesystem::remove(small.file());
+    std::filesystem::copy_file(other.file(), small.file());
+    EXPECT_EQ(count(), 2U);
+    EXPECT_EQ(small.run("INSERT INTO Things VALUES(3, 'three');"), "");
+    EXPECT_EQ(count(), 3U);
+    std::filesystem::remove(small.file());
+    EXPECT_THROW((void)count(), DatabaseError);
+    EXPECT_FALSE(std::filesystem::exists(small.file()));
 }
 
 TEST_F(SqliteFile, CountsTheRowsThatItDoesNotKeep) {
@@ -246,7 +281,7 @@ TEST_F(SqliteFile, CountsTheRowsThatItDoesNotKeep) {
     EXPECT_LT(few.rows.size(), 11U);
     EXPECT_EQ(few.total, 100'000U);
     const auto kinds = call(*database, "spW_Kinds");
-    EXPECT_EQ(firstRow(kinds), std::string("||1|2.0|x|\0\xFF|0.1|1e+300", 22)) << kinds.error;
+    EXPECT_EQ(firstRow(kinds), std::string("||1|2.0|x|\0\xFF|0.1|1.0e+300", 25)) << kinds.error;
     using Kind = Cell::Kind;
     const Kind expected[] = {Kind::Null,  Kind::Number, Kind::Number, Kind::Text,
                              Kind::Bytes, Kind::Number, Kind::Number};
@@ -270,10 +305,13 @@ TEST_F(SqliteFile, SaysWhatIsWrongWithGiven) {
 
 TEST_F(SqliteFile, CanBeWriteProtected) {
     const Small small;
-    std::filesystem::permissions(small.file(), std::filesystem::perms::owner_read);
-    if (access(small.file().c_str(), W_OK) == 0) GTEST_SKIP() << "nothing is write-protected for root";
+    using std::filesystem::perms;
+    std::filesystem::permissions(small.folder(), perms::owner_all | perms::others_exec | perms::others_read);
+    std::filesystem::permissions(small.file(), perms::owner_read | perms::others_read);
+    const OrdinaryUser user;
+    if (!user.bound()) GTEST_SKIP() << "the superuser's rights cannot be laid down";
     const auto database = small.open();
     const DatabasePage page(*database);
     EXPECT_EQ(firstRow(call(*database, "spW_Things")), "|1|one");
-    EXPECT_TRUE(call(*database, "spW_Things 1").error.starts_with("You may not write to the file, ")) << "";
+    EXPECT_TRUE(call(*database, "spW_Things 1").error.starts_with("You may not write to the file, "));
 }

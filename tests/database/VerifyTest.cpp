@@ -85,7 +85,7 @@ constexpr SeededFault faults[] = {
      "XST2.txt:105: error: colsAre: All means the columns from number 1 on, and there are none. [nothing-to-sum]\n"},
     {"TextInAll", "spW_HolidayCrossTab", "SELECT name AS ID, 3 AS Jan, role AS Feb FROM Employees WHERE ID = 1",
      "XST2.txt:105: error: colsAre: Column 2, \"Feb\", holds no numbers but \"Manager\". [column-text]\n"},
-    {"Fails", "spW_MoneyOwed", "SELECT nothing AS ID FROM Nowhere",
+    {"Fails", "spW_MoneyOwed", "SELECT ID FROM Nowhere",
      "XST2.txt:91: error: queryIs: spW_MoneyOwed fails: no such table: main.Nowhere [query-fails]\n"},
     {"KeyTooLong", "spG_Clubs", "SELECT ID || 'X' AS ID, name AS Club FROM Clubs WHERE ID = 'HILLTOPS'",
      "XST1.txt:52: error: parmIs: The key \"HILLTOPSX\" of a row of spG_Clubs has 9 characters, not 8. [key-kind]\n"
@@ -168,7 +168,7 @@ TEST(Verify, FindsColumnsThatDoNotFit) {
     shop.nodes("\"spG_HiresOfCustomer\",\"Lkey\"", "\"spG_HiresOfCustomer\",\"CKey05\"");
     EXPECT_EQ(
         withoutNotes(shop.verify().out),
-        "XST1.txt:49: error: parmIs: The key \"24\" of a row of spG_CustomersByInitial has 2 characters, not 5. "
+        "XST1.txt:49: error: parmIs: The key \"48\" of a row of spG_CustomersByInitial has 2 characters, not 5. "
         "[key-kind]\n"
         "XST2.txt:53: error: colsAre: The columns of a chart are X:Y or All. [columns]\n"
         "XST2.txt:56: error: colsAre: The columns are numbers with colons between them, or All. [columns]\n"
@@ -233,4 +233,66 @@ TEST(Verify, RefusesWhatItCannotUse) {
     EXPECT_EQ(refused({"--db", "sqlite:" + sampleNodes, "--today", "5.3.2026"}),
               "pelmo-scheme: --today takes a day such as 2026-03-05\n");
     EXPECT_NE(refused({}).find("--db is required"), std::string::npos);
+}
+
+TEST(Verify, FindsInPostgreSQLWhatAFunctionTakes) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const PostgreSQL server;
+    const Environment host("PGHOST", server.environment().at(0).substr(7));
+    const Environment user("PGUSER", "wizard");
+    server.run("SET client_min_messages = warning;\n" + bytesOf(sample("shop-postgresql.sql")));
+    const auto verify = [] {
+        return pelmo({"verify", sampleNodes, sampleParagraphs, "--db", "postgresql:///postgres"});
+    };
+    const auto clean = verify();
+    EXPECT_EQ(clean.status, 0);
+    EXPECT_EQ(clean.err, "");
+    EXPECT_EQ(withoutNotes(clean.out), "");
+    server.run(
+        "DROP FUNCTION spW_MoneyOwed;\nDROP FUNCTION spW_HireRates;\n"
+        "CREATE FUNCTION spW_HireRates(a integer, b integer DEFAULT 1) RETURNS TABLE (\"ID\" integer) LANGUAGE sql "
+        "AS\n"
+        "    $$ SELECT 1 $$;\n"
+        "DROP FUNCTION spW_ClubHead;\n"
+        "CREATE FUNCTION spW_ClubHead(a integer) RETURNS TABLE (\"ID\" integer) LANGUAGE sql AS $$ SELECT 1 $$;\n");
+    const auto found = withoutNotes(verify().out);
+    const auto expected =
+        sampleParagraphs +
+        ":4: error: queryIs: spW_HireRates takes 1 to 2 values, and is called with 0, the parameter included. "
+        "[query-arguments]\n" +
+        sampleParagraphs + ":80: error: queryIs: spW_ClubHead fails for the node \"";
+    EXPECT_EQ(found.substr(0, expected.size()), expected);
+    EXPECT_NE(found.find("invalid input syntax for type integer"), std::string::npos) << found;
+    EXPECT_TRUE(found.ends_with(sampleParagraphs +
+                                ":91: error: queryIs: The database has no query spW_MoneyOwed. [query-missing]\n"))
+        << found;
+    EXPECT_EQ(std::ranges::count(found, '\n'), 3) << found;
+}
+
+TEST(Verify, RunsNoActionInMariaDBUnlessItIsTold) {
+    if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
+    const MariaDB server;
+    const Environment home("HOME", server.home().string());
+    server.run(bytesOf(sample("shop-mariadb.sql")));
+    const auto verify = [](const std::vector<std::string>& more) {
+        std::vector<std::string> arguments = {"verify", sampleNodes, sampleParagraphs, "--db", "mariadb:///test"};
+        arguments.insert(arguments.end(), more.begin(), more.end());
+        return pelmo(arguments);
+    };
+    const auto plain = verify({});
+    EXPECT_EQ(plain.status, 0);
+    const auto remarks = withoutNotes(plain.out);
+    EXPECT_EQ(std::ranges::count(remarks, '\n'), 6) << remarks;
+    EXPECT_TRUE(remarks.starts_with(sampleParagraphs +
+                                    ":14: remark: queryIs: spW_AddLateCharges was not run: this database cannot take "
+                                    "back what it does. [action-not-run]\n"))
+        << remarks;
+    const auto told = verify({"--run-actions"});
+    EXPECT_EQ(told.status, 0);
+    EXPECT_EQ(withoutNotes(told.out), "");
+    server.run("DROP PROCEDURE spW_HireRates;\nCREATE PROCEDURE spW_HireRates(a int) SELECT a AS ID;\n");
+    EXPECT_EQ(withoutNotes(verify({"--run-actions"}).out),
+              sampleParagraphs +
+                  ":4: error: queryIs: spW_HireRates takes 1 value, and is called with 0, the parameter included. "
+                  "[query-arguments]\n");
 }
