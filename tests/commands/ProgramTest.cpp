@@ -49,7 +49,8 @@ TEST(Program, ShowsAnExampleOfEachCommandThatWorks) {
         ASSERT_NE(first, std::string::npos) << help.out;
         const auto example = help.out.substr(first + heading.size());
         EXPECT_TRUE(example.starts_with(name + " ")) << example;
-        const auto ran = run({"sh", "-c", "cd '" + folder.folder.path().string() + "' && " PROGRAM " " + example});
+        const auto command = name == "preview" ? untilInterrupted(example) : PROGRAM " " + example;
+        const auto ran = run({"sh", "-c", "cd '" + folder.folder.path().string() + "' && " + command});
         EXPECT_EQ(ran.code, 0) << example << ran.err;
         EXPECT_EQ(ran.err, "");
     }
