@@ -22,7 +22,7 @@ void addCount(Html& html, const QueryResult& result) {
 }
 
 void beginTable(Html& html, Markup cssClass) {
-    html << "<div class=wide tabindex=0 role=group><table class=" << cssClass << ">";
+    html << "<div class=wide><table class=" << cssClass << ">";
 }
 
 void endTable(Html& html) {

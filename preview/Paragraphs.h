@@ -25,7 +25,7 @@ void addNote(Html& html, std::string_view words);
 /// Says that there are no rows, or more than those shown.
 void addCount(Html& html, const QueryResult& result);
 
-/// A table that scrolls by itself where it is wider than the window.
+/// A table that scrolls by itself where it is wider than the window. Browsers let the keyboard scroll it.
 void beginTable(Html& html, Markup cssClass);
 void endTable(Html& html);
 
