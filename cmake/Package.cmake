@@ -8,7 +8,7 @@ set(made ${CMAKE_BINARY_DIR}/packaging)
 # The program looks for its help and its samples in its own folder, so everything goes into one folder.
 install(TARGETS pelmo-wizard DESTINATION ${program_folder})
 install(DIRECTORY ${CMAKE_SOURCE_DIR}/samples/ DESTINATION ${program_folder})
-install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/Pelmo.chm DESTINATION ${program_folder} OPTIONAL)
+install(FILES ${program_output}/Pelmo.chm DESTINATION ${program_folder} OPTIONAL)
 
 file(MAKE_DIRECTORY ${made})
 file(CREATE_LINK ../${program_folder}/pelmo-wizard ${made}/pelmo-wizard SYMBOLIC)
