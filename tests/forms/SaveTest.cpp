@@ -68,7 +68,9 @@ TEST_P(Save, ChangesNothingByF3WithoutAChange) {
 TEST_P(Save, KeepsTheBytesOfTextsThatNobodyHasChanged) {
     const Text bytes = "one\r\ntwo";
     navs.Item(7)->descriptionIs = bytes;
-    navs.oWebs.Item(5)->titleIs = bytes;
+    const auto changed = std::make_shared<clsWebScheme>(*navs.oWebs.Item(5));
+    changed->titleIs = bytes;
+    ASSERT_TRUE(navs.FuseWeb(changed));
     open();
     key(Qt::Key_F3);
     EXPECT_EQ(stored(), withTitle("one\r\ntwo"));
