@@ -73,11 +73,13 @@ EntryLine::EntryLine(QWidget* parent) : QLineEdit(parent) {
 }
 
 std::string EntryLine::bytes() const {
-    return encode(withoutLineBreaks(text()));
+    return text() == shown_ ? given_ : encode(withoutLineBreaks(text()));
 }
 
 void EntryLine::setBytes(std::string_view bytes) {
-    setText(decode(bytes));
+    given_ = bytes;
+    shown_ = decode(bytes);
+    setText(shown_);
     setCursorPosition(0);
 }
 

@@ -11,7 +11,9 @@ class EntryLine final : public QLineEdit {
   public:
     explicit EntryLine(QWidget* parent);
 
-    /// The text as bytes of the code page, with blanks for line breaks; line breaks at either end are dropped.
+    /// The text as bytes of the code page, with blanks for line breaks; line breaks at either end are dropped. While
+    /// the text is the one that `setBytes` showed, these are the bytes that it was given: some code pages have
+    /// several bytes for one character, and what the user has not changed must not change.
     [[nodiscard]] std::string bytes() const;
     void setBytes(std::string_view bytes);
 
@@ -28,6 +30,8 @@ class EntryLine final : public QLineEdit {
   private:
     void showNote();
 
-    QString noted_;     // the text that the note was last set for
-    QString storable_;  // the last text that could be stored
+    std::string given_;  // what setBytes was last given
+    QString shown_;      // and how it was shown
+    QString noted_;      // the text that the note was last set for
+    QString storable_;   // the last text that could be stored
 };

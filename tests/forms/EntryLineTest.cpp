@@ -77,6 +77,19 @@ TEST_F(Line, KeepsEveryByte) {
     }
 }
 
+TEST_F(Line, KeepsTheBytesOfATextThatNobodyHasChanged) {
+    line.setBytes("one\r\ntwo");
+    EXPECT_EQ(line.bytes(), "one\r\ntwo");
+    type(text("x"));
+    EXPECT_EQ(line.bytes(), "xone two");
+    press(window, Qt::Key_Backspace);
+    EXPECT_EQ(line.bytes(), "one\r\ntwo") << "it is the same text again";
+    line.setBytes("three");
+    EXPECT_EQ(line.bytes(), "three");
+    line.setText(text("one\r\ntwo"));
+    EXPECT_EQ(line.bytes(), "one two") << "not the bytes from before";
+}
+
 TEST_F(Line, ShowsTheBytesAsCharactersOfTheCodePage) {
     line.setBytes("\x80 \xE9\xDF \x93\x94 \x85");
     EXPECT_EQ(line.text(), text("\u20AC \u00E9\u00DF \u201C\u201D \u2026"));

@@ -63,6 +63,30 @@ TEST_P(Save, ChangesNothingByF3WithoutAChange) {
     EXPECT_TRUE(isOpen());
 }
 
+// Some code pages have several bytes for one character. Line breaks, which this box stores as blanks, stand for them
+// here.
+TEST_P(Save, KeepsTheBytesOfTextsThatNobodyHasChanged) {
+    const Text bytes = "one\r\ntwo";
+    navs.Item(7)->descriptionIs = bytes;
+    const auto changed = std::make_shared<clsWebScheme>(*navs.oWebs.Item(5));
+    changed->titleIs = bytes;
+    ASSERT_TRUE(navs.FuseWeb(changed));
+    open();
+    key(Qt::Key_F3);
+    EXPECT_EQ(stored(), withTitle("one\r\ntwo"));
+    key(Qt::Key_Escape);
+    EXPECT_FALSE(isOpen()) << "it asks nothing";
+
+    open();
+    enter("txtQuery", "spX");
+    key(Qt::Key_F3);
+    EXPECT_NE(stored().find("|one\r\ntwo|"), std::string::npos) << stored();
+    EXPECT_NE(stored().find("|spX|"), std::string::npos) << stored();
+    enter(titleField(), "three");
+    key(Qt::Key_F3);
+    EXPECT_NE(stored().find("|three|"), std::string::npos) << stored();
+}
+
 TEST_P(Save, AsksAboutChangesWhicheverWayTheFormIsClosed) {
     for (const auto& [way, close] : waysToClose()) {
         SCOPED_TRACE(way);
