@@ -18,8 +18,8 @@
 #include <QToolButton>
 #include <QTreeView>
 
-#include "model/FileWriter.h"
 #include "shell/FileDialogParts.h"
+#include "shell/SaveRefusal.h"
 #include "views/MessageBox.h"
 
 namespace {
@@ -33,21 +33,6 @@ QString allFiles() {
 }
 QString textFiles() {
     return QStringLiteral("Text File (.txt) (*.txt)");
-}
-
-// Why a scheme cannot be saved to `file`; empty if it can.
-QString refusal(const QFileInfo& file) {
-    const QFileInfo folder(file.absolutePath());
-    const auto folderName = QDir::toNativeSeparators(folder.filePath());
-    if (!folder.isDir()) return QStringLiteral("This folder does not exist:\n%1").arg(folderName);
-    const auto name = QDir::toNativeSeparators(file.filePath());
-    if (file.exists() && !file.isFile()) return QStringLiteral("This is not a regular file:\n%1").arg(name);
-    if (file.exists() && !file.isWritable()) return QStringLiteral("This file is write-protected:\n%1").arg(name);
-    if (!folder.isWritable()) return QStringLiteral("You cannot create files in this folder:\n%1").arg(folderName);
-    // Last, whatever only the operating system knows: start a save and abandon it.
-    if (!FileWriter(file.filesystemAbsoluteFilePath()).isGood())
-        return QStringLiteral("This file cannot be written:\n%1").arg(name);
-    return {};
 }
 
 // Tells the kind of a file from its name. Qt's own provider would open each file in the folder to look at its
@@ -206,7 +191,7 @@ class FileDialog final : public QFileDialog {
         if (message.isEmpty())
             withWholeName([this] { QFileDialog::accept(); });
         else
-            showMessage(this, message + QStringLiteral("\n\nPlease choose another name or folder."));
+            showMessage(this, saveRefusalMessage(message));
     }
 
     QString refusalOfTypedName() {
@@ -215,7 +200,7 @@ class FileDialog final : public QFileDialog {
             return QStringLiteral("A name typed here cannot contain a quotation mark:\n%1").arg(typed);
         withWholeName([this] { chosen_ = selectedFiles().value(0); });
         const QFileInfo file(chosen_);
-        return chosen_.isEmpty() || file.isDir() ? QString() : refusal(file);  // a folder is opened
+        return chosen_.isEmpty() || file.isDir() ? QString() : saveRefusal(file);  // a folder is opened
     }
 
     // Qt treats quotation marks as the ends of names, so it does not find files that have them in their names.
