@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
+#ifndef _WIN32
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <csignal>
+#endif
 
 #include "FileDialogHelpers.h"
 
@@ -45,6 +47,7 @@ class FileCommands : public testing::Test {
     }
 };
 
+#ifndef _WIN32
 // No file may become longer than this, as on a disk that is almost full.
 class AlmostFullDisk {
   public:
@@ -68,6 +71,7 @@ class AlmostFullDisk {
     rlimit old_{};
     void (*handler_)(int);
 };
+#endif
 
 }  // namespace
 
@@ -185,6 +189,7 @@ TEST_F(FileCommands, SaveReplacesTheOldFile) {
     EXPECT_EQ(folder.names(), Rows({"nodes.txt"}));
 }
 
+#ifndef _WIN32
 // A file that goes between the dialog and the reading is the same as one that cannot be read.
 TEST_F(FileCommands, UnreadableNodesLeaveAnEmptyTreeAndSayNothing) {
     openSamples();
@@ -210,6 +215,7 @@ TEST_F(FileCommands, UnreadableParagraphsLeaveNoneAndSayNothing) {
     EXPECT_EQ(rowsOf(wizard.navs()), before.nodes);
     EXPECT_EQ(shownRows(wizard.tree()), before.tree);
 }
+#endif
 
 TEST_F(FileCommands, AFileOfSomethingElseIsAnEmptyScheme) {
     wizard.openNodes(writeBytes(folder / "letter.txt", "Dear customer,\r\nthank you.\r\n"));
@@ -233,6 +239,7 @@ TEST_F(FileCommands, SavingNoParagraphsKeepsTheOldFileAndSaysSo) {
     EXPECT_EQ(folder.names(), Rows({"old.txt"}));
 }
 
+#ifndef _WIN32
 TEST_F(FileCommands, FailedSaveOfNodesKeepsTheOldFileAndSaysNothing) {
     openSamples();
     writeBytes(folder / "old.txt", "old");
@@ -256,6 +263,7 @@ TEST_F(FileCommands, FailedSaveOfParagraphsKeepsTheOldFileAndSaysSo) {
     saveOver("WS", folder / "old.txt");  // with room again
     EXPECT_EQ(bytesOf(folder / "old.txt"), bytesOf(sample("XST2.txt")));
 }
+#endif
 
 TEST_F(FileCommands, SavingChangesNothingOnTheScreen) {
     openSamples();
@@ -312,6 +320,7 @@ TEST_F(FileCommands, LookBusyWhileTheyReadAndDraw) {
     expectBusy("renumbering", [&] { wizard.choose("NR"); });
 }
 
+#ifndef _WIN32
 TEST_F(FileCommands, LookBusyWhileTheyWrite) {
     openSamples();
     for (const auto& [letters, message] : {std::pair{"NS", ""}, {"WS", "Unable to save file.."}}) {
@@ -324,3 +333,4 @@ TEST_F(FileCommands, LookBusyWhileTheyWrite) {
         EXPECT_FALSE(looksBusy()) << letters;
     }
 }
+#endif

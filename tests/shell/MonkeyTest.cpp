@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
+#ifdef __linux__
 #include <sys/prctl.h>
+#endif
 
 #include <QProcess>
 #include <chrono>
@@ -14,8 +16,6 @@
 //
 //   MONKEY_SEED=7 MONKEY_STEPS=5000   another run
 //   MONKEY_SCRIPT=monkey-7-123.txt    the steps of a script, in the process of the test itself
-//
-// Linux only.
 
 namespace {
 
@@ -96,7 +96,9 @@ class Player {
         QProcess process;
         process.setProcessEnvironment(environment);
         process.setProcessChannelMode(QProcess::MergedChannels);
+#ifdef __linux__
         process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+#endif
         process.start(QCoreApplication::applicationFilePath(),
                       {text("--gtest_also_run_disabled_tests"), text("--gtest_filter=" + test)});
         bool ended = false;
