@@ -3,6 +3,7 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QSaveFile>
+#include <QtCore/QStringDecoder>
 #include <csignal>
 
 #include "model/FileSteps.h"
@@ -20,6 +21,16 @@ std::filesystem::path pathOf(const QString& name) {
     return QFile(name).filesystemFileName();
 }
 
+// The name with every accent in its letter, if its bytes are valid text.
+std::string composed(const std::filesystem::path& file) {
+    const auto bytes = file.u8string();
+    const QByteArrayView view(reinterpret_cast<const char*>(bytes.data()), static_cast<qsizetype>(bytes.size()));
+    QStringDecoder decode(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+    const QString text = decode(view);
+    if (decode.hasError()) return view.toByteArray().toStdString();
+    return text.normalized(QString::NormalizationForm_C).toStdString();
+}
+
 // For a moment, before it takes the place of an old one, the new file has a longer name. If that is too long, the
 // save would otherwise fail only at its end.
 bool leavesRoomForALongerName(const std::filesystem::path& file) {
@@ -31,6 +42,10 @@ bool leavesRoomForALongerName(const std::filesystem::path& file) {
 }
 
 }  // namespace
+
+bool isSameName(const std::filesystem::path& one, const std::filesystem::path& other) {
+    return one == other || composed(one) == composed(other);
+}
 
 // While this exists, writing beyond the limit for the size of a file is a failed write and does not end the program.
 // A program with a handler for the signal still receives it.
@@ -63,8 +78,9 @@ FileWriter::FileWriter(const std::filesystem::path& file) : file_(std::make_uniq
     const bool replaceable =
         type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::regular;
     // A name whose bytes are not valid text would be written as another name.
-    const bool nameable = pathOf(file_->file.fileName()) == file;
-    good_ = replaceable && nameable && leavesRoomForALongerName(file) && file_->file.open(QIODevice::WriteOnly);
+    const bool nameable = isSameName(pathOf(file_->file.fileName()), file);
+    good_ = replaceable && nameable && isReplaceable(file) && leavesRoomForALongerName(file) &&
+            file_->file.open(QIODevice::WriteOnly);
 }
 
 FileWriter::~FileWriter() = default;
@@ -92,8 +108,9 @@ void FileWriter::writePiece() {
 
 bool FileWriter::commit() {
     writePiece();
-    good_ = good_ && file_->file.flush() && isOnDisk(file_->file.handle());
+    const int handle = file_->file.handle();  // once: on Windows each call takes another of the numbers for files
+    good_ = good_ && file_->file.flush() && isOnDisk(handle);
     if (!good_) return false;
-    takeOver(file_->file.handle(), pathOf(file_->file.fileName()));
-    return replaceFromAnotherProcess(file_->file.handle(), pathOf(file_->file.fileName())) || file_->file.commit();
+    takeOver(handle, pathOf(file_->file.fileName()));
+    return replaceFromAnotherProcess(handle, pathOf(file_->file.fileName())) || file_->file.commit();
 }

@@ -6,6 +6,10 @@
 #include <string>
 #include <string_view>
 
+/// Whether two names mean the same file, however their accents are written: macOS takes a letter with an accent and a
+/// letter followed by one for the same, and turns one into the other.
+[[nodiscard]] bool isSameName(const std::filesystem::path& one, const std::filesystem::path& other);
+
 /// Writes a file so that the old file is either replaced by everything that was written or left untouched: a full
 /// disk, a missing permission or a crash half-way loses nothing. The new file gets the group and the mode of the old
 /// one where the user may set them; the old one's owner, hard links and extended attributes are not kept.

@@ -62,3 +62,18 @@ TEST(FileWriter, MakesAnEmptyFileWhereNothingIsWritten) {
     EXPECT_TRUE(writer.commit());
     EXPECT_EQ(bytesOf(folder / "file.txt"), "");
 }
+
+TEST(FileWriter, TakesNamesForTheSameHoweverTheirAccentsAreWritten) {
+    using Path = std::filesystem::path;
+    const Path composed(u8"/a/\u00E9\u1EA5.txt");
+    EXPECT_TRUE(isSameName(composed, composed));
+    EXPECT_TRUE(isSameName(composed, Path(u8"/a/e\u0301a\u0302\u0301.txt"))) << "as macOS writes it";
+    EXPECT_FALSE(isSameName(composed, Path(u8"/a/e\u1EA5.txt"))) << "without the accent";
+    EXPECT_FALSE(isSameName(composed, Path(u8"/b/\u00E9\u1EA5.txt")));
+    EXPECT_FALSE(isSameName(Path(u8"/a/x"), Path(u8"/a/X")));
+#ifndef _WIN32  // where names are not bytes
+    EXPECT_FALSE(isSameName(Path("/a/\xE9"), Path(u8"/a/\uFFFD"))) << "what an invalid byte looks like";
+    EXPECT_FALSE(isSameName(Path("/a/\xE9"), Path("/a/\xE8")));
+    EXPECT_TRUE(isSameName(Path("/a/\xE9"), Path("/a/\xE9")));
+#endif
+}
