@@ -35,7 +35,11 @@ QString noteOnCommas(const QString& text, const char* comma) {
 
 QString noteOnOwner(std::int32_t id, const char* owner, std::string_view name) {
     auto shown = decodeForCell(name);
-    if (shown.size() > longestName) shown = shown.left(longestName - 1) + QChar(0x2026);
+    if (shown.size() > longestName) {
+        shown.truncate(longestName - 1);
+        if (shown.back().isHighSurrogate()) shown.chop(1);  // half a character
+        shown += QChar(0x2026);
+    }
     return QStringLiteral("The ID %1 belongs to %2, \"%3\".")
         .arg(QString::number(id), QString::fromLatin1(owner), shown);
 }
