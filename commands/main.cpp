@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "commands/Program.h"
+#include "commands/Streams.h"
 
 namespace {
 
@@ -19,6 +20,7 @@ bool wantsColours() {
 }  // namespace
 
 int main(int count, char** arguments) {
+    makeStreamsPlain();
     std::ios::sync_with_stdio(false);
     return runProgram({arguments + 1, arguments + count},
                       {.in = std::cin, .out = std::cout, .err = std::cerr, .isColoured = wantsColours()});

@@ -8,6 +8,7 @@ class QWidget;
 
 // Both dialogs only name a file: they do not open, delete, rename or move any. In the second one the user may create
 // a folder. If a folder is selected in the list, the button opens it.
+// On Windows they are those of the operating system: what their lists allow beyond that is what the Explorer allows.
 
 /// Asks for an existing file. @return its full path; empty if the user cancelled
 [[nodiscard]] std::filesystem::path askOpenName(QWidget* owner, const QString& initialDir);

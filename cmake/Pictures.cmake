@@ -1,0 +1,46 @@
+# SPDX-License-Identifier: MIT
+# Pictures are SVG files, which Qt draws in any size with a plugin. A Qt that is linked statically has no plugins but those
+# linked with it, and not this one. There the pictures are drawn while the program is built, in the sizes that the usual
+# scales of screens need, and take the place of the SVG files in the program under the same names.
+get_target_property(kind_of_qt Qt6::Core TYPE)
+
+# render_icon(SVG ICO) makes an icon file of a picture: all sizes in one file.
+function(render_icon svg ico)
+  find_program(RSVG_CONVERT rsvg-convert REQUIRED)
+  find_program(ICOTOOL icotool REQUIRED)
+  cmake_path(GET ico STEM name)
+  cmake_path(GET ico PARENT_PATH folder)
+  file(MAKE_DIRECTORY ${folder})
+  set(commands "")
+  set(sizes "")
+  foreach(size 16 20 24 28 32 40 48 64 128 256)
+    set(png ${folder}/${name}-${size}.png)
+    list(APPEND commands COMMAND ${RSVG_CONVERT} -w ${size} -h ${size} -o ${png} ${svg})
+    list(APPEND sizes ${png})
+  endforeach()
+  add_custom_command(OUTPUT ${ico} DEPENDS ${svg} ${commands} COMMAND ${ICOTOOL} -c -o ${ico} ${sizes} VERBATIM)
+endfunction()
+
+# add_pictures(TARGET NAME FILE...) puts the pictures of the folder images into the program, as ":/images/FILE".
+function(add_pictures target name)
+  list(TRANSFORM ARGN PREPEND images/ OUTPUT_VARIABLE files)
+  if(NOT kind_of_qt STREQUAL "STATIC_LIBRARY")
+    qt_add_resources(${target} ${name} PREFIX /images BASE images FILES ${files})
+    return()
+  endif()
+  set(made "")
+  foreach(file IN LISTS files)
+    cmake_path(GET file STEM picture)
+    if(file MATCHES "[.]svg$")
+      set(ico ${CMAKE_CURRENT_BINARY_DIR}/images/${picture}.ico)
+      render_icon(${CMAKE_CURRENT_SOURCE_DIR}/${file} ${ico})
+      set_source_files_properties(${ico} PROPERTIES QT_RESOURCE_ALIAS ${picture}.svg)
+      list(APPEND made ${ico})
+    else()
+      cmake_path(GET file FILENAME alias)
+      set_source_files_properties(${file} PROPERTIES QT_RESOURCE_ALIAS ${alias})
+      list(APPEND made ${file})
+    endif()
+  endforeach()
+  qt_add_resources(${target} ${name} PREFIX /images FILES ${made})
+endfunction()

@@ -1,0 +1,32 @@
+# SPDX-License-Identifier: MIT
+# What Windows wants to know of a program: its icon, its version and its manifest.
+find_program(RSVG_CONVERT rsvg-convert)
+find_program(ICOTOOL icotool)
+set(wizard_icon ${CMAKE_BINARY_DIR}/packaging/pelmo-wizard.ico)
+if(RSVG_CONVERT AND ICOTOOL)
+  render_icon(${CMAKE_SOURCE_DIR}/shell/images/wizard.svg ${wizard_icon})
+  set(icon_line "1 ICON \"${wizard_icon}\"")
+else()
+  message(STATUS "rsvg-convert or icotool was not found: the programs are built without an icon")
+  set(icon_line "")
+endif()
+
+# describe_program(TARGET DESCRIPTION)
+function(describe_program target description)
+  set(program ${target})
+  set(packaging ${CMAKE_SOURCE_DIR}/packaging/windows)
+  # Windows counts with four numbers: 1.02 is 1.2.0.0.
+  math(EXPR minor "${PROJECT_VERSION_MINOR}")
+  set(four_numbers "${PROJECT_VERSION_MAJOR},${minor},0,0")
+  string(REPLACE "," "." four_numbers_with_dots ${four_numbers})
+  configure_file(${packaging}/program.manifest.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.manifest @ONLY)
+  configure_file(${packaging}/program.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
+  target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+  if(icon_line)
+    set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}.rc PROPERTIES OBJECT_DEPENDS ${wizard_icon})
+    set_source_files_properties(${wizard_icon} PROPERTIES GENERATED ON)
+  endif()
+  if(MSVC)
+    target_link_options(${target} PRIVATE /MANIFEST:NO)  # it is in the resources
+  endif()
+endfunction()
