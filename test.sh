@@ -4,6 +4,7 @@
 #   ./test.sh            the tests of preset dev that need neither screen nor database, except those with the largest schemes
 #   ./test.sh all        all tests, as in continuous integration: dev with X servers and databases, asan and fuzz
 #   ./test.sh asan       all tests of one or more presets
+#   ./test.sh windows    builds the Windows programs and tests them under Wine; not part of "all"
 # On Debian 12 or later it first installs the packages that are missing. Stops at the first failure.
 set -euo pipefail
 cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")"
@@ -40,6 +41,10 @@ for preset in "$@"; do
             tests/skipped.py build/{dev,asan,fuzz}/tests.xml
             ;;
         asan | fuzz) run "$preset" ;;
+        windows)
+            if command -v apt-get >/dev/null; then install_packages packages/windows.txt packages/windows-test.txt; fi
+            tests/windows/run.sh
+            ;;
         *) run "$preset" -LE halves ;;
     esac
 done

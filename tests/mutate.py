@@ -221,6 +221,11 @@ class Place:
                 kept.rename(self.build)
 
 
+def is_for_windows(file):
+    """Whether only the build for Windows compiles the file, so that no test here can notice a change."""
+    return "windows" in file.stem.lower() or file.stem in ("FileRequest", "MDialogHook")
+
+
 def main():
     arguments = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     arguments.add_argument("--count", type=int, default=300)
@@ -233,7 +238,7 @@ def main():
     options = arguments.parse_args()
 
     files = options.files or sorted(str(f.relative_to(ROOT)) for folder in TESTS
-                                    for f in (ROOT / folder).glob("*.[ch]*")
+                                    for f in (ROOT / folder).glob("*.[ch]*") if not is_for_windows(f)
                                     if not (options.no_headers and f.suffix == ".h"))
     known = without_effect()
     everything = [mutant for file in files for mutant in mutants_of(file)]

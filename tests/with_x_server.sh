@@ -4,6 +4,7 @@
 #
 #     with_x_server.sh wm|bare command [argument...]
 #
+# SCREEN is its size and depth, 1280x1024x24 unless it is set.
 # The exit code is the command's; 77 if Xvfb or openbox is not installed; 99 if the screen could not be created. Server
 # and window manager are always stopped: when the command ends or crashes, when this script is stopped, and even when it
 # is killed.
@@ -55,7 +56,7 @@ wait_for() {
 }
 
 : > "$folder/display"
-start Xvfb -displayfd 3 -screen 0 1280x1024x24 -dpi 96 -nolisten tcp 3> "$folder/display" 2> "$folder/server.log"
+start Xvfb -displayfd 3 -screen 0 "${SCREEN:-1280x1024x24}" -dpi 96 -nolisten tcp 3> "$folder/display" 2> "$folder/server.log"
 wait_for "$folder/display" || { cat "$folder/server.log" >&2; fail "the X server did not start"; }
 DISPLAY=:$(head -n 1 "$folder/display")
 export DISPLAY QT_QPA_PLATFORM=xcb

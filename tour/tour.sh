@@ -12,7 +12,7 @@ cd -P -- "$(dirname -- "${BASH_SOURCE[0]}")/.."
 source tour/functions.sh
 
 wizard=${1:-build/release/bin/pelmo-wizard}
-on_own_screen build/tour "$wizard"
+on_own_screen "${TOUR_FOLDER:-build/tour}" "$wizard" # another folder is for tests
 
 count=0
 picture() {
@@ -115,10 +115,10 @@ report w a analysis-of-paragraphs
 report w t to-do-of-paragraphs
 
 menu n s
-file 'Save File As...' "$folder/XST1.txt" save-nodes
+file 'Save File As...' "${TOUR_DRIVE:-}$folder/XST1.txt" save-nodes
 window "$main"
 menu w s
-file 'Save File As...' "$folder/XST2.txt" save-paragraphs
+file 'Save File As...' "${TOUR_DRIVE:-}$folder/XST2.txt" save-paragraphs
 window "$main"
 picture end
 leave
