@@ -139,6 +139,9 @@ inline std::string allBytesBut(std::string_view left) {
 
 /// Where the tests put their folders: in memory where the system has room there, since saving waits for the disk.
 inline std::filesystem::path placeForFolders() {
+#ifdef _WIN32
+    return std::filesystem::temp_directory_path();
+#endif
     const std::filesystem::path memory = "/dev/shm";
     std::error_code error;
     const auto space = std::filesystem::space(memory, error);

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "views/WindowsCodePage.h"
 
+#include <gtest/gtest.h>
 #include <windows.h>
 
+#include <optional>
 #include <random>
-
-#include "Helpers.h"
 
 using namespace std::string_literals;
 
