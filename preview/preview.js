@@ -10,7 +10,8 @@ const tab = [...crypto.getRandomValues(new Uint32Array(4))].map((n) => n.toStrin
 const nodes = new WeakMap();  // what the program said of each item: {n, k, t, g, b}
 const longestText = 300;
 let flawed = new Set();  // nodes of the scheme with findings
-const chunk = 200;  // items that are made at once, so that the browser can answer keys in between
+const chunk = 200;  // items of a part of a long branch: see "far" in the style sheet
+const turn = 1000;  // items that are made at once, so that the browser can answer keys in between
 
 // --- what is remembered while the browser's tab is open ---
 
@@ -47,7 +48,15 @@ async function ask(path, body) {
 function say(words) {
     if (statusLine.textContent !== words) statusLine.textContent = words;
 }
-const pause = () => new Promise((done) => setTimeout(done));
+
+// Lets the browser do what waits. A timer would wait for a second in a tab that is not seen.
+function pause() {
+    const { port1, port2 } = new MessageChannel();
+    return new Promise((done) => {
+        port1.onmessage = done;
+        port2.postMessage(null);
+    });
+}
 
 // --- the tree ---
 
@@ -95,7 +104,7 @@ function mark(item) {
 // Fills a group chunk by chunk. What is far from view costs no layout: see "far" in the style sheet.
 async function fill(list, found, level) {
     for (let first = 0; first < found.nodes.length; first += chunk) {
-        if (first > 0) await pause();
+        if (first === chunk || (first > 0 && first % turn === 0)) await pause();
         const isLong = found.nodes.length > chunk;
         const part = isLong ? element("div", { role: "none", class: "far" }) : list;
         found.nodes.slice(first, first + chunk).forEach((node, at) =>

@@ -7,6 +7,7 @@ import pwd
 import shutil
 import signal
 import subprocess
+import tempfile
 import time
 
 import shop
@@ -29,7 +30,7 @@ class Server:
             self.user = {"user": account.pw_uid, "group": account.pw_gid, "extra_groups": []}
             os.chown(self.folder, account.pw_uid, account.pw_gid)
             at = folder
-            while at != pathlib.Path("/tmp") and at != at.parent:
+            while at != pathlib.Path(tempfile.gettempdir()) and at != at.parent:
                 at.chmod(at.stat().st_mode | 0o011)
                 at = at.parent
         self.log = open(folder / f"{self.NAME}.log", "w")
