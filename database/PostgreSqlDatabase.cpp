@@ -11,7 +11,7 @@ constexpr auto timeIsOver = "57014";
 constexpr auto mayOnlyRead = "25006";
 
 // Functions of extensions are none of the user's queries; some reach other servers or files.
-constexpr auto functions = R"(
+constexpr auto functionsByName = R"(
 SELECT n.nspname, p.proname, p.pronargs - p.pronargdefaults,
     array_to_string(ARRAY(SELECT format_type(a.type, NULL) FROM unnest(p.proargtypes) WITH ORDINALITY AS a(type, place)
                           ORDER BY a.place), chr(10))
@@ -90,7 +90,7 @@ bool PostgreSqlDatabase::isAboutPassword(const QSqlError& error) const {
 std::vector<PostgreSqlDatabase::Function> PostgreSqlDatabase::functionsNamed(std::string_view name) {
     const QVariant given = fromText(name);
     std::vector<Function> found;
-    for (const auto& row : rowsOf(functions, {given, given, given})) {
+    for (const auto& row : rowsOf(functionsByName, {given, given, given})) {
         auto& function = found.emplace_back();
         function.schema = toText(row.at(0).toString());
         function.name = toText(row.at(1).toString());

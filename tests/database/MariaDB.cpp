@@ -41,11 +41,12 @@ MariaDB::MariaDB() {
     EXPECT_EQ(made.code, 0) << made.out << made.err;
     if (made.code != 0) return;
 
-    server_ =
-        std::make_unique<Background>(Command{serverProgram().string(), "--no-defaults", data, "--socket=" + socket,
-                                             "--skip-networking", "--pid-file=" + (place / "pid").string(),
-                                             "--innodb-buffer-pool-size=16M", "--innodb-flush-log-at-trx-commit=0"},
-                                     folder_ / "log", As::Unprivileged);
+    server_ = std::make_unique<Background>(
+        Command{serverProgram().string(), "--no-defaults", data, "--socket=" + socket, "--skip-networking",
+                "--pid-file=" + (place / "pid").string(),
+                // Another server would remove temporary files from a folder of both.
+                "--tmpdir=" + place.string(), "--innodb-buffer-pool-size=16M", "--innodb-flush-log-at-trx-commit=0"},
+        folder_ / "log", As::Unprivileged);
     for (int i = 0; i < 300 && server_->runs(); ++i) {
         if (::run(client("mysql"), "CREATE DATABASE test CHARACTER SET utf8mb4;").code == 0) return;
         std::this_thread::sleep_for(50ms);

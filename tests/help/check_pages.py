@@ -104,7 +104,7 @@ def said_by_the_program(root):
     for text in texts("model/clsNavSchemes_Fuse.cpp"):
         if len(text) > 2:
             yield text, "messages.html", False
-    for path in ("shell/fMain_Edit.cpp", "shell/FileDialogs.cpp", "shell/HelpFile.cpp"):
+    for path in ("shell/fMain_Edit.cpp", "shell/FileDialogs.cpp", "shell/SaveRefusal.cpp", "shell/HelpFile.cpp"):
         for text in texts(path):
             sentence = text.split("\n%1")[0]
             if " " in sentence and not re.search(r"%1|\(\*|^[&(]", sentence):

@@ -11,8 +11,8 @@ import check_pages  # noqa: E402
 import check_rows  # noqa: E402
 
 SOURCES = ["analysis/NavRules.cpp", "analysis/WebRules.cpp", "model/clsNavSchemes_Fuse.cpp", "shell/fMain.cpp",
-           "shell/fMain_Edit.cpp", "shell/FileDialogs.cpp", "shell/HelpFile.cpp", "forms/fNav.cpp", "forms/fWeb.cpp",
-           "forms/ParameterChoices.cpp"]
+           "shell/fMain_Edit.cpp", "shell/FileDialogs.cpp", "shell/SaveRefusal.cpp", "shell/HelpFile.cpp",
+           "forms/fNav.cpp", "forms/fWeb.cpp", "forms/ParameterChoices.cpp"]
 
 # The file, what is replaced in it (None: the file is removed), by what, and a part of the fault that must be reported.
 SPOILS = [
@@ -43,7 +43,7 @@ SPOILS = [
      "constexpr std::string_view rule4 =", "does not explain 'RULE #5. New.'"),
     ("analysis/WebRules.cpp", "=> No", "-> No", "only "),
     ("model/clsNavSchemes_Fuse.cpp", "Query field cannot be blank...", "A query is needed", "explain 'A query is needed'"),
-    ("shell/FileDialogs.cpp", "This folder does not exist", "No such folder", "explain 'No such folder:'"),
+    ("shell/SaveRefusal.cpp", "This folder does not exist", "No such folder", "explain 'No such folder:'"),
     ("shell/HelpFile.cpp", "The help file was not found", "No help", "explain 'No help:'"),
     ("shell/fMain_Edit.cpp", "Nothin to Edit", "Nothing to Edit", "explain 'Nothing to Edit"),
     ("shell/fMain.cpp", "&Collapse Nodes", "&Close Nodes", "commands.html does not explain 'Close Nodes'"),

@@ -100,7 +100,8 @@ class MariaDB(Server):
         self.run("mariadb-install-db", "--no-defaults", "--auth-root-authentication-method=normal", "--skip-test-db",
                  f"--datadir={self.folder}/data")
         self.start(self.folder_of_programs(), "--no-defaults", f"--datadir={self.folder}/data", f"--socket={self.socket}",
-                   "--skip-networking", f"--pid-file={self.folder}/pid", "--innodb-buffer-pool-size=16M",
+                   "--skip-networking", f"--pid-file={self.folder}/pid",
+                   f"--tmpdir={self.folder}",  # another server would remove temporary files from a folder of both "--innodb-buffer-pool-size=16M",
                    "--innodb-flush-log-at-trx-commit=0")
 
     def load(self):
