@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <unistd.h>
 
+#include <QSqlDatabase>
+#include <QSqlQuery>
+
+#include "database/QtStart.h"
+#include "database/SqliteLibrary.h"
 #include "tests/OrdinaryUser.h"
 #include "tests/database/Pages.h"
 
@@ -117,6 +122,27 @@ TEST_F(SqliteFile, ShowsLaterParagraphsWhatAnActionDidAndTakesItBack) {
     }
     EXPECT_EQ(small.files(), before);
     EXPECT_EQ(small.run("SELECT * FROM Given;"), "old|left|\n");
+}
+
+// Should the program itself ever try to.
+TEST_F(SqliteFile, CannotBeCommittedTo) {
+    const Small small;
+    const auto before = small.files();
+    startQt();
+    {
+        auto connection = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("committing"));
+        connection.setDatabaseName(QString::fromStdString(small.file()));
+        ASSERT_TRUE(connection.open());
+        SqliteLibrary(*connection.driver()).refuseCommits();
+        QSqlQuery query(connection);
+        EXPECT_FALSE(query.exec(QStringLiteral("INSERT INTO Things VALUES(2, 'two')")));
+        EXPECT_TRUE(query.exec(QStringLiteral("BEGIN")));
+        EXPECT_TRUE(query.exec(QStringLiteral("INSERT INTO Things VALUES(2, 'two')")));
+        EXPECT_FALSE(query.exec(QStringLiteral("COMMIT")));
+    }
+    QSqlDatabase::removeDatabase(QStringLiteral("committing"));
+    EXPECT_EQ(small.run("SELECT count(*) FROM Things;"), "1\n");
+    EXPECT_EQ(small.files().size(), before.size());
 }
 
 // A trigger that ends the transaction must not let the next query commit.
@@ -306,8 +332,8 @@ TEST_F(SqliteFile, SaysWhatIsWrongWithGiven) {
 TEST_F(SqliteFile, CanBeWriteProtected) {
     const Small small;
     using std::filesystem::perms;
-    std::filesystem::permissions(small.folder(), perms::owner_all | perms::others_exec | perms::others_read);
-    std::filesystem::permissions(small.file(), perms::owner_read | perms::others_read);
+    std::filesystem::permissions(small.folder(), perms::owner_all | perms::group_exec | perms::others_exec);
+    std::filesystem::permissions(small.file(), perms::owner_read | perms::group_read | perms::others_read);
     const OrdinaryUser user;
     if (!user.bound()) GTEST_SKIP() << "the superuser's rights cannot be laid down";
     const auto database = small.open();
