@@ -539,6 +539,7 @@ def main():
     if not chromium.program():
         print("chromium is not installed")
         return 77
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(1))  # and so end the browser, too
     names = [name for name in sys.argv[2:] if not name.startswith("--")]
     checks = [name for name in Checks.__dict__ if "_" in name and not name.startswith("_")
               and name not in ("new_folder", "hostile_scheme", "in_server", "work")]
