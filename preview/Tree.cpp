@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "preview/Tree.h"
 
+#include <cstdint>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 namespace {
 
@@ -22,6 +24,17 @@ std::string printed(const json& value) {
 
 constexpr std::size_t longestTab = 40;
 
+template <class Number>
+std::optional<std::int32_t> inRange(Number number) {
+    if (!std::in_range<std::int32_t>(number)) return {};
+    return static_cast<std::int32_t>(number);
+}
+std::optional<std::int32_t> idOf(const json& asked) {
+    if (asked.is_number_unsigned()) return inRange(asked.get<std::uint64_t>());
+    if (asked.is_number_integer()) return inRange(asked.get<std::int64_t>());
+    return {};
+}
+
 }  // namespace
 
 std::string nodeAsJson(const TreeNode& node, const GeneratedTree& tree) {
@@ -38,7 +51,8 @@ std::optional<AskedNode> askedNode(std::string_view text, const clsNavSchemes& n
     const auto asked = json::parse(text);
     AskedNode found;
     if (!asked.at("n").is_null()) {
-        found.node.node = navs.Item(asked.at("n").get<std::int32_t>()).get();
+        const auto id = idOf(asked.at("n"));
+        found.node.node = id ? navs.Item(*id).get() : nullptr;
         if (!found.node.node) return {};
     }
     found.node.clicked = {asked.at("k").get<std::string>(), asked.at("t").get<std::string>(),

@@ -128,6 +128,7 @@ TEST(PreviewSite, RefusesWhatIsNoNode) {
          {"", "x", "[]", "null", "{}", R"({"n":99,"k":"0","t":"","g":false})",
           R"({"n":"1","k":"0","t":"","g":false})", R"({"n":1,"k":0,"t":"","g":false})",
           R"({"n":1,"k":"0","t":"","g":"no"})", R"({"n":1e99,"k":"0","t":"","g":false})",
+          R"({"n":4294967297,"k":"0","t":"","g":false})", R"({"n":-4294967295,"k":"0","t":"","g":false})",
           R"({"n":1,"k":"0","t":"","g":false,"tab":7})", "{\"n\":1,\"k\":\"\xFF\",\"t\":\"\",\"g\":false}"})
         for (const auto* path : {"/page", "/branch"}) {
             EXPECT_EQ(made.post(path, body).status, 404) << body;
