@@ -18,7 +18,7 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
-FOLDERS = ["model", "analysis", "views", "forms", "shell", "commands"]
+FOLDERS = ["model", "analysis", "database", "preview", "views", "forms", "shell", "commands"]
 
 
 def flags_of(build):

@@ -6,7 +6,7 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string head =
+const std::string navHead =
     "THE RULES FOR FORMULATING NAVIGATIONAL SCHEME:\r\n"
     "\r\n"
     "1. The Root Node should be of Type (F) Only.\r\n"
@@ -31,13 +31,13 @@ std::string findings(std::initializer_list<Node> nodes) {
     for (const auto& [id, parent, type, query] : nodes)
         navs.Add(makeNode(id, parent, type, "node " + std::to_string(id), query));
     const auto report = CheckNav(navs);
-    EXPECT_EQ(report.substr(0, head.size()), head);
-    return report.substr(head.size());
+    EXPECT_EQ(report.substr(0, navHead.size()), navHead);
+    return report.substr(navHead.size());
 }
 
-const std::string rule2 =
+const std::string navRule2 =
     "RULE #2 Says that there should be fixed number (1 or more) of Child Nodes for Fixed-Type Node.\r\n\r\n";
-const std::string rule3 =
+const std::string navRule3 =
     "RULE #3 Says that there should be ONE AND ONLY ONE Child Node (of type-G, R or N) for Generating-Type "
     "Node.\r\n\r\n";
 const std::string rule4R = "RULE #4 Says that there should be any Child Node for Recurring-Type Node.\r\n\r\n";
@@ -46,13 +46,14 @@ const std::string rule4N = "RULE #4 Says that there should be any Child Node for
 }  // namespace
 
 TEST(CheckNav, AnEmptySchemeGivesTheHead) {
-    EXPECT_EQ(CheckNav(clsNavSchemes()), head);
+    EXPECT_EQ(CheckNav(clsNavSchemes()), navHead);
 }
 
 TEST(CheckNav, ANewSchemeHasARootWithoutChildren) {
     clsNavSchemes navs;
     navs.NewScheme();
-    EXPECT_EQ(CheckNav(navs), head + "=> There are no Child Nodes for Fixed-Type: [ID=1] Data Browser\r\n" + rule2);
+    EXPECT_EQ(CheckNav(navs),
+              navHead + "=> There are no Child Nodes for Fixed-Type: [ID=1] Data Browser\r\n" + navRule2);
 }
 
 TEST(CheckNav, ASchemeThatKeepsEveryRuleGivesTheHead) {
@@ -72,7 +73,7 @@ TEST(CheckNav, TheSampleBreaksNoRule) {
     clsNavSchemes navs;
     navs.LoadData(SAMPLES "/XST1.txt");
     ASSERT_EQ(navs.Count(), 70);
-    EXPECT_EQ(CheckNav(navs), head);
+    EXPECT_EQ(CheckNav(navs), navHead);
 }
 
 // Every rule that a node of a scheme can break, once; the nodes are not in tree order.
@@ -139,7 +140,7 @@ TEST(CheckNav, FindsEachBrokenRule) {
 TEST(CheckNav, AGeneratingNodeWithoutChildAndQueryGivesTwoFindings) {
     EXPECT_EQ(
         findings({{1, 0, "F", ""}, {12, 1, "G", ""}}),
-        "=> There are no Child Nodes for Generating-Type: [ID=12] node 12\r\n" + rule3 +
+        "=> There are no Child Nodes for Generating-Type: [ID=12] node 12\r\n" + navRule3 +
             "=> There is no Query Specifed for Generating-Type: [ID=12] node 12\r\n"
             "RULE #5 Says that there should be query specified for Generating-Type Node. Or else, how will they "
             "generate the child branches !\r\n\r\n");
@@ -165,7 +166,7 @@ TEST(CheckNav, ATypeIsOneLetterExactly) {
         navs.Add(makeNode(1, 0, "F"));
         navs.Add(makeNode(2, 1, "G", "text", "spG_A"));
         navs.Add(makeNode(3, 2, type, "text", "spG_A"));
-        EXPECT_EQ(CheckNav(navs), head) << type;
+        EXPECT_EQ(CheckNav(navs), navHead) << type;
     }
 }
 
@@ -175,7 +176,7 @@ TEST(CheckNav, BlanksAreAQuery) {
 
 TEST(CheckNav, OnlyDirectChildrenCount) {
     EXPECT_EQ(findings({{1, 0, "G", "spG_A"}, {2, 1, "G", "spG_B"}, {3, 2, "F", ""}, {4, 3, "N", ""}}),
-              "=> There is a Fixed-Type Node below the Generating-Type: [ID=2] node 2\r\n" + rule3);
+              "=> There is a Fixed-Type Node below the Generating-Type: [ID=2] node 2\r\n" + navRule3);
 }
 
 TEST(CheckNav, ANodeThatIsItsOwnParentIsItsOwnChild) {
@@ -191,7 +192,7 @@ TEST(CheckNav, RootsAreChildrenOfANodeWithIDZero) {
 
 TEST(CheckNav, NodesThatCannotBeReachedAreCheckedToo) {
     EXPECT_EQ(findings({{1, 0, "N", ""}, {-8, 99, "F", ""}}),
-              "=> There are no Child Nodes for Fixed-Type: [ID=-8] node -8\r\n" + rule2);
+              "=> There are no Child Nodes for Fixed-Type: [ID=-8] node -8\r\n" + navRule2);
 }
 
 // Nodes with the same ID can only arise when IDs change after adding: the key of a node is not its ID.
@@ -200,9 +201,9 @@ TEST(CheckNav, ChildrenAreFoundByIDNotByKey) {
     for (const auto key : {1, 2}) navs.Add(makeNode(key, 9, "N", "twin " + std::to_string(key)));
     navs.Add(makeNode(3, 7, "F", "child"));
     for (const auto key : {1, 2}) navs.Item(key)->ID = 7;
-    EXPECT_EQ(CheckNav(navs), head + "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 1\r\n" + rule4N +
-                                  "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 2\r\n" + rule4N +
-                                  "=> There are no Child Nodes for Fixed-Type: [ID=3] child\r\n" + rule2);
+    EXPECT_EQ(CheckNav(navs), navHead + "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 1\r\n" +
+                                  rule4N + "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 2\r\n" +
+                                  rule4N + "=> There are no Child Nodes for Fixed-Type: [ID=3] child\r\n" + navRule2);
 }
 
 TEST(CheckNav, RemovedNodesAreNoChildren) {
@@ -210,14 +211,15 @@ TEST(CheckNav, RemovedNodesAreNoChildren) {
     navs.Add(makeNode(1, 0, "F", "top"));
     navs.Add(makeNode(2, 1, "N", "only child"));
     navs.Remove("2");
-    EXPECT_EQ(CheckNav(navs), head + "=> There are no Child Nodes for Fixed-Type: [ID=1] top\r\n" + rule2);
+    EXPECT_EQ(CheckNav(navs), navHead + "=> There are no Child Nodes for Fixed-Type: [ID=1] top\r\n" + navRule2);
 }
 
 TEST(CheckNav, TextsStandAsTheyAre) {
     clsNavSchemes navs;
     loadBytes(navs, "7,  a\0b\x1A <i> & \xE9\xA0 \t,F,0\r\n"s);
-    EXPECT_EQ(CheckNav(navs),
-              head + "=> There are no Child Nodes for Fixed-Type: [ID=7]   a\0b\x1A <i> & \xE9\xA0 \t\r\n"s + rule2);
+    EXPECT_EQ(
+        CheckNav(navs),
+        navHead + "=> There are no Child Nodes for Fixed-Type: [ID=7]   a\0b\x1A <i> & \xE9\xA0 \t\r\n"s + navRule2);
 }
 
 TEST(CheckNav, ChangesNothing) {

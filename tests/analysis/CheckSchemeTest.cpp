@@ -6,7 +6,7 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string head =
+const std::string webHead =
     "THE RULES :\r\n"
     "\r\n"
     "1. All Paragraphs must have Query Field Specified.\r\n"
@@ -19,13 +19,13 @@ const std::string head =
     "\r\n";
 const std::string orphans = "THE ORPHANS: \r\n\r\n";
 
-const std::string rule1 = "RULE #1. All Paragraphs must have Query Field Specified.\r\n\r\n";
-const std::string rule2 = "RULE #2. Form# Field CAN be specified for (H) or (I)-Type Paragraphs Only.\r\n\r\n";
-const std::string rule3 = "RULE #3. Column Field SHOULD be specified for (C), and (T)-Type Paragraphs.\r\n\r\n";
-const std::string rule4 = "RULE #4. Column Field CAN be specified for (S)-Type Paragraphs.\r\n\r\n";
+const std::string webRule1 = "RULE #1. All Paragraphs must have Query Field Specified.\r\n\r\n";
+const std::string webRule2 = "RULE #2. Form# Field CAN be specified for (H) or (I)-Type Paragraphs Only.\r\n\r\n";
+const std::string webRule3 = "RULE #3. Column Field SHOULD be specified for (C), and (T)-Type Paragraphs.\r\n\r\n";
+const std::string webRule4 = "RULE #4. Column Field CAN be specified for (S)-Type Paragraphs.\r\n\r\n";
 
-clsWebSchemes::Pointer makeParagraph(std::int32_t id, const Text& type, const Text& query, std::int32_t form,
-                                     const Text& columns, const Text& title = "Photos") {
+clsWebSchemes::Pointer typedParagraph(std::int32_t id, const Text& type, const Text& query, std::int32_t form,
+                                      const Text& columns, const Text& title = "Photos") {
     auto paragraph = ::makeParagraph(id, 1, 1, title);
     paragraph->typeIs = type;
     paragraph->queryIs = query;
@@ -38,11 +38,11 @@ clsWebSchemes::Pointer makeParagraph(std::int32_t id, const Text& type, const Te
 std::string findings(const Text& type, const Text& query, std::int32_t form, const Text& columns) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}});
-    navs.oWebs.Add(makeParagraph(31, type, query, form, columns));
+    navs.oWebs.Add(typedParagraph(31, type, query, form, columns));
     const auto report = CheckScheme(navs);
-    EXPECT_EQ(report.substr(0, head.size()), head);
+    EXPECT_EQ(report.substr(0, webHead.size()), webHead);
     EXPECT_TRUE(report.ends_with(orphans)) << "it has its node";
-    return report.substr(head.size(), report.size() - head.size() - orphans.size());
+    return report.substr(webHead.size(), report.size() - webHead.size() - orphans.size());
 }
 
 // What comes after the heading of the orphans.
@@ -80,11 +80,11 @@ TEST(CheckScheme, ASchemeThatKeepsEveryRuleGivesNoFinding) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}});
     int id = 0;
-    for (const char* type : {"C", "T"}) navs.oWebs.Add(makeParagraph(++id, type, "spW_A", 0, "1:2"));
-    for (const char* type : {"H", "I"}) navs.oWebs.Add(makeParagraph(++id, type, "spW_B 1", 5, ""));
-    for (const char* type : {"E", "M"}) navs.oWebs.Add(makeParagraph(++id, type, "spW_C", 0, ""));
-    navs.oWebs.Add(makeParagraph(++id, "S", "spW_D", 0, "All"));
-    EXPECT_EQ(CheckScheme(navs), head + orphans);
+    for (const char* type : {"C", "T"}) navs.oWebs.Add(typedParagraph(++id, type, "spW_A", 0, "1:2"));
+    for (const char* type : {"H", "I"}) navs.oWebs.Add(typedParagraph(++id, type, "spW_B 1", 5, ""));
+    for (const char* type : {"E", "M"}) navs.oWebs.Add(typedParagraph(++id, type, "spW_C", 0, ""));
+    navs.oWebs.Add(typedParagraph(++id, "S", "spW_D", 0, "All"));
+    EXPECT_EQ(CheckScheme(navs), webHead + orphans);
 }
 
 TEST(CheckScheme, TheSamplesBreakNoRule) {
@@ -92,7 +92,7 @@ TEST(CheckScheme, TheSamplesBreakNoRule) {
     navs.LoadData(SAMPLES "/XST1.txt");
     navs.LoadWeb(SAMPLES "/XST2.txt");
     ASSERT_EQ(navs.oWebs.Count(), 105);
-    EXPECT_EQ(CheckScheme(navs), head + orphans);
+    EXPECT_EQ(CheckScheme(navs), webHead + orphans);
 }
 
 // Every rule of every group, once.
@@ -100,23 +100,23 @@ TEST(CheckScheme, FindsEachBrokenRule) {
     clsNavSchemes navs;
     addNodes(navs, {{1, 0}});
     auto& webs = navs.oWebs;
-    webs.Add(makeParagraph(31, "T", "spW_A", 0, "", "Photos"));
-    webs.Add(makeParagraph(9, "C", "", 0, "1:2", "Bars"));
-    webs.Add(makeParagraph(8, "C", "spW_B", 1, "1:2", "More bars"));
-    webs.Add(makeParagraph(7, "H", "", 3, "", "Header"));
-    webs.Add(makeParagraph(6, "I", "spW_C", 0, "2", "Picture"));
-    webs.Add(makeParagraph(5, "E", "", 0, "", "Action"));
-    webs.Add(makeParagraph(4, "M", "spW_D", 2, "", "Chapters"));
-    webs.Add(makeParagraph(3, "E", "spW_E", 0, "All", "Action 2"));
-    webs.Add(makeParagraph(2, "S", "", 0, "All", "Table"));
-    webs.Add(makeParagraph(1, "S", "spW_F", 7, "All", "Table 2"));
-    webs.Add(makeParagraph(-1, "S", "spW_G", 0, "", "Table 3"));
-    auto orphan = makeParagraph(40, "S", "spW_H", 0, "1", "Old list");
+    webs.Add(typedParagraph(31, "T", "spW_A", 0, "", "Photos"));
+    webs.Add(typedParagraph(9, "C", "", 0, "1:2", "Bars"));
+    webs.Add(typedParagraph(8, "C", "spW_B", 1, "1:2", "More bars"));
+    webs.Add(typedParagraph(7, "H", "", 3, "", "Header"));
+    webs.Add(typedParagraph(6, "I", "spW_C", 0, "2", "Picture"));
+    webs.Add(typedParagraph(5, "E", "", 0, "", "Action"));
+    webs.Add(typedParagraph(4, "M", "spW_D", 2, "", "Chapters"));
+    webs.Add(typedParagraph(3, "E", "spW_E", 0, "All", "Action 2"));
+    webs.Add(typedParagraph(2, "S", "", 0, "All", "Table"));
+    webs.Add(typedParagraph(1, "S", "spW_F", 7, "All", "Table 2"));
+    webs.Add(typedParagraph(-1, "S", "spW_G", 0, "", "Table 3"));
+    auto orphan = typedParagraph(40, "S", "spW_H", 0, "1", "Old list");
     orphan->XST1 = 77;
     webs.Add(orphan);
     EXPECT_EQ(
         CheckScheme(navs),
-        head +
+        webHead +
             "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n"
             "RULE #3. Column Field SHOULD be specified for (C), and (T)-Type Paragraphs.\r\n"
             "\r\n"
@@ -158,36 +158,36 @@ TEST(CheckScheme, FindsEachBrokenRule) {
 
 TEST(CheckScheme, EachGroupHasItsFindingsInTheirOrder) {
     for (const std::string type : {"C", "T"}) {
-        EXPECT_EQ(findings(type, "", 2, ""), withType("=> No Query Specifed for (", type) + rule1 +
-                                                 withType("=> Form# Field is Specified for (", type) + rule2 +
-                                                 withType("=> No Column Field Specified for (", type) + rule3);
+        EXPECT_EQ(findings(type, "", 2, ""), withType("=> No Query Specifed for (", type) + webRule1 +
+                                                 withType("=> Form# Field is Specified for (", type) + webRule2 +
+                                                 withType("=> No Column Field Specified for (", type) + webRule3);
         EXPECT_EQ(findings(type, "spW_A", 0, "1:2"), "");
     }
     for (const std::string type : {"H", "I"}) {
-        EXPECT_EQ(findings(type, "", 2, "1"), withType("=> No Query Specifed for (", type) + rule1 +
-                                                  withType("=> Column Field Specified for (", type) + rule3);
+        EXPECT_EQ(findings(type, "", 2, "1"), withType("=> No Query Specifed for (", type) + webRule1 +
+                                                  withType("=> Column Field Specified for (", type) + webRule3);
         EXPECT_EQ(findings(type, "spW_A", 2, ""), "") << "these may have a form";
         EXPECT_EQ(findings(type, "spW_A", 0, ""), "");
     }
     for (const std::string type : {"E", "M"}) {
-        EXPECT_EQ(findings(type, "", 2, "1"), withType("=> No Query Specifed for (", type) + rule1 +
-                                                  withType("=> Form#  Field is Specified for (", type) + rule2 +
-                                                  withType("=> Column Field Specified for (", type) + rule3);
+        EXPECT_EQ(findings(type, "", 2, "1"), withType("=> No Query Specifed for (", type) + webRule1 +
+                                                  withType("=> Form#  Field is Specified for (", type) + webRule2 +
+                                                  withType("=> Column Field Specified for (", type) + webRule3);
         EXPECT_EQ(findings(type, "spW_A", 0, ""), "");
     }
     EXPECT_EQ(
         findings("S", "", 2, ""),
-        withType("=> No Query Specifed for (", "S") + rule1 + withType("=> Form# Field is Specified for (", "S") +
-            rule2 +
+        withType("=> No Query Specifed for (", "S") + webRule1 + withType("=> Form# Field is Specified for (", "S") +
+            webRule2 +
             withType("=>THIS IS NOT A VIOLATION OF RULE. JUST A COMMENT: No Column Field Specified for (", "S") +
-            rule4);
+            webRule4);
     EXPECT_EQ(findings("S", "spW_A", 0, "1"), "");
 }
 
 TEST(CheckScheme, BlanksAreContent) {
     EXPECT_EQ(findings("C", " ", 0, " "), "");
     EXPECT_EQ(findings("S", " ", 0, " "), "");
-    EXPECT_EQ(findings("M", " ", 0, " "), withType("=> Column Field Specified for (", "M") + rule3);
+    EXPECT_EQ(findings("M", " ", 0, " "), withType("=> Column Field Specified for (", "M") + webRule3);
 }
 
 TEST(CheckScheme, FormsBelowOneAreNone) {
@@ -209,7 +209,7 @@ TEST(CheckScheme, OrphansOfAnyTypeAreListedInTheOrderOfAdding) {
     clsNavSchemes navs;
     addNodes(navs, {{3, 0}});
     addParagraphs(navs.oWebs, {{9, 4}, {2, 3}, {5, 0}, {-1, -3}});
-    EXPECT_EQ(CheckScheme(navs), head + orphans + "[ID=9] \r\n[ID=5] \r\n[ID=-1] \r\n");
+    EXPECT_EQ(CheckScheme(navs), webHead + orphans + "[ID=9] \r\n[ID=5] \r\n[ID=-1] \r\n");
     EXPECT_EQ(nodesOf(navs.oWebs), "9>0O 2>3C 5>0O -1>0O");
 }
 
@@ -259,9 +259,9 @@ TEST(CheckScheme, LetsParagraphsFollowNodesOfAnotherNumber) {
 
 TEST(CheckScheme, ListsOrphansAfterItsFindings) {
     clsNavSchemes navs;
-    navs.oWebs.Add(makeParagraph(31, "T", "spW_A", 0, ""));
-    EXPECT_EQ(CheckScheme(navs), head + "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n" + rule3 +
-                                     orphans + "[ID=31] Photos\r\n");
+    navs.oWebs.Add(typedParagraph(31, "T", "spW_A", 0, ""));
+    EXPECT_EQ(CheckScheme(navs), webHead + "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n" +
+                                     webRule3 + orphans + "[ID=31] Photos\r\n");
 }
 
 TEST(CheckScheme, RefreshesNoGrid) {
@@ -279,6 +279,6 @@ TEST(CheckScheme, RefreshesNoGrid) {
 TEST(CheckScheme, TextsStandAsTheyAre) {
     clsNavSchemes navs;
     loadBytes(navs.oWebs, "7,1,1, a\0\x1A<br> \xE9 ,,,S,0,All\r\n"s);
-    EXPECT_EQ(CheckScheme(navs), head + "=> No Query Specifed for (S)-Type: [ID=7]  a\0\x1A<br> \xE9 \r\n"s + rule1 +
-                                     orphans + "[ID=7]  a\0\x1A<br> \xE9 \r\n"s);
+    EXPECT_EQ(CheckScheme(navs), webHead + "=> No Query Specifed for (S)-Type: [ID=7]  a\0\x1A<br> \xE9 \r\n"s +
+                                     webRule1 + orphans + "[ID=7]  a\0\x1A<br> \xE9 \r\n"s);
 }

@@ -8,20 +8,20 @@ using namespace std::string_literals;
 namespace {
 
 // Lines of every kind. The rules find the node 3 and the paragraphs 1 and 2.
-const std::string nodes = navHeader + lines({
-                                          R"(1,"Shop","F",0,"","","leaf","")",               // line 2
-                                          R"(2,"Bikes, new","G",1,"spG_A","","","")",        // 3
-                                          R"("7","quoted","N",1,"","","","")",               // 4
-                                          R"(3,"List","G",1,"","Key","","")",                // 5
-                                          R"(3,"twin","N",1,"","","","")",                   // 6
-                                          R"(4,"half","N",1.4,"","","","")",                 // 7
-                                          "5,\"caf\xE9 \x81\",\"N\",1,\"\",\"\",\"\",\"\"",  // 8
-                                          R"(6,"lost","N",99,"","","","")",                  // 9
-                                      });
-const std::string paragraphs = webHeader + lines({
-                                               R"(1,1,1,"Sums","","","S",0,"","")",          // line 2
-                                               R"(2,9,1,"Bars","spW_B","","C",2,"All","")",  // 3
-                                           });
+const std::string flawedNodes = navHeader + lines({
+                                                R"(1,"Shop","F",0,"","","leaf","")",               // line 2
+                                                R"(2,"Bikes, new","G",1,"spG_A","","","")",        // 3
+                                                R"("7","quoted","N",1,"","","","")",               // 4
+                                                R"(3,"List","G",1,"","Key","","")",                // 5
+                                                R"(3,"twin","N",1,"","","","")",                   // 6
+                                                R"(4,"half","N",1.4,"","","","")",                 // 7
+                                                "5,\"caf\xE9 \x81\",\"N\",1,\"\",\"\",\"\",\"\"",  // 8
+                                                R"(6,"lost","N",99,"","","","")",                  // 9
+                                            });
+const std::string flawedParagraphs = webHeader + lines({
+                                                     R"(1,1,1,"Sums","","","S",0,"","")",          // line 2
+                                                     R"(2,9,1,"Bars","spW_B","","C",2,"All","")",  // 3
+                                                 });
 
 const std::string rule3 =
     "RULE #3 Says that there should be ONE AND ONLY ONE Child Node (of type-G, R or N) for Generating-Type Node.";
@@ -46,7 +46,7 @@ TEST(Check, FindsNothingInTheSamples) {
 }
 
 TEST(Check, PrintsWhatBothAnalysesFindSortedByPlace) {
-    const SchemeFolder folder(nodes, paragraphs);
+    const SchemeFolder folder(flawedNodes, flawedParagraphs);
     const auto ran = pelmo({"check", folder.nodes(), folder.paragraphs()});
     EXPECT_EQ(ran.status, 1);
     EXPECT_EQ(ran.err, "");
@@ -138,7 +138,7 @@ TEST(Check, PrintsTextsInTheEncodingThatWasAskedFor) {
 }
 
 TEST(Check, PrintsJson) {
-    const SchemeFolder folder(nodes, paragraphs);
+    const SchemeFolder folder(flawedNodes, flawedParagraphs);
     const auto ran = pelmo({"check", "--format", "json", folder.nodes(), folder.paragraphs()});
     EXPECT_EQ(ran.status, 1);
     const auto findings = parsed(ran).at("findings");
@@ -170,7 +170,7 @@ TEST(Check, KeepsEveryCharacterInJson) {
 
 // What the schema of SARIF 2.1.0 requires of the parts that are used: names, kinds of values, references.
 TEST(Check, PrintsSarif) {
-    const SchemeFolder folder(nodes, paragraphs);
+    const SchemeFolder folder(flawedNodes, flawedParagraphs);
     const auto sarif = parsed(pelmo({"check", "--format=sarif", folder.nodes(), folder.paragraphs()}));
     EXPECT_EQ(sarif.at("version"), "2.1.0");
     EXPECT_EQ(sarif.at("$schema"), "https://json.schemastore.org/sarif-2.1.0.json");

@@ -7,7 +7,7 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string nodes = lines({
+const std::string unsavedNodes = lines({
     R"(10,"Shop","F",0,"","","leaf","")",
     R"(7,"Lists","F",10,"","","","")",
     R"(3,"Late","N",10,"","","","")",
@@ -15,7 +15,7 @@ const std::string nodes = lines({
     R"(5,"Lost","N",99,"","","","")",
     R"(no record)",
 });
-const std::string paragraphs = lines({
+const std::string unsavedParagraphs = lines({
     R"(1,12,1,"a","spW_A","","S",0,"All","")",
     R"(2,10,1,"b","spW_B","","H",3,"","")",
     R"(3,88,1,"orphan","spW_C","","M",0,"","")",
@@ -24,7 +24,7 @@ const std::string paragraphs = lines({
 }  // namespace
 
 TEST(Renumber, WritesWhatTheWizardSaves) {
-    const SchemeFolder folder(nodes, paragraphs);
+    const SchemeFolder folder(unsavedNodes, unsavedParagraphs);
     const auto before = folder.folder.names();
     std::filesystem::create_directory(folder / "new");
     const auto ran =
@@ -46,11 +46,11 @@ TEST(Renumber, WritesWhatTheWizardSaves) {
                                                             }));
     EXPECT_EQ(bytesOf(folder / "map.csv"), lines({R"("old","new")", "10,1", "7,2", "12,3", "3,4"}));
     EXPECT_EQ(folder.folder.names(), Rows({"XST1.txt", "XST2.txt", "map.csv", "new"}));
-    EXPECT_EQ(bytesOf(folder.nodes()), nodes) << "the files themselves stay";
+    EXPECT_EQ(bytesOf(folder.nodes()), unsavedNodes) << "the files themselves stay";
 }
 
 TEST(Renumber, MayReplaceTheFilesThatItReads) {
-    const SchemeFolder folder(nodes, paragraphs);
+    const SchemeFolder folder(unsavedNodes, unsavedParagraphs);
     ASSERT_EQ(pelmo({"renumber", folder.nodes(), folder.paragraphs(), "-o", folder.folder.path().string()}).status,
               0);
     EXPECT_TRUE(bytesOf(folder.nodes()).starts_with(navHeader + "1,\"Shop\""));
@@ -58,7 +58,7 @@ TEST(Renumber, MayReplaceTheFilesThatItReads) {
 }
 
 TEST(Renumber, WritesNoneWhereItCannotWriteAll) {
-    const SchemeFolder folder(nodes, paragraphs);
+    const SchemeFolder folder(unsavedNodes, unsavedParagraphs);
     std::filesystem::create_directories(folder / "new/XST2.txt");
     const auto refused = [&](const std::string& map) {
         return pelmo({"renumber", folder.nodes(), folder.paragraphs(), "-o", folder / "new", "--map", map});
@@ -77,11 +77,11 @@ TEST(Renumber, WritesNoneWhereItCannotWriteAll) {
 }
 
 TEST(Renumber, RefusesWhatHoldsNothing) {
-    const SchemeFolder folder("1,a,F,2,,,,\n", paragraphs);
+    const SchemeFolder folder("1,a,F,2,,,,\n", unsavedParagraphs);
     const auto to = folder.folder.path().string();
     EXPECT_EQ(pelmo({"renumber", folder.nodes(), folder.paragraphs(), "-o", to}).err,
               "pelmo-scheme: " + folder.nodes() + ": there is no root in it, and so nothing to save\n");
-    const SchemeFolder second(nodes, "no record\n");
+    const SchemeFolder second(unsavedNodes, "no record\n");
     EXPECT_EQ(pelmo({"renumber", second.nodes(), second.paragraphs(), "-o", to}).err,
               "pelmo-scheme: " + second.paragraphs() + ": there is no paragraph in it\n");
     EXPECT_EQ(pelmo({"renumber", sampleNodes, sampleParagraphs, "-o", folder / "none"}).err,
@@ -91,7 +91,7 @@ TEST(Renumber, RefusesWhatHoldsNothing) {
 }
 
 TEST(Format, PrintsWhatTheWizardWouldSave) {
-    const auto ran = pelmo({"fmt", "-"}, navHeader + nodes);
+    const auto ran = pelmo({"fmt", "-"}, navHeader + unsavedNodes);
     EXPECT_EQ(ran.status, 0);
     EXPECT_EQ(ran.err, "");
     EXPECT_EQ(ran.out, navHeader + lines({
@@ -117,13 +117,14 @@ TEST(Format, SaysWhetherAFileDiffers) {
 }
 
 TEST(Format, NeedsToKnowTheTable) {
-    const auto ran = pelmo({"fmt", "-"}, nodes);
+    const auto ran = pelmo({"fmt", "-"}, unsavedNodes);
     EXPECT_EQ(ran.status, 2);
     EXPECT_EQ(ran.err,
               "pelmo-scheme: <stdin>:1: the first line is the header of neither table; name it with --table\n");
-    EXPECT_EQ(pelmo({"fmt", "--table", "XST1", "-"}, nodes).out, pelmo({"fmt", "-"}, navHeader + nodes).out);
-    EXPECT_EQ(pelmo({"fmt", "--table", "XST2", "-"}, paragraphs).out, webHeader + paragraphs);
-    EXPECT_EQ(pelmo({"fmt", "--table", "XST3", "-"}, nodes).status, 2);
+    EXPECT_EQ(pelmo({"fmt", "--table", "XST1", "-"}, unsavedNodes).out,
+              pelmo({"fmt", "-"}, navHeader + unsavedNodes).out);
+    EXPECT_EQ(pelmo({"fmt", "--table", "XST2", "-"}, unsavedParagraphs).out, webHeader + unsavedParagraphs);
+    EXPECT_EQ(pelmo({"fmt", "--table", "XST3", "-"}, unsavedNodes).status, 2);
 }
 
 TEST(Format, RefusesWhatHoldsNoRecord) {

@@ -8,17 +8,17 @@
 
 namespace {
 
-const std::string expectedFolder = SAMPLES "/../tests/commands/expected/";
+const std::string expectedScripts = SAMPLES "/../tests/commands/expected/";
 
-const std::string nodes =
+const std::string sqlNodes =
     navHeader +
     "7,\"Caf\xE9 'O''Hara' \\ 100%\",\"G\",-2147483648,\"spG_A $(x)\",\"CKey03\",\"leaf\",\"\"\r\n"
     "-3,\"passed over\",\"N\",7,\"\",\"\",\"\",\"\"\r\n"
     "1,\"Root\",\"F\",0,\"\",\"\",\"leaf\",\"2\"\r\n"
     "2,\"Tab\there \x80\",\"R\",1,\"spG_B\",\"Lkey\",\"\",\"\"\r\n"
     "9,\"Lost\",\"N\",8,\"\",\"\",\"\",\"\"\r\n";
-const std::string paragraphs = webHeader + "4,2,1,\"It's\",\"spW_A\",\"\",\"S\",5,\"1:2\",\"more\"\r\n" +
-                               "3,99,-1,\"\",\"\",\"\",\"\",0,\"\",\"\"\r\n";
+const std::string sqlParagraphs = webHeader + "4,2,1,\"It's\",\"spW_A\",\"\",\"S\",5,\"1:2\",\"more\"\r\n" +
+                                  "3,99,-1,\"\",\"\",\"\",\"\",0,\"\",\"\"\r\n";
 
 const Dialect& dialect(const std::string& name) {
     return **std::ranges::find(dialects, name, [](const Dialect* row) { return std::string(row->name); });
@@ -29,7 +29,7 @@ std::string text(const std::string& name, std::string_view bytes, Encoding encod
 }
 
 Ran sql(const std::string& name, const std::string& encoding = "utf-8") {
-    const SchemeFolder folder(nodes, paragraphs);
+    const SchemeFolder folder(sqlNodes, sqlParagraphs);
     return pelmo({"--encoding", encoding, "sql", folder.nodes(), folder.paragraphs(), "--dialect", name});
 }
 
@@ -41,7 +41,7 @@ class SqlIn : public testing::TestWithParam<std::string> {};
 TEST_P(SqlIn, WritesTheExpectedScript) {
     const auto ran = sql(GetParam());
     EXPECT_EQ(ran.status, 0);
-    EXPECT_EQ(ran.out, bytesOf(expectedFolder + "sql-" + GetParam() + ".txt"));
+    EXPECT_EQ(ran.out, bytesOf(expectedScripts + "sql-" + GetParam() + ".txt"));
 }
 
 TEST_P(SqlIn, SaysWhichNodesNoSaveWrites) {
@@ -120,7 +120,7 @@ TEST(SqlNames, AreQuotedUnlessTheyFollowTheConvention) {
 TEST(SqlModule, CutsLongRowsAndManyRows) {
     std::string many = navHeader + "1,\"" + std::string(3000, '\xE9') + "\",\"F\",0,\"\",\"\",\"\",\"\"\r\n";
     for (int id = 2; id < 1000; ++id) many += std::to_string(id) + ",\"A node\",\"N\",1,\"\",\"\",\"leaf\",\"\"\r\n";
-    const SchemeFolder folder(many, paragraphs);
+    const SchemeFolder folder(many, sqlParagraphs);
     const auto ran = pelmo({"sql", folder.nodes(), folder.paragraphs(), "--dialect", "access"});
     EXPECT_EQ(ran.status, 0);
     std::istringstream lines(ran.out);
@@ -150,7 +150,7 @@ TEST(SqlModule, CutsLongRowsAndManyRows) {
 TEST(SqlModule, IsRefusedAsAWholeWhereItIsTooLong) {
     std::string many = navHeader + "1,\"\",\"F\",0,\"\",\"\",\"\",\"\"\r\n";
     for (int id = 2; id < 66'000; ++id) many += std::to_string(id) + ",\"\",\"N\",1,\"\",\"\",\"\",\"\"\r\n";
-    const SchemeFolder folder(many, paragraphs);
+    const SchemeFolder folder(many, sqlParagraphs);
     const auto ran = pelmo({"sql", folder.nodes(), folder.paragraphs(), "--dialect", "access"});
     EXPECT_EQ(ran.status, 2);
     EXPECT_EQ(ran.out, "");
@@ -165,11 +165,11 @@ TEST(SqlInput, IsRefusedWithItsPlace) {
         EXPECT_EQ(ran.out, "");
         return ran.err.substr(ran.err.rfind('/') + 1);
     };
-    EXPECT_EQ(refused(navHeader + "1,\"a" + '\0' + "\",\"F\",0\r\n", paragraphs),
+    EXPECT_EQ(refused(navHeader + "1,\"a" + '\0' + "\",\"F\",0\r\n", sqlParagraphs),
               "XST1.txt:2: the byte 00, which no text of a database can hold\n");
-    EXPECT_EQ(refused(nodes, webHeader + "1\r2\n\n3,\"" + '\0' + "\"\r\n"),
+    EXPECT_EQ(refused(sqlNodes, webHeader + "1\r2\n\n3,\"" + '\0' + "\"\r\n"),
               "XST2.txt:5: the byte 00, which no text of a database can hold\n");
-    EXPECT_EQ(refused(navHeader + "1,\"a\",\"F\",5\r\n", paragraphs),
+    EXPECT_EQ(refused(navHeader + "1,\"a\",\"F\",5\r\n", sqlParagraphs),
               "XST1.txt: there is no root in it, and so nothing to save\n");
     EXPECT_EQ(refused(navHeader + "1,\"a\",\"F\",0\r\n", webHeader), "XST2.txt: there is no paragraph in it\n");
 }

@@ -8,29 +8,29 @@
 
 namespace {
 
-const std::string expectedFolder = SAMPLES "/../tests/commands/expected/";
+const std::string expectedSkeletons = SAMPLES "/../tests/commands/expected/";
 
-const std::string nodes = navHeader +
-                          "1,\"Root\",\"F\",0,\"\",\"\",\"leaf\",\"\"\r\n"
-                          "2,\"Types\",\"G\",1,\"spG_Types 2\",\"Today\",\"\",\"\"\r\n"
-                          "3,\"A type\",\"G\",2,\"spG_OfType\",\"CKey03\",\"\",\"\"\r\n"
-                          "4,\"A bicycle\",\"N\",3,\"\",\"\",\"\",\"\"\r\n"
-                          "5,\"Parts below\",\"R\",1,\"spG_Below\",\"Lkey\",\"\",\"\"\r\n"
-                          "6,\"All parts\",\"G\",1,\"SPG_BELOW 0\",\"\",\"\",\"\"\r\n"
-                          "7,\"Lost\",\"G\",99,\"spG_Lost\",\"\",\"\",\"\"\r\n";
-const std::string paragraphs = webHeader +
-                               "1,4,1,\"Card $(x)\",\"spW_Card\",\"Lkey\",\"I\",0,\"\",\"\"\r\n"
-                               "2,4,2,\"Pictures\",\"spW_Pictures\",\"Text\",\"T\",0,\"\",\"\"\r\n"
-                               "3,4,3,\"Sums\",\"spW_Sums a 7\",\"CKey12\",\"S\",0,\"2:4\",\"\"\r\n"
-                               "4,1,1,\"Chart\",\"spW_Chart\",\"\",\"C\",0,\"1:2\",\"\"\r\n"
-                               "5,1,2,\"Close\",\"spW_Close\",\"Today\",\"E\",0,\"\",\"\"\r\n"
-                               "6,1,3,\"Odd\",\"order-by\",\"None\",\"H\",0,\"\",\"\"\r\n"
-                               "7,1,4,\"Cards\",\"spW_Card\",\"\",\"H\",0,\"\",\"\"\r\n"
-                               "8,1,5,\"No query\",\"\",\"\",\"H\",0,\"\",\"\"\r\n"
-                               "9,1,6,\"No name\",\" 5\",\"\",\"H\",0,\"\",\"\"\r\n";
+const std::string stubNodes = navHeader +
+                              "1,\"Root\",\"F\",0,\"\",\"\",\"leaf\",\"\"\r\n"
+                              "2,\"Types\",\"G\",1,\"spG_Types 2\",\"Today\",\"\",\"\"\r\n"
+                              "3,\"A type\",\"G\",2,\"spG_OfType\",\"CKey03\",\"\",\"\"\r\n"
+                              "4,\"A bicycle\",\"N\",3,\"\",\"\",\"\",\"\"\r\n"
+                              "5,\"Parts below\",\"R\",1,\"spG_Below\",\"Lkey\",\"\",\"\"\r\n"
+                              "6,\"All parts\",\"G\",1,\"SPG_BELOW 0\",\"\",\"\",\"\"\r\n"
+                              "7,\"Lost\",\"G\",99,\"spG_Lost\",\"\",\"\",\"\"\r\n";
+const std::string stubParagraphs = webHeader +
+                                   "1,4,1,\"Card $(x)\",\"spW_Card\",\"Lkey\",\"I\",0,\"\",\"\"\r\n"
+                                   "2,4,2,\"Pictures\",\"spW_Pictures\",\"Text\",\"T\",0,\"\",\"\"\r\n"
+                                   "3,4,3,\"Sums\",\"spW_Sums a 7\",\"CKey12\",\"S\",0,\"2:4\",\"\"\r\n"
+                                   "4,1,1,\"Chart\",\"spW_Chart\",\"\",\"C\",0,\"1:2\",\"\"\r\n"
+                                   "5,1,2,\"Close\",\"spW_Close\",\"Today\",\"E\",0,\"\",\"\"\r\n"
+                                   "6,1,3,\"Odd\",\"order-by\",\"None\",\"H\",0,\"\",\"\"\r\n"
+                                   "7,1,4,\"Cards\",\"spW_Card\",\"\",\"H\",0,\"\",\"\"\r\n"
+                                   "8,1,5,\"No query\",\"\",\"\",\"H\",0,\"\",\"\"\r\n"
+                                   "9,1,6,\"No name\",\" 5\",\"\",\"H\",0,\"\",\"\"\r\n";
 
 Ran stubs(const std::string& dialect) {
-    const SchemeFolder folder(nodes, paragraphs);
+    const SchemeFolder folder(stubNodes, stubParagraphs);
     return pelmo({"stubs", folder.nodes(), folder.paragraphs(), "--dialect", dialect});
 }
 
@@ -42,7 +42,7 @@ class StubsIn : public testing::TestWithParam<std::string> {};
 TEST_P(StubsIn, WritesTheExpectedSkeletons) {
     const auto ran = stubs(GetParam());
     EXPECT_EQ(ran.status, 0);
-    EXPECT_EQ(ran.out, bytesOf(expectedFolder + "stubs-" + GetParam() + ".txt"));
+    EXPECT_EQ(ran.out, bytesOf(expectedSkeletons + "stubs-" + GetParam() + ".txt"));
 }
 
 TEST_P(StubsIn, ReportsWhatIsLeftOut) {
@@ -87,7 +87,7 @@ TEST(StubsOfTheSample, HaveTheOneThatTheHelpShows) {
 }
 
 TEST(StubsOfTheSample, AreInAnEncodingThatSQLiteReads) {
-    const SchemeFolder folder(nodes, webHeader + "1,1,1,\"\",\"spW_Caf\xE9\",\"\",\"H\",0,\"\",\"\"\r\n");
+    const SchemeFolder folder(stubNodes, webHeader + "1,1,1,\"\",\"spW_Caf\xE9\",\"\",\"H\",0,\"\",\"\"\r\n");
     const std::vector<std::string> arguments = {"stubs", folder.nodes(), folder.paragraphs(), "--dialect", "sqlite"};
     EXPECT_NE(pelmo(arguments).out.find("CREATE VIEW IF NOT EXISTS \"spW_Caf\xC3\xA9\" AS\n"), std::string::npos);
     auto other = arguments;
@@ -101,7 +101,7 @@ TEST(StubsOfTheSample, AreInAnEncodingThatSQLiteReads) {
 TEST(SqlServerScripts, AreParsed) {
     if (!isInstalled("sqlfluff")) GTEST_SKIP() << "sqlfluff is not installed";
     for (const char* command : {"sql", "stubs"}) {
-        const SchemeFolder folder(nodes, paragraphs);
+        const SchemeFolder folder(stubNodes, stubParagraphs);
         const auto script = pelmo({command, folder.nodes(), folder.paragraphs(), "--dialect", "sqlserver"}).out;
         const auto parsed = run({"sqlfluff", "parse", "--dialect", "tsql", "-"}, script);
         EXPECT_EQ(parsed.code, 0) << parsed.out << parsed.err;
