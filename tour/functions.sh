@@ -51,7 +51,14 @@ window() {
     fail "the window '$1' does not come; the keyboard is at '$title'"
 }
 
-keys() { local key; for key in "$@"; do xdotool key --delay 30 "$key"; sleep 0.1; done; }
+# Presses keys, each as long as KEY_TIME says, in seconds.
+keys() {
+    local key
+    for key in "$@"; do
+        xdotool keydown "$key" sleep "${KEY_TIME:-0.02}" keyup "$key"
+        sleep 0.1
+    done
+}
 write() { xdotool key --delay 30 ctrl+a; xdotool type --delay 15 -- "$1"; }
 click() { xdotool mousemove "$2" "$3"; sleep 0.2; xdotool click "$1"; sleep 0.3; }
 menu() { keys "alt+$1" "${@:2}"; }

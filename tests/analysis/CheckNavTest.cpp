@@ -6,7 +6,7 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string navHead =
+const std::string rulesOfNodes =
     "THE RULES FOR FORMULATING NAVIGATIONAL SCHEME:\r\n"
     "\r\n"
     "1. The Root Node should be of Type (F) Only.\r\n"
@@ -31,8 +31,8 @@ std::string findings(std::initializer_list<Node> nodes) {
     for (const auto& [id, parent, type, query] : nodes)
         navs.Add(makeNode(id, parent, type, "node " + std::to_string(id), query));
     const auto report = CheckNav(navs);
-    EXPECT_EQ(report.substr(0, navHead.size()), navHead);
-    return report.substr(navHead.size());
+    EXPECT_EQ(report.substr(0, rulesOfNodes.size()), rulesOfNodes);
+    return report.substr(rulesOfNodes.size());
 }
 
 const std::string navRule2 =
@@ -46,14 +46,14 @@ const std::string rule4N = "RULE #4 Says that there should be any Child Node for
 }  // namespace
 
 TEST(CheckNav, AnEmptySchemeGivesTheHead) {
-    EXPECT_EQ(CheckNav(clsNavSchemes()), navHead);
+    EXPECT_EQ(CheckNav(clsNavSchemes()), rulesOfNodes);
 }
 
 TEST(CheckNav, ANewSchemeHasARootWithoutChildren) {
     clsNavSchemes navs;
     navs.NewScheme();
     EXPECT_EQ(CheckNav(navs),
-              navHead + "=> There are no Child Nodes for Fixed-Type: [ID=1] Data Browser\r\n" + navRule2);
+              rulesOfNodes + "=> There are no Child Nodes for Fixed-Type: [ID=1] Data Browser\r\n" + navRule2);
 }
 
 TEST(CheckNav, ASchemeThatKeepsEveryRuleGivesTheHead) {
@@ -73,7 +73,7 @@ TEST(CheckNav, TheSampleBreaksNoRule) {
     clsNavSchemes navs;
     navs.LoadData(SAMPLES "/XST1.txt");
     ASSERT_EQ(navs.Count(), 70);
-    EXPECT_EQ(CheckNav(navs), navHead);
+    EXPECT_EQ(CheckNav(navs), rulesOfNodes);
 }
 
 // Every rule that a node of a scheme can break, once; the nodes are not in tree order.
@@ -166,7 +166,7 @@ TEST(CheckNav, ATypeIsOneLetterExactly) {
         navs.Add(makeNode(1, 0, "F"));
         navs.Add(makeNode(2, 1, "G", "text", "spG_A"));
         navs.Add(makeNode(3, 2, type, "text", "spG_A"));
-        EXPECT_EQ(CheckNav(navs), navHead) << type;
+        EXPECT_EQ(CheckNav(navs), rulesOfNodes) << type;
     }
 }
 
@@ -201,7 +201,7 @@ TEST(CheckNav, ChildrenAreFoundByIDNotByKey) {
     for (const auto key : {1, 2}) navs.Add(makeNode(key, 9, "N", "twin " + std::to_string(key)));
     navs.Add(makeNode(3, 7, "F", "child"));
     for (const auto key : {1, 2}) navs.Item(key)->ID = 7;
-    EXPECT_EQ(CheckNav(navs), navHead + "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 1\r\n" +
+    EXPECT_EQ(CheckNav(navs), rulesOfNodes + "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 1\r\n" +
                                   rule4N + "=> There are Child Nodes for Non-Generating-Type: [ID=7] twin 2\r\n" +
                                   rule4N + "=> There are no Child Nodes for Fixed-Type: [ID=3] child\r\n" + navRule2);
 }
@@ -211,15 +211,15 @@ TEST(CheckNav, RemovedNodesAreNoChildren) {
     navs.Add(makeNode(1, 0, "F", "top"));
     navs.Add(makeNode(2, 1, "N", "only child"));
     navs.Remove("2");
-    EXPECT_EQ(CheckNav(navs), navHead + "=> There are no Child Nodes for Fixed-Type: [ID=1] top\r\n" + navRule2);
+    EXPECT_EQ(CheckNav(navs), rulesOfNodes + "=> There are no Child Nodes for Fixed-Type: [ID=1] top\r\n" + navRule2);
 }
 
 TEST(CheckNav, TextsStandAsTheyAre) {
     clsNavSchemes navs;
     loadBytes(navs, "7,  a\0b\x1A <i> & \xE9\xA0 \t,F,0\r\n"s);
-    EXPECT_EQ(
-        CheckNav(navs),
-        navHead + "=> There are no Child Nodes for Fixed-Type: [ID=7]   a\0b\x1A <i> & \xE9\xA0 \t\r\n"s + navRule2);
+    EXPECT_EQ(CheckNav(navs),
+              rulesOfNodes + "=> There are no Child Nodes for Fixed-Type: [ID=7]   a\0b\x1A <i> & \xE9\xA0 \t\r\n"s +
+                  navRule2);
 }
 
 TEST(CheckNav, ChangesNothing) {

@@ -6,7 +6,7 @@ using namespace std::string_literals;
 
 namespace {
 
-const std::string webHead =
+const std::string rulesOfScheme =
     "THE RULES :\r\n"
     "\r\n"
     "1. All Paragraphs must have Query Field Specified.\r\n"
@@ -40,9 +40,9 @@ std::string findings(const Text& type, const Text& query, std::int32_t form, con
     addNodes(navs, {{1, 0}});
     navs.oWebs.Add(typedParagraph(31, type, query, form, columns));
     const auto report = CheckScheme(navs);
-    EXPECT_EQ(report.substr(0, webHead.size()), webHead);
+    EXPECT_EQ(report.substr(0, rulesOfScheme.size()), rulesOfScheme);
     EXPECT_TRUE(report.ends_with(orphans)) << "it has its node";
-    return report.substr(webHead.size(), report.size() - webHead.size() - orphans.size());
+    return report.substr(rulesOfScheme.size(), report.size() - rulesOfScheme.size() - orphans.size());
 }
 
 // What comes after the heading of the orphans.
@@ -84,7 +84,7 @@ TEST(CheckScheme, ASchemeThatKeepsEveryRuleGivesNoFinding) {
     for (const char* type : {"H", "I"}) navs.oWebs.Add(typedParagraph(++id, type, "spW_B 1", 5, ""));
     for (const char* type : {"E", "M"}) navs.oWebs.Add(typedParagraph(++id, type, "spW_C", 0, ""));
     navs.oWebs.Add(typedParagraph(++id, "S", "spW_D", 0, "All"));
-    EXPECT_EQ(CheckScheme(navs), webHead + orphans);
+    EXPECT_EQ(CheckScheme(navs), rulesOfScheme + orphans);
 }
 
 TEST(CheckScheme, TheSamplesBreakNoRule) {
@@ -92,7 +92,7 @@ TEST(CheckScheme, TheSamplesBreakNoRule) {
     navs.LoadData(SAMPLES "/XST1.txt");
     navs.LoadWeb(SAMPLES "/XST2.txt");
     ASSERT_EQ(navs.oWebs.Count(), 105);
-    EXPECT_EQ(CheckScheme(navs), webHead + orphans);
+    EXPECT_EQ(CheckScheme(navs), rulesOfScheme + orphans);
 }
 
 // Every rule of every group, once.
@@ -116,7 +116,7 @@ TEST(CheckScheme, FindsEachBrokenRule) {
     webs.Add(orphan);
     EXPECT_EQ(
         CheckScheme(navs),
-        webHead +
+        rulesOfScheme +
             "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n"
             "RULE #3. Column Field SHOULD be specified for (C), and (T)-Type Paragraphs.\r\n"
             "\r\n"
@@ -209,7 +209,7 @@ TEST(CheckScheme, OrphansOfAnyTypeAreListedInTheOrderOfAdding) {
     clsNavSchemes navs;
     addNodes(navs, {{3, 0}});
     addParagraphs(navs.oWebs, {{9, 4}, {2, 3}, {5, 0}, {-1, -3}});
-    EXPECT_EQ(CheckScheme(navs), webHead + orphans + "[ID=9] \r\n[ID=5] \r\n[ID=-1] \r\n");
+    EXPECT_EQ(CheckScheme(navs), rulesOfScheme + orphans + "[ID=9] \r\n[ID=5] \r\n[ID=-1] \r\n");
     EXPECT_EQ(nodesOf(navs.oWebs), "9>0O 2>3C 5>0O -1>0O");
 }
 
@@ -260,7 +260,7 @@ TEST(CheckScheme, LetsParagraphsFollowNodesOfAnotherNumber) {
 TEST(CheckScheme, ListsOrphansAfterItsFindings) {
     clsNavSchemes navs;
     navs.oWebs.Add(typedParagraph(31, "T", "spW_A", 0, ""));
-    EXPECT_EQ(CheckScheme(navs), webHead + "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n" +
+    EXPECT_EQ(CheckScheme(navs), rulesOfScheme + "=> No Column Field Specified for (T)-Type: [ID=31] Photos\r\n" +
                                      webRule3 + orphans + "[ID=31] Photos\r\n");
 }
 
@@ -279,6 +279,6 @@ TEST(CheckScheme, RefreshesNoGrid) {
 TEST(CheckScheme, TextsStandAsTheyAre) {
     clsNavSchemes navs;
     loadBytes(navs.oWebs, "7,1,1, a\0\x1A<br> \xE9 ,,,S,0,All\r\n"s);
-    EXPECT_EQ(CheckScheme(navs), webHead + "=> No Query Specifed for (S)-Type: [ID=7]  a\0\x1A<br> \xE9 \r\n"s +
+    EXPECT_EQ(CheckScheme(navs), rulesOfScheme + "=> No Query Specifed for (S)-Type: [ID=7]  a\0\x1A<br> \xE9 \r\n"s +
                                      webRule1 + orphans + "[ID=7]  a\0\x1A<br> \xE9 \r\n"s);
 }

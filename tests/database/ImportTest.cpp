@@ -15,7 +15,7 @@ const std::string withoutCharacter = "\x81\x8D\x8F\x90\x9D";
 // No text in a file can hold the first four; no text in a database can hold the last.
 const std::string neverInATable = {'"', ',', '\r', '\n', '\0'};
 
-std::string sample(const std::string& name) {
+std::string sampleFile(const std::string& name) {
     return std::string(SAMPLES) + "/" + name;
 }
 
@@ -252,8 +252,8 @@ void save(const clsNavSchemes& navs, const std::string& navFile, const std::stri
 }
 
 void loadSamples(clsNavSchemes& navs) {
-    ASSERT_TRUE(navs.LoadData(sample("XST1.txt")));
-    ASSERT_TRUE(navs.oWebs.LoadData(sample("XST2.txt")));
+    ASSERT_TRUE(navs.LoadData(sampleFile("XST1.txt")));
+    ASSERT_TRUE(navs.oWebs.LoadData(sampleFile("XST2.txt")));
     ASSERT_GT(navs.Count(), 50);
     ASSERT_GT(navs.oWebs.Count(), 100);
 }
@@ -274,7 +274,7 @@ TEST_F(ImportIntoSqlite, KeepsEveryFieldAndByte) {
 TEST_F(ImportIntoSqlite, KeepsTheSamples) {
     clsNavSchemes navs;
     loadSamples(navs);
-    expect(sample("XST1.txt"), sample("XST2.txt"), navs);
+    expect(sampleFile("XST1.txt"), sampleFile("XST2.txt"), navs);
 }
 
 TEST_F(ImportIntoSqlite, KeepsTheSamplesAfterTheyWereSaved) {
@@ -287,11 +287,11 @@ TEST_F(ImportIntoSqlite, KeepsTheSamplesAfterTheyWereSaved) {
 }
 
 TEST_F(ImportIntoSqlite, RefusesARowWhoseIDIsThere) {
-    database.run(sqliteImport(sample("XST1.txt"), "XST1"));
-    const auto again = database.tryOut(sqliteImport(sample("XST1.txt"), "XST1"));
+    database.run(sqliteImport(sampleFile("XST1.txt"), "XST1"));
+    const auto again = database.tryOut(sqliteImport(sampleFile("XST1.txt"), "XST1"));
     EXPECT_NE(again.err.find("UNIQUE constraint failed: XST1.ID"), std::string::npos) << again.err;
     EXPECT_EQ(database.run("SELECT count(*) FROM XST1;"), "70\n");
-    database.run("DELETE FROM XST1;\n" + sqliteImport(sample("XST1.txt"), "XST1"));
+    database.run("DELETE FROM XST1;\n" + sqliteImport(sampleFile("XST1.txt"), "XST1"));
     EXPECT_EQ(database.run("SELECT count(*) FROM XST1;"), "70\n");
 }
 
@@ -305,7 +305,7 @@ TEST_F(ImportIntoSqlite, EndsATextAtTheByte00) {
 // The tool imports bytes as they are, while SQLite takes a text for UTF-8.
 TEST_F(ImportIntoSqlite, GivesCharactersWhenTheFileWasConverted) {
     if (!isInstalled("iconv")) GTEST_SKIP() << "iconv is not installed";
-    const auto converted = run({"iconv", "-f", "WINDOWS-1252", "-t", "UTF-8", sample("XST1.txt")});
+    const auto converted = run({"iconv", "-f", "WINDOWS-1252", "-t", "UTF-8", sampleFile("XST1.txt")});
     ASSERT_EQ(converted.code, 0) << converted.err;
     const auto file = writeBytes(folder / "XST1.utf8.txt", converted.out).string();
     const auto length = "SELECT descriptionIs, length(descriptionIs) FROM XST1 WHERE ID = 18;\n";
@@ -327,7 +327,7 @@ TEST_F(ImportIntoPostgreSQL, KeepsEveryFieldAndByte) {
 TEST_F(ImportIntoPostgreSQL, KeepsTheSamplesBeforeAndAfterTheyAreSaved) {
     clsNavSchemes navs;
     loadSamples(navs);
-    expect(sample("XST1.txt"), sample("XST2.txt"), navs);
+    expect(sampleFile("XST1.txt"), sampleFile("XST2.txt"), navs);
     EXPECT_EQ(server->run("SELECT \"descriptionIs\" FROM \"XST1\" WHERE \"ID\" = 18;"),
               "Caf\xC3\xA9 stop vouchers\n");
 
@@ -339,8 +339,8 @@ TEST_F(ImportIntoPostgreSQL, KeepsTheSamplesBeforeAndAfterTheyAreSaved) {
 }
 
 TEST_F(ImportIntoPostgreSQL, RefusesAFileWithAnIDThatIsThere) {
-    server->run(postgresImport(sample("XST1.txt"), "XST1"));
-    const auto again = server->tryOut(postgresImport(sample("XST1.txt"), "XST1"));
+    server->run(postgresImport(sampleFile("XST1.txt"), "XST1"));
+    const auto again = server->tryOut(postgresImport(sampleFile("XST1.txt"), "XST1"));
     EXPECT_NE(again.code, 0);
     EXPECT_NE(again.err.find("duplicate key value violates unique constraint \"XST1_pkey\""), std::string::npos)
         << again.err;

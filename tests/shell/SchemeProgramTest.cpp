@@ -15,9 +15,9 @@ struct Printed {
     std::string text;
     int status = -1;
 };
-Printed pelmoScheme(const Rows& arguments) {
+Printed pelmoScheme(const std::vector<std::filesystem::path>& arguments) {
     QStringList words;
-    for (const auto& argument : arguments) words.push_back(QString::fromStdString(argument));
+    for (const auto& argument : arguments) words.push_back(QString::fromStdString(argument.string()));
     QProcess program;
     program.start(QStringLiteral(PELMO_SCHEME), words);
     if (!program.waitForFinished()) return {program.errorString().toStdString()};

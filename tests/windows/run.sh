@@ -48,7 +48,8 @@ run_tour() {
     for dpi in 96 192; do
         say "the tour in the Windows program at $dpi dpi"
         set_dpi "$dpi"
-        TOUR_DRIVE=Z: tour "windows-tour-$dpi" "$((1280 * dpi / 96))x$((1024 * dpi / 96))x24" \
+        # Wine does not notice that a key is released while the window changes, so the tour presses them longer.
+        KEY_TIME=0.4 TOUR_DRIVE=Z: tour "windows-tour-$dpi" "$((1280 * dpi / 96))x$((1024 * dpi / 96))x24" \
             tests/windows/wizard.sh >/dev/null
         for file in XST1.txt XST2.txt; do
             cmp "build/linux-tour/$file" "build/windows-tour-$dpi/$file" || fail "the programs save different files"
@@ -56,7 +57,10 @@ run_tour() {
     done
 }
 
-if is_wanted tests; then build_tests && run_tests; fi
+if is_wanted tests; then
+    build_tests
+    run_tests
+fi
 if is_wanted tour || is_wanted installer; then packaging/windows/build.sh >/dev/null; fi
 if is_wanted tour; then run_tour; fi
 if is_wanted installer; then tests/with_x_server.sh wm tests/windows/install.sh; fi
