@@ -58,6 +58,16 @@ class ProgramsFolder {
     QTemporaryDir folder_{QCoreApplication::applicationDirPath() + text("/wizard-test-XXXXXX")};
 };
 
+/// The folder of the test program, where the wizard looks for its help.
+inline std::filesystem::path folderOfProgram() {
+    return QCoreApplication::applicationDirPath().toStdString();
+}
+
+/// The message of a wizard that does not find its help in this folder.
+inline std::string helpIsMissingFrom(const std::filesystem::path& folder) {
+    return "The help file was not found:\n" + (folder / "Pelmo.chm").make_preferred().string();
+}
+
 // --- keys ---
 
 /// Chooses a command of the menu by its letters: the first one with Alt.

@@ -192,7 +192,7 @@ TEST_F(Introduction, F1ShowsTheHelpWhenItIsLetGo) {
     QTest::keyPress(window.windowHandle(), Qt::Key_F1);
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     Answers answers;
-    answers.then("message", reading("The help file was not found:\n" + folder.path().string() + "/Pelmo.chm"));
+    answers.then("message", reading(helpIsMissingFrom(folder.path())));
     QTest::keyRelease(window.windowHandle(), Qt::Key_F1);
     answers.wait();
     EXPECT_FALSE(isClosed());
@@ -234,7 +234,6 @@ TEST(IntroductionCommand, F1InItShowsTheHelpOfTheProgram) {
                   press(introduction, Qt::Key_F1);
                   escape(introduction);
               })
-        .then("message", reading("The help file was not found:\n" +
-                                 QCoreApplication::applicationDirPath().toStdString() + "/Pelmo.chm"));
+        .then("message", reading(helpIsMissingFrom(folderOfProgram())));
     choose(wizard.window, "FI");
 }

@@ -11,10 +11,6 @@ std::string focusName() {
     return focus ? focus->objectName().toStdString() : "none";
 }
 
-std::string helpPath() {
-    return QCoreApplication::applicationDirPath().toStdString() + "/Pelmo.chm";
-}
-
 std::string accessibleName(QWidget& widget) {
     const auto* interface = QAccessible::queryAccessibleInterface(&widget);
     return interface ? interface->text(QAccessible::Name).toStdString() : "no interface";
@@ -95,7 +91,7 @@ TEST(Keyboard, F1ShowsTheHelpWhereverTheFocusIs) {
         find(wizard.window, name).setFocus();
         EXPECT_EQ(focusName(), name);
         Answers answers;
-        answers.then("message", reading("The help file was not found:\n" + helpPath()));
+        answers.then("message", reading(helpIsMissingFrom(folderOfProgram())));
         press(wizard.window, Qt::Key_F1);
     }
 }

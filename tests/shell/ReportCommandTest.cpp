@@ -206,8 +206,7 @@ TEST(ReportCommand, F1InItShowsTheHelpOfTheProgram) {
                   press(report, Qt::Key_F1);
                   escape(report);
               })
-        .then("message", reading("The help file was not found:\n" +
-                                 QCoreApplication::applicationDirPath().toStdString() + "/Pelmo.chm"));
+        .then("message", reading(helpIsMissingFrom(folderOfProgram())));
     choose(wizard.window, "NA");
 }
 
