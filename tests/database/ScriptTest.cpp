@@ -16,7 +16,7 @@
 
 namespace {
 
-std::string hex(std::string_view bytes) {
+std::string hexOfBytes(std::string_view bytes) {
     std::string digits;
     for (const char byte : bytes) {
         constexpr std::string_view digit = "0123456789ABCDEF";
@@ -196,7 +196,7 @@ std::string line(const std::vector<std::string>& fields) {
 
 /// The same for a scheme, all of whose nodes are saved.
 std::string tablesOf(const clsNavSchemes& navs) {
-    const auto text = [](std::string_view bytes) { return hex(toUtf8(bytes)); };
+    const auto text = [](std::string_view bytes) { return hexOfBytes(toUtf8(bytes)); };
     std::map<std::int32_t, std::string> nodes;
     std::map<std::int32_t, std::string> paragraphs;
     for (const auto& node : navs.NewEnum())
@@ -213,20 +213,20 @@ std::string tablesOf(const clsNavSchemes& navs) {
     return rows;
 }
 
-constexpr auto least = std::numeric_limits<std::int32_t>::min();
-constexpr auto most = std::numeric_limits<std::int32_t>::max();
+constexpr auto leastId = std::numeric_limits<std::int32_t>::min();
+constexpr auto mostId = std::numeric_limits<std::int32_t>::max();
 
 /// A scheme with each of these texts in each field: a root and a chain of nodes, and a paragraph for each text.
 void fill(clsNavSchemes& navs, const std::vector<std::string>& texts) {
     const auto at = [&](std::size_t place) { return Text(texts[place % texts.size()]); };
-    navs.Add(makeNode(most, 0, at(0), at(1), at(2), at(3), at(4), at(5)));
-    auto parent = most;
+    navs.Add(makeNode(mostId, 0, at(0), at(1), at(2), at(3), at(4), at(5)));
+    auto parent = mostId;
     for (std::size_t place = 0; place < texts.size(); ++place) {
         const auto n = static_cast<std::int32_t>(place);
-        const auto id = place % 2 == 0 ? n : most - n;  // no file can hold a negative one
+        const auto id = place % 2 == 0 ? n : mostId - n;  // no file can hold a negative one
         if (id != 0) navs.Add(makeNode(id, parent, "G", at(place), at(place + 1), at(place + 2), at(place + 3), "r"));
         if (id != 0) parent = id;
-        auto paragraph = makeParagraph(id, place % 2 == 0 ? least : most, -n, at(place));
+        auto paragraph = makeParagraph(id, place % 2 == 0 ? leastId : mostId, -n, at(place));
         paragraph->queryIs = at(place + 1);
         paragraph->parmIs = at(place + 2);
         paragraph->typeIs = at(place + 3);
@@ -235,7 +235,7 @@ void fill(clsNavSchemes& navs, const std::vector<std::string>& texts) {
         paragraph->extra = at(place + 5);
         navs.oWebs.Add(paragraph);
     }
-    navs.Add(makeNode(0, most, "N", "its ID is 0"));
+    navs.Add(makeNode(0, mostId, "N", "its ID is 0"));
 }
 
 /// The two files of a scheme.
@@ -317,7 +317,7 @@ TEST_P(Scripts, QuoteEveryByte) {
     for (const auto& text : {allBytesBut(std::string(1, '\0')), std::string("a\r\n\\\n'\"\r"),
                              std::string(3000, '\n') + "\x80" + std::string(3000, '\t')}) {
         const auto expression = quotedText(dialect, Encoding::Utf8, text);
-        EXPECT_EQ(server->column(server->asHex(expression), ""), hex(toUtf8(text)) + "\n");
+        EXPECT_EQ(server->column(server->asHex(expression), ""), hexOfBytes(toUtf8(text)) + "\n");
     }
 }
 
