@@ -36,7 +36,7 @@ int main(int argc, char* argv[]) {
 #ifdef _WIN32
     // A loop of events that a test ends from within another one sees that only at the next event.
     QTimer events;
-    events.start(20);
+    events.start(50);
 #endif
     return RUN_ALL_TESTS();
 }

@@ -142,6 +142,8 @@ TEST_F(Dialogs, SaveAsksBeforeItOverwrites) {
 }
 
 TEST_F(Dialogs, FailOnAPathThatIsTooLong) {
+    if (GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version"))
+        GTEST_SKIP() << "such a path makes the dialog of Wine 8 overwrite memory that is not its own";
     auto deep = folder.path();
     std::error_code error;
     for (int i = 0; i < 8 && !error; ++i) {

@@ -124,10 +124,13 @@ class NativeAnswers {
 
     NativeAnswers() {
         looking = this;
-        timer_ = SetTimer(nullptr, 0, 30, [](HWND, UINT, UINT_PTR, DWORD) { looking->look(); });
+        timer_ = SetTimer(nullptr, 0, 30, [](HWND, UINT, UINT_PTR, DWORD) {
+            if (looking) looking->look();
+        });
     }
     ~NativeAnswers() {
         KillTimer(nullptr, timer_);
+        looking = nullptr;  // the timer may have posted once more
         EXPECT_TRUE(steps_.empty()) << "no window had the title " << steps_.front().title;
     }
     NativeAnswers(const NativeAnswers&) = delete;
