@@ -32,6 +32,13 @@ file() {
     keys Return
 }
 
+# A file in the folder, as the program names it: TOUR_DRIVE is the drive that a Windows program finds the folder on.
+saved() {
+    local path=$folder/$1
+    if [[ -n ${TOUR_DRIVE:-} ]]; then path=$TOUR_DRIVE${path//\//\\}; fi
+    printf '%s' "$path"
+}
+
 report() { # MENU ITEM NAME
     menu "$1" "$2"
     window 'Output...'
@@ -115,10 +122,10 @@ report w a analysis-of-paragraphs
 report w t to-do-of-paragraphs
 
 menu n s
-file 'Save File As...' "${TOUR_DRIVE:-}$folder/XST1.txt" save-nodes
+file 'Save File As...' "$(saved XST1.txt)" save-nodes
 window "$main"
 menu w s
-file 'Save File As...' "${TOUR_DRIVE:-}$folder/XST2.txt" save-paragraphs
+file 'Save File As...' "$(saved XST2.txt)" save-paragraphs
 window "$main"
 picture end
 leave
