@@ -16,7 +16,7 @@ list_all() {
     local root
     (cd "$WINEPREFIX" && find drive_c -printf '%p %y\n' | grep -v -e '/Temp/' -e '/windows/' | sort)
     for root in 'HKCU\Software' 'HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall'; do
-        wine reg query "$root" /s | tr -d '\r' | grep -v -i -e 'MuiCache' -e '^$' || true
+        wine reg query "$root" /s | tr -d '\r' | grep -v -i -e 'MuiCache' -e 'Temporary System Parameters' -e '^$' || true
     done
 }
 
@@ -39,9 +39,14 @@ wait_until_gone() { # FILE
 
 # try_out MODE PROGRAM_FOLDER MENU - MODE as the installer names it; the folders in the Windows.
 try_out() {
-    local mode=$1 folder=$WINEPREFIX/drive_c/$2 menu=$WINEPREFIX/drive_c/$3 file
+    local mode=$1 folder menu file
     say "installs: $mode"
     new_windows build/windows-tests/wine-of-the-installer
+    folder=$WINEPREFIX/drive_c/$2
+    menu=$WINEPREFIX/drive_c/$3
+    # A real Windows has these from the beginning.
+    mkdir -p "$(dirname "$folder")" "$menu"
+    wine reg add 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall' /f >/dev/null 2>&1
     list_all >build/windows-tests/before.txt
     wine "${setup[0]}" /S "/$mode"
     for file in pelmo-wizard.exe pelmo-scheme.exe Pelmo.chm XST1.txt XST2.txt shop.sql LICENSE.txt README.txt uninstall.exe; do
