@@ -134,7 +134,7 @@ TEST_F(Report, GoesBackToTheMiddleWhenItBecomesActiveAndNotBefore) {
     EXPECT_EQ(window.size(), QSize(500, 300));
 }
 
-#ifndef _WIN32
+#ifndef _WIN32  // Windows sends no events of an X server
 TEST_F(Report, StaysWhereItIsDraggedTo) {
     struct Access : QWidget {
         using QWidget::nativeEvent;

@@ -119,14 +119,7 @@ TEST_F(Dialogs, SaveAddsTheSuffixToANameWithout) {
 
 TEST_F(Dialogs, SaveAsksBeforeItOverwrites) {
     NativeAnswers answers;
-    answers
-        .then("Save File As...",
-              [](const ShownDialog& dialog) {
-                  if (dialog.names().empty()) return Done::NotYet;
-                  dialog.write("a.txt");
-                  dialog.press(IDOK);
-                  return Done::Stays;
-              })
+    answers.then("Save File As...", enteringName("a.txt", Done::Stays))
         .then("Save File As...",  // the question
               [](const ShownDialog& question) { return question.list() ? Done::NotYet : press(question, IDNO); })
         .then("Save File As...",

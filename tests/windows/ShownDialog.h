@@ -197,11 +197,12 @@ inline NativeAnswers::Answer pressing(int button) {
     return [button](const ShownDialog& dialog) { return press(dialog, button); };
 }
 
-/// Types a name, once the dialog shows its files.
-inline NativeAnswers::Answer enteringName(const std::filesystem::path& name) {
-    return [name](const ShownDialog& dialog) {
+/// Types a name, once the dialog shows its files, and says whether the dialog then closes.
+inline NativeAnswers::Answer enteringName(const std::filesystem::path& name, Done done = Done::Closes) {
+    return [=](const ShownDialog& dialog) {
         if (dialog.names().empty()) return Done::NotYet;
         dialog.write(name);
-        return press(dialog, IDOK);
+        dialog.press(IDOK);
+        return done;
     };
 }

@@ -12,8 +12,7 @@ server=$(dirname "$(readlink -f "$wine")")/wineserver64
 [[ -x $server ]] || server=$(command -v wineserver)
 
 export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} LC_ALL=C.UTF-8
-# No questions, no entries in the menus of this desktop, and no sounds: where nothing can play them, each takes half a
-# minute.
+# No questions, no entries in the menus of this desktop, and no sounds.
 export WINEDLLOVERRIDES='mscoree,mshtml=;winemenubuilder.exe=d;winealsa.drv,winepulse.drv,wineoss.drv='
 
 wine() { env -u QT_QPA_PLATFORM -u GTEST_TOTAL_SHARDS "$wine" "$@"; }
