@@ -33,7 +33,7 @@ TEST(Program, ListsItsCommands) {
 // One that ends with Ctrl+C, and would open a browser.
 static std::string untilInterrupted(std::string example) {
     example.insert(example.find_first_of('\n'), " --no-browser");
-    return "timeout --preserve-status --signal=INT 5 " PROGRAM " " + example;
+    return "timeout --foreground --preserve-status --signal=INT 5 " PROGRAM " " + example;
 }
 
 // Each example is run as it stands, in a folder with the samples.
