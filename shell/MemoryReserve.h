@@ -26,10 +26,14 @@ class MemoryReserve {
   private:
     // Enough for a file dialog, with its thread and what the C library sets aside for a thread, and then for saving a
     // million nodes.
+#ifdef WIZARD_SANITIZED  // the sanitizer keeps, and writes each time, a note about every eight bytes
+    static constexpr std::size_t most = std::size_t{4} << 20;
+#else
     static constexpr std::size_t most = std::size_t{128} << 20;
+#endif
     static constexpr std::size_t least = std::size_t{1} << 20;
     // Left to the rest of the program: enough for a window with its pixels.
-    static constexpr std::size_t forAWindow = std::size_t{16} << 20;
+    static constexpr std::size_t forAWindow = most / 8;
 
     void refill() {
         for (auto size = most; !block_ && size >= least; size /= 2) {

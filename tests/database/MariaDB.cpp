@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/database/MariaDB.h"
 
-#include <unistd.h>
-
 #include <chrono>
 #include <thread>
 
@@ -17,6 +15,16 @@ fs::path serverProgram() {
     return isInstalled("mariadbd") ? "mariadbd" : "";
 }
 
+// The data of a new server: made once, then copied.
+Finished copyDataOfMariaDB(const fs::path& to) {
+    static const TempFolder folder;
+    static const auto place = folderOfTheServer(folder.path());
+    static const auto made = ::run({"mariadb-install-db", "--no-defaults", "--auth-root-authentication-method=normal",
+                                    "--skip-test-db", "--datadir=" + (place / "data").string()},
+                                   {}, As::Unprivileged);
+    return made.code != 0 ? made : ::run({"cp", "-a", (place / "data").string(), to.string()}, {}, As::Unprivileged);
+}
+
 }  // namespace
 
 bool MariaDB::isThere() {
@@ -25,25 +33,18 @@ bool MariaDB::isThere() {
 
 MariaDB::MariaDB() {
     using namespace std::chrono_literals;
-    const auto place = folder_ / "server";
+    const auto place = folderOfTheServer(folder_.path());
     const auto socket = (place / "socket").string();
-    const auto data = "--datadir=" + (place / "data").string();
-    const auto account = unprivilegedAccount();
-    fs::create_directory(place);
-    fs::permissions(folder_.path(), fs::perms::others_exec | fs::perms::group_exec, fs::perm_options::add);
-    EXPECT_EQ(chown(place.c_str(), account.user, account.group), 0);
     fs::create_directory(home());
     writeBytes(home() / ".my.cnf", "[client]\nuser=root\nsocket=" + socket + "\n");
 
-    const auto made = ::run(
-        {"mariadb-install-db", "--no-defaults", "--auth-root-authentication-method=normal", "--skip-test-db", data},
-        {}, As::Unprivileged);
+    const auto made = copyDataOfMariaDB(place / "data");
     EXPECT_EQ(made.code, 0) << made.out << made.err;
     if (made.code != 0) return;
 
     server_ = std::make_unique<Background>(
-        Command{serverProgram().string(), "--no-defaults", data, "--socket=" + socket, "--skip-networking",
-                "--pid-file=" + (place / "pid").string(),
+        Command{serverProgram().string(), "--no-defaults", "--datadir=" + (place / "data").string(),
+                "--socket=" + socket, "--skip-networking", "--pid-file=" + (place / "pid").string(),
                 // Another server would remove temporary files from a folder of both.
                 "--tmpdir=" + place.string(), "--innodb-buffer-pool-size=16M", "--innodb-flush-log-at-trx-commit=0"},
         folder_ / "log", As::Unprivileged);

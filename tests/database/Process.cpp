@@ -23,6 +23,20 @@ namespace {
 
 constexpr int couldNotStart = 127;
 
+struct Account {
+    uid_t user;
+    gid_t group;
+};
+
+// The user and the group that As::Unprivileged stands for.
+Account unprivilegedAccount() {
+    if (geteuid() != 0) return {geteuid(), getegid()};
+    for (const char* name : {"postgres", "nobody"})
+        if (const passwd* entry = getpwnam(name)) return {entry->pw_uid, entry->pw_gid};
+    ADD_FAILURE() << "there is no user 'nobody'";
+    return {geteuid(), getegid()};
+}
+
 // Runs in the new process, so it uses only system calls.
 [[noreturn]] void become(std::vector<char*>& words, const std::array<int, 3>& files, const Account* account,
                          bool diesWithParent) {
@@ -59,12 +73,14 @@ int open(const std::filesystem::path& file, int how) {
 
 }  // namespace
 
-Account unprivilegedAccount() {
-    if (geteuid() != 0) return {geteuid(), getegid()};
-    for (const char* name : {"postgres", "nobody"})
-        if (const passwd* entry = getpwnam(name)) return {entry->pw_uid, entry->pw_gid};
-    ADD_FAILURE() << "there is no user 'nobody'";
-    return {geteuid(), getegid()};
+std::filesystem::path folderOfTheServer(const std::filesystem::path& folder) {
+    namespace fs = std::filesystem;
+    auto place = folder / "server";
+    const auto account = unprivilegedAccount();
+    fs::create_directory(place);
+    fs::permissions(folder, fs::perms::others_exec | fs::perms::group_exec, fs::perm_options::add);
+    EXPECT_EQ(chown(place.c_str(), account.user, account.group), 0);
+    return place;
 }
 
 Finished run(const Command& command, const std::string& input, As as) {

@@ -15,12 +15,8 @@ using Command = std::vector<std::string>;
 /// "nobody" where there is none; for everybody else it changes nothing.
 enum class As { Caller, Unprivileged };
 
-/// The user and the group that As::Unprivileged stands for.
-struct Account {
-    uid_t user;
-    gid_t group;
-};
-[[nodiscard]] Account unprivilegedAccount();
+/// Makes a folder "server" in this one, and gives it to the user that As::Unprivileged stands for. Returns its path.
+[[nodiscard]] std::filesystem::path folderOfTheServer(const std::filesystem::path& folder);
 
 struct Finished {
     int code;  // the exit code; -1 when a signal ended the program
