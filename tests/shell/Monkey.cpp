@@ -190,7 +190,8 @@ void Monkey::next() {
 
 void Monkey::step() {
     auto* open = openWindow();
-    if (!open) check();
+    // A form that has just closed may still have to return to the command that opened it.
+    if (!open && QThread::currentThread()->loopLevel() == 0) check();
     if (!script_.empty()) {
         const auto line = script_.front();
         script_.pop_front();
