@@ -29,6 +29,8 @@ int main(int argc, char* argv[]) {
     testing::InitGoogleTest(&argc, argv);
     if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();  // needs no screen
     qInstallMessageHandler(failOnWarnings);
+    // On an X server Qt would look for the icons of each dialog in hundreds of folders, if the desktop has none.
+    qputenv("XDG_DATA_DIRS", "/none");
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
     QApplication::setQuitOnLastWindowClosed(false);
