@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <QIcon>
 #include <QTimer>
 #include <cstring>
 
@@ -29,12 +30,12 @@ int main(int argc, char* argv[]) {
     testing::InitGoogleTest(&argc, argv);
     if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();  // needs no screen
     qInstallMessageHandler(failOnWarnings);
-    // On an X server Qt would look for the icons of each dialog in hundreds of folders, if the desktop has none.
-    qputenv("XDG_DATA_DIRS", "/none");
     Application application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Reporting Scheme Wizard for Pelmo"));
     QApplication::setQuitOnLastWindowClosed(false);
     applyLook(application);
+    // On an X server Qt would look for the icons of each dialog in hundreds of folders, if the desktop has none.
+    QIcon::setThemeSearchPaths({QStringLiteral(":/none")});
 #ifdef _WIN32
     // A loop of events that a test ends from within another one sees that only at the next event.
     QTimer events;
