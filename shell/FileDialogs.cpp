@@ -45,7 +45,10 @@ class KindsByName final : public QFileIconProvider {
     [[nodiscard]] QString type(const QFileInfo& file) const override {
         if (file.isRoot()) return QStringLiteral("Drive");
         if (file.isDir()) return QStringLiteral("Folder");
-        return QMimeDatabase().mimeTypeForFile(file.fileName(), QMimeDatabase::MatchExtension).comment();
+        const auto type = QMimeDatabase().mimeTypeForFile(file.fileName(), QMimeDatabase::MatchExtension).comment();
+        // Without the desktop's list of types there is none. Qt takes a file without a type for one that it knows
+        // already, and may never show it.
+        return type.isEmpty() ? QStringLiteral("File") : type;
     }
 };
 

@@ -66,6 +66,22 @@ TEST_F(OpenDialog, ShowsAllFilesHiddenOnesToo) {
     });
 }
 
+// Where the desktop has no list of types, too: shell.without_file_types.
+TEST_F(OpenDialog, ShowsTheTypeOfEachFile) {
+    ask([&](QDialog& dialog) {
+        namesWhen(dialog, everything);
+        const auto& list = find<QTreeView>(dialog, "treeView");
+        constexpr int type = 2;
+        for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
+            const auto name = list.model()->index(row, 0, list.rootIndex()).data().toString().toStdString();
+            const auto shown = list.model()->index(row, type, list.rootIndex()).data().toString();
+            EXPECT_EQ(name == "sub", shown == text("Folder")) << name;
+            EXPECT_NE(shown, QString()) << name;
+        }
+        escape(dialog);
+    });
+}
+
 TEST_F(OpenDialog, ShowsTextFilesAndFoldersOnDemand) {
     ask([&](QDialog& dialog) {
         namesWhen(dialog, everything);
