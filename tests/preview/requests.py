@@ -3,7 +3,8 @@
 """Asks the preview what its own pages never ask: with a wrong key, as another site, with requests that are too large or
 none at all. Uses plain connections, so that nothing is made polite on the way.
 
-    requests.py PROGRAM    PROGRAM is pelmo-scheme
+    requests.py PROGRAM [COUNT]    PROGRAM is pelmo-scheme; COUNT is how many random requests of each kind to send, 100
+                                   unless given
 """
 import os
 import pathlib
