@@ -88,13 +88,16 @@ class Preview:
             raise AssertionError(f"the preview ends with {code} after Ctrl+C")
 
 
+SIZE = (1200, 900)
+
+
 class Viewer:
     """A page of the browser with the preview in it."""
 
     def __init__(self, browser, preview):
         self.page, self.base = browser.page(), preview.base
         self.page.call("Page.bringToFront")  # others have slow timers
-        self.page.look(1200, 900)
+        self.page.look(*SIZE)
         self.page.open(preview.address)
         self.settle()
 
@@ -126,6 +129,13 @@ class Viewer:
         for key in keys:
             self.page.press(key)
             self.settle()
+
+    def too_wide(self):
+        """By how many pixels the page is wider than a small telephone."""
+        self.page.look(360, 780)
+        pixels = self.page.run("document.documentElement.scrollWidth - document.documentElement.clientWidth")
+        self.page.look(*SIZE)
+        return pixels
 
     def faults(self):
         """What nothing that this browser did may have caused."""
@@ -188,6 +198,8 @@ class Checks:
         viewer.click(at)
         self.count += 1
         self.largest = max(self.largest, viewer.page.run("document.querySelector('#page').innerHTML.length"))
+        if (pixels := viewer.too_wide()) != 0:
+            self.wrong.append(f"{text}: {pixels} pixels too wide")
         sections = viewer.sections()
         wanted = self.shop.page(node, key, text, self.runs_actions)
         self.expect([section["id"] for section in sections], [f"paragraph-{row['ID']}" for row, _, _ in wanted], text)
@@ -487,6 +499,7 @@ class Checks:
             for place in range(2, 7):
                 viewer.click(place)
                 self.expect(len(viewer.sections()), 9, f"paragraphs of node {place}")
+                self.expect(viewer.too_wide(), 0, f"pixels that node {place} is too wide")
             self.expect(viewer.page.run("document.querySelectorAll('script').length"), 1, "scripts")
             self.expect(viewer.page.run("[...document.querySelectorAll('*')].some(at => [...at.attributes].some("
                                         "(one) => one.name.startsWith('on') || one.name === 'style'))"), False, "handlers")

@@ -3,7 +3,7 @@
 """Takes pictures of the preview of the sample shop, as on 5 March 2026.
 
     pictures.py PROGRAM                  retakes the pictures of the help, in help/pictures
-    pictures.py PROGRAM --look FOLDER    takes ten pages in both colour schemes and two widths
+    pictures.py PROGRAM --look FOLDER    takes ten pages in both colour schemes and three widths
 """
 import pathlib
 import sqlite3
@@ -70,7 +70,7 @@ def go(viewer, names):
 
 
 def look(folder, pages, preview, target):
-    for width, height in ((390, 844), (1440, 900)):
+    for width, height in ((360, 780), (1440, 900), (2560, 1440)):
         for scheme in ("light", "dark"):
             viewer = browser.Viewer(pages, preview)
             viewer.page.look(width, height, scheme)
@@ -82,7 +82,7 @@ def look(folder, pages, preview, target):
                 go(viewer, way)
                 if width < 700:
                     viewer.page.run("document.querySelector('#page').scrollIntoView()")
-                wide = viewer.page.run("document.documentElement.scrollWidth - window.innerWidth")
+                wide = viewer.page.run("document.documentElement.scrollWidth - document.documentElement.clientWidth")
                 viewer.page.picture(target / f"{name}-{width}-{scheme}.png")
                 print(f"{name}-{width}-{scheme}.png" + (f": {wide} pixels too wide" if wide > 0 else ""))
 
