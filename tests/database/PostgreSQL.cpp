@@ -25,7 +25,7 @@ fs::path PostgreSQL::programs() {
     return {};
 }
 
-// The data of a new server: made once, since that takes longer than all the rest, then copied.
+// The data of a new server: made once, then copied.
 static Finished copyDataOfPostgreSQL(const fs::path& to) {
     static const TempFolder folder;
     static const auto place = folderOfTheServer(folder.path());

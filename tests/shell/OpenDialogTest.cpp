@@ -69,7 +69,7 @@ TEST_F(OpenDialog, ShowsAllFilesHiddenOnesToo) {
 // Where the desktop has no list of types, too: shell.without_file_types.
 TEST_F(OpenDialog, ShowsTheTypeOfEachFile) {
     ask([&](QDialog& dialog) {
-        namesWhen(dialog, everything);
+        EXPECT_EQ(namesWhen(dialog, everything), everything);
         const auto& list = find<QTreeView>(dialog, "treeView");
         constexpr int type = 2;
         for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
