@@ -27,7 +27,13 @@ run() { # PRESET [CTEST_OPTION...]
     build "$1"
     # Tests of windows spend half of their time waiting.
     ctest --preset "$1" --no-tests=error -j $((2 * processors)) "${@:2}" \
-        --output-junit "$PWD/build/$1/tests.xml" --test-output-size-passed 100000000
+        --output-junit "$PWD/build/$1/tests.xml" --test-output-size-passed 100000000 || {
+        local code=$?
+        say "what failed"
+        # Of test programs that run many tests, only the failures.
+        grep -A 12 -e ': Failure$' -e '^\[  FAILED  \]' "build/$1/Testing/Temporary/LastTest.log" | tail -n 150
+        exit "$code"
+    }
 }
 
 if (($# == 0)); then run dev -L 'parts|quick' -E '^database'; fi

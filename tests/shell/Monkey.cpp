@@ -163,7 +163,8 @@ void Monkey::run() {
     if (!testing::Test::HasFailure()) checkTheEnd();
     for (const auto* name : {"XST1.txt", "XST2.txt"}) {
         const auto inProgram = std::filesystem::path(QCoreApplication::applicationDirPath().toStdString()) / name;
-        EXPECT_TRUE(bytesOf(inProgram) == bytesOf(sample(name))) << "it has saved over a sample";
+        if (bytesOf(inProgram) == bytesOf(sample(name))) continue;  // other tests may be reading it
+        ADD_FAILURE() << "it has saved over a sample";
         writeBytes(inProgram, bytesOf(sample(name)));
     }
 }
