@@ -23,8 +23,10 @@ std::string nameOf(const QWidget& window) {
     return name.empty() ? withoutName : name;
 }
 
-// The code page of the schemes, as far as the monkey's letters go.
+// What a cell shows of a text: its first thousand bytes, in the code page of the schemes, as far as the monkey's letters
+// go.
 std::string decoded(std::string_view bytes) {
+    bytes = bytes.substr(0, 1000);
     auto characters = QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
     return characters.replace(QChar(0x80), QChar(0x20AC)).toStdString();
 }
@@ -78,6 +80,9 @@ std::string Monkey::invent() {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     // The list of completions offers files of the program's folder: nothing is to be saved there.
     if (qobject_cast<QFileDialog*>(dialog) && QApplication::activePopupWidget()) return key({Qt::Key_Escape});
+    const auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu && menu->activeAction() && menu->activeAction()->objectName() == QLatin1String("mnuExit"))
+        return key({Qt::Key_Escape});
     if (QApplication::activePopupWidget())
         return key({Qt::Key_Down, Qt::Key_Up, Qt::Key_Return, Qt::Key_Escape, Qt::Key_Right, Qt::Key_Left, Qt::Key_A,
                     Qt::Key_E, Qt::Key_D, Qt::Key_F, Qt::Key_O});
@@ -245,6 +250,9 @@ void Monkey::make(QWidget& window, const std::string& verb, std::istream& what) 
     } else if (verb == "enter") {
         what >> word;
         auto& name = find<QLineEdit>(window, "fileNameEdit");
+        // Without the keyboard in the name, Qt would change it to the names of the files that are selected.
+        activate(window);
+        name.setFocus();
         name.setText(text((folder_ / word).string()));
         QTest::keyClick(&name, Qt::Key_Return);
     } else if (verb == "resize") {
@@ -290,7 +298,11 @@ void Monkey::check() {
             for (int column = 0; column < 8; ++column)
                 nodes.back() += (column == 0 ? "" : "|") + cell(grid, row, column);
         }
-        for (const auto& node : navs.NewEnum()) expected.push_back(decoded(rowOf(*node)));
+        for (const auto& node : navs.NewEnum())
+            expected.push_back(std::to_string(node->ID) + "|" + decoded(node->descriptionIs.view()) + "|" +
+                               decoded(node->typeIs().view()) + "|" + std::to_string(node->parentIs) + "|" +
+                               decoded(node->queryIs().view()) + "|" + decoded(node->parmIs().view()) + "|" +
+                               decoded(node->iconIs.view()) + "|" + decoded(node->roleIs.view()));
         EXPECT_EQ(nodes, expected);
     }
 
