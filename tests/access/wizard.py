@@ -90,6 +90,8 @@ def row_count(grid):
 def grid_row(grid, row):
     """The joined texts of a row's cells, and the description of each."""
     cells = [Atspi.Table.get_accessible_at(grid, row, column) for column in range(Atspi.Table.get_n_columns(grid))]
+    if None in cells:
+        raise Failure(f"row {row} is going away")
     return "|".join(name(cell) for cell in cells), {cell.get_description() for cell in cells}
 
 
