@@ -169,6 +169,9 @@ class Checks:
     def the_shop_in_mariadb(self):
         self.in_server(servers.MariaDB, "mariadb-server-core")
 
+    def the_shop_over_odbc(self):
+        self.in_server(servers.PostgreSQLOverODBC, "postgresql or odbc-postgresql")
+
     def in_server(self, server_class, package):
         if not server_class.folder_of_programs():
             raise Skipped(f"{package} is not installed")

@@ -85,6 +85,20 @@ class PostgreSQL(Server):
             self.run(*psql, stdin=script)
 
 
+class PostgreSQLOverODBC(PostgreSQL):
+    undoes = False
+
+    @staticmethod
+    def folder_of_programs():
+        drivers = pathlib.Path("/etc/odbcinst.ini")
+        has_driver = drivers.exists() and "[PostgreSQL Unicode]" in drivers.read_text()
+        return PostgreSQL.folder_of_programs() if has_driver else None
+
+    def make(self):
+        super().make()
+        self.address = f"odbc:DRIVER={{PostgreSQL Unicode}};Servername={self.folder};Database=postgres;UID=wizard"
+
+
 class MariaDB(Server):
     NAME, END, undoes = "mariadb", signal.SIGTERM, False
 
