@@ -97,6 +97,9 @@ leave
 say "pelmo-scheme: checks, finds and renumbers"
 quiet inside apt-get satisfy -y --no-install-recommends "$(dpkg-deb -f "$scheme" Depends)"
 cp samples/XST*.txt "$root$home"
+cp samples/shop.sql "$root$home"
+quiet inside apt-get satisfy -y --no-install-recommends "$(dpkg-deb -f "$scheme" Recommends), sqlite3"
+as_user 'sqlite3 shop.db < shop.sql'
 list_files >"$folder/before"
 inside dpkg -i /scheme.deb >&2
 [[ $(inside dpkg --verify pelmo-scheme) == '' ]] || fail "files differ from those of the package"
@@ -105,6 +108,23 @@ as_user 'pelmo-scheme check XST1.txt XST2.txt' >"$folder/found" || fail "the sam
 as_user 'pelmo-scheme check XST1-faults.txt XST2-faults.txt' >"$folder/found" && fail "no fault is found"
 grep -q 'XST1-faults.txt:[0-9]*: error: ' "$folder/found" || fail "no place is named"
 as_user 'mkdir new && pelmo-scheme renumber XST1.txt XST2.txt -o new && cmp XST1.txt new/XST1.txt && rm -r new'
+
+say "pelmo-scheme: looks at the sample database, and shows it to a browser"
+as_user 'pelmo-scheme verify XST1.txt XST2.txt --db sqlite:shop.db' >"$folder/found" || fail "the queries do not fit"
+if grep -v '\[folder-elsewhere\]$' "$folder/found"; then fail "there is something to find in the sample database"; fi
+"${enter[@]}" "${as[@]}" 'cd && exec pelmo-scheme preview XST1.txt XST2.txt --db sqlite:shop.db --no-browser' >"$folder/address" 2>&1 &
+wizard=$!
+for ((i = 0; i < 100; ++i)); do grep -q '^http' "$folder/address" && break; sleep 0.1; done
+python3 - "$(head -n 1 "$folder/address")" <<'END' || fail "the preview shows no page"
+import http.cookiejar, sys, urllib.request
+browser = urllib.request.build_opener(urllib.request.HTTPCookieProcessor(http.cookiejar.CookieJar()))
+page = browser.open(sys.argv[1], timeout=10).read().decode()
+if "Data Browser" not in page or "Hire desk" not in page:
+    sys.exit(page)
+END
+kill "$wizard" && wait "$wizard" 2>/dev/null || true
+wizard=''
+
 inside apt-get purge -y pelmo-scheme >&2
 list_files >"$folder/after"
 diff "$folder/before" "$folder/after" >&2 || fail "the package of pelmo-scheme left a trace"
