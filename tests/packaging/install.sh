@@ -122,7 +122,7 @@ page = browser.open(sys.argv[1], timeout=10).read().decode()
 if "Data Browser" not in page or "Wheel and Spanner" not in page:  # the name of the shop is in the database
     sys.exit(page)
 END
-kill "$wizard" && wait "$wizard" 2>/dev/null || true
+{ kill -KILL "$wizard" && wait "$wizard"; } 2>/dev/null || true # unshare ignores gentler signals
 wizard=''
 
 inside apt-get purge -y pelmo-scheme >&2
