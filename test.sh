@@ -31,7 +31,7 @@ run() { # PRESET [CTEST_OPTION...]
         local code=$?
         say "what failed"
         # Of test programs that run many tests, only the failures.
-        grep -A 12 -e ': Failure$' -e '^\[  FAILED  \]' "build/$1/Testing/Temporary/LastTest.log" | tail -n 150
+        grep -A 12 -e ': Failure$' -e '^\[  FAILED  \]' "build/$1/Testing/Temporary/LastTest.log" | tail -n 150 || true
         exit "$code"
     }
 }
