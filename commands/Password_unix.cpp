@@ -42,6 +42,12 @@ class SilentTerminal {
     bool isSilent_ = false;
 };
 
+// A character of UTF-8 has a first byte, and up to three that begin with the bits 10.
+void removeLastCharacter(std::string& line) {
+    while (!line.empty() && (static_cast<unsigned char>(line.back()) & 0xC0U) == 0x80U) line.pop_back();
+    if (!line.empty()) line.pop_back();
+}
+
 // Returns the key that ended it.
 char readLine(const SilentTerminal& terminal, std::string& line) {
     char key = endOfInput;
@@ -50,8 +56,8 @@ char readLine(const SilentTerminal& terminal, std::string& line) {
             line.clear();
         else if (key != backspace && key != deleted)
             line += key;
-        else if (!line.empty())
-            line.pop_back();
+        else
+            removeLastCharacter(line);
     }
     return key;
 }
