@@ -10,6 +10,7 @@
 #include <climits>
 #include <csignal>
 #include <functional>
+#include <utility>
 
 #include "Faults.h"
 #include "model/FileWriter.h"
@@ -195,11 +196,15 @@ TYPED_TEST(SaveFault, BeyondTheSizeLimitIsNotTheEndOfTheProgram) {
         std::signal(SIGXFSZ, SIG_DFL);
         TypeParam scheme;
         fill(scheme, std::size_t{1} << 20);
-        const rlimit limit{4096, 4096};
+        rlimit limit{};
+        getrlimit(RLIMIT_FSIZE, &limit);
+        const auto before = std::exchange(limit.rlim_cur, 4096);
         if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(2);
         const bool saved = scheme.SaveData(this->file_);
         const bool isDefaultAgain = std::signal(SIGXFSZ, SIG_DFL) == SIG_DFL;
-        if (__gcov_exit) __gcov_exit();
+        limit.rlim_cur = before;
+        setrlimit(RLIMIT_FSIZE, &limit);
+        if (__gcov_exit) __gcov_exit();  // writes files larger than that limit
         _exit(saved ? 1 : isDefaultAgain ? 0 : 3);
     }
     int status = -1;
