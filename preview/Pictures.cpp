@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdint>
+#include <utility>
 
 #include "database/PictureBytes.h"
 
@@ -88,7 +89,9 @@ std::string problemWithFile(const std::string& path) {
 }  // namespace
 
 void Pictures::beginPage(std::string_view tab) {
-    std::erase_if(pages_, [&](const Page& page) { return page.tab == tab; });
+    std::erase_if(pages_, [&, isKept = true](const Page& page) mutable {
+        return page.tab == tab && !std::exchange(isKept, false);
+    });
     pages_.push_front({std::string(tab), {}});
     if (pages_.size() > mostPages) pages_.pop_back();
 }

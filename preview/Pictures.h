@@ -16,12 +16,13 @@
 class Pictures {
   public:
     static constexpr std::size_t mostBytes = std::size_t{10} << 20;  ///< of one picture
-    static constexpr std::size_t mostPages = 8;                      ///< whose pictures are kept, one for each tab
+    static constexpr std::size_t mostPages = 16;                     ///< whose pictures are kept, two for each tab
 
     /// @param newName returns another name on each call that nobody can guess, fit for an address
     explicit Pictures(std::function<std::string()> newName) : newName_(std::move(newName)) {}
 
-    /// From now on, pictures belong to a new page of this tab of the browser; those of its last page are gone.
+    /// From now on, pictures belong to a new page of this tab of the browser. Those of the page before are kept, as
+    /// the browser may still ask for them; those of the pages before that are gone.
     void beginPage(std::string_view tab);
 
     /// A picture that was added to the page, or why there is none.

@@ -59,9 +59,12 @@ TEST(PreviewPictures, OfAnEarlierPageAreGone) {
     pictures.beginPage("second");
     EXPECT_TRUE(pictures.find("name1")) << "the page of another tab is still there";
     pictures.beginPage("first");
-    EXPECT_FALSE(pictures.find("name1"));
+    EXPECT_TRUE(pictures.find("name1")) << "the browser may still show the page before";
     (void)pictures.addBytes(gif);
-    for (int tab = 0; tab < 7; ++tab) pictures.beginPage(std::to_string(tab));
+    pictures.beginPage("first");
+    EXPECT_FALSE(pictures.find("name1"));
+    EXPECT_TRUE(pictures.find("name2"));
+    for (int tab = 0; tab < 14; ++tab) pictures.beginPage(std::to_string(tab));
     EXPECT_TRUE(pictures.find("name2"));
     pictures.beginPage("one more");
     EXPECT_FALSE(pictures.find("name2"));
