@@ -85,8 +85,10 @@ std::string Site::pageOf(const TreeNode& node, const std::string& tab) {
     return html.text();
 }
 
-// The first page has all but the branches of the tree, so that it takes one request.
+// The first page has all but the branches of the tree, so that it takes one request. Whoever loads it again may have
+// changed the queries of the database.
 Answer Site::frame() {
+    findings_.reset();
     const auto root = tree().root();
     Html html;
     html << "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"

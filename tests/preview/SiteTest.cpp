@@ -14,6 +14,7 @@ struct MadeSite {
     std::string problem;
     std::string title = "Welcome";
     std::string day = "05-Mar-2026";
+    std::string parameterKind = "Today";
     int verified = 0;
     Site site{settings(), database};
 
@@ -36,7 +37,7 @@ struct MadeSite {
     void load(clsNavSchemes& navs) const {
         if (!problem.empty()) throw std::runtime_error(problem);
         navs.Add(makeNode(1, 0, "F", "Data Browser"));
-        navs.Add(makeNode(2, 1, "G", "Customers", "spG_Customers", "Today"));
+        navs.Add(makeNode(2, 1, "G", "Customers", "spG_Customers", parameterKind));
         navs.Add(makeNode(3, 2, "N", "A customer"));
         const auto add = [&](std::int32_t id, std::int32_t node, const Text& type, const Text& query) {
             auto paragraph = makeParagraph(id, node, 1, title);
@@ -102,6 +103,12 @@ TEST(PreviewSite, PassesTheDayOnThatItIs) {
 
 TEST(PreviewSite, SaysWhyThereIsNothingBelow) {
     MadeSite made;
+    made.parameterKind = "Week";
+    made.site.reload();
+    EXPECT_EQ(json::parse(made.post("/branch", customers).body)["error"],
+              "This node names no query, or its parameter kind is none that is read.");
+    made.parameterKind = "Today";
+    made.site.reload();
     EXPECT_EQ(json::parse(made.post("/branch", customers).body)["error"], "There is no view spG_Customers.");
     made.database.unreachable = "The connection was lost.";
     EXPECT_EQ(json::parse(made.post("/branch", customers).body)["error"], "The connection was lost.");
@@ -118,7 +125,10 @@ TEST(PreviewSite, AnswersWithThePageOfAGeneratedNodeAndItsPicture) {
     EXPECT_EQ(picture.body, gif);
     EXPECT_EQ(made.get("/picture/name2").status, 404);
     (void)made.post("/page", customer);
-    EXPECT_EQ(made.get("/picture/name1").status, 404) << "the page was made anew";
+    EXPECT_EQ(made.get("/picture/name1").status, 200) << "the browser may still show the page before";
+    EXPECT_EQ(made.get("/picture/name2").status, 200);
+    (void)made.post("/page", customer);
+    EXPECT_EQ(made.get("/picture/name1").status, 404) << "the page was made anew twice";
     EXPECT_EQ(made.get("/picture/name2").status, 200);
 }
 
@@ -162,6 +172,14 @@ TEST(PreviewSite, LooksUpFindingsOnceForEachScheme) {
     EXPECT_EQ(made.post("/page", customers).body.find(words), std::string::npos);
     (void)made.get("/findings");
     EXPECT_EQ(made.verified, 2);
+}
+
+TEST(PreviewSite, LooksUpFindingsAnewWhenItIsLoadedAgain) {
+    MadeSite made;
+    (void)made.get("/findings");
+    EXPECT_EQ(made.get("/").body.find("class=findings"), std::string::npos);
+    (void)made.get("/findings");
+    EXPECT_EQ(made.verified, 2) << "the database may have changed";
 }
 
 TEST(PreviewSite, HasNoFindingsWhileTheDatabaseCannotBeReached) {
