@@ -70,7 +70,7 @@ struct FieldOf {
     }
 };
 
-// In bytes of the files' code page.
+// In bytes of the files' code page, but for queries: a database has UTF-8.
 struct WordsOf {
     std::string operator()(const FileFinding& found) const { return found.words(); }
     std::string operator()(const NavFinding& found) const {
@@ -83,7 +83,7 @@ struct WordsOf {
         appendFinding(lines, found);
         return asOneLine(std::move(lines));
     }
-    std::string operator()(const QueryFinding&) const { return {}; }  // its words are none of the code page
+    std::string operator()(const QueryFinding& found) const { return found.words; }
 };
 
 // Examines the bytes before loading changes them.
@@ -109,16 +109,18 @@ std::string_view Problem::field() const {
 }
 
 std::string Problem::words() const {
-    const auto* const query = std::get_if<QueryFinding>(&finding);
-    return query ? query->words : toUtf8(bytesOfWords());
+    return isOfQuery() ? rawWords() : toUtf8(rawWords());
 }
 
 std::string Problem::shownWords() const {
-    const auto* const query = std::get_if<QueryFinding>(&finding);
-    return query ? shownName(query->words) : shown(bytesOfWords());
+    return isOfQuery() ? shownName(rawWords()) : shown(rawWords());
 }
 
-std::string Problem::bytesOfWords() const {
+bool Problem::isOfQuery() const {
+    return std::holds_alternative<QueryFinding>(finding);
+}
+
+std::string Problem::rawWords() const {
     return std::visit(WordsOf(), finding);
 }
 

@@ -32,7 +32,8 @@ struct Problem {
     [[nodiscard]] std::string shownWords() const;
 
   private:
-    [[nodiscard]] std::string bytesOfWords() const;
+    [[nodiscard]] bool isOfQuery() const;
+    [[nodiscard]] std::string rawWords() const;
 };
 
 /// All that is found in one file or both.

@@ -54,7 +54,7 @@ class SqlDatabase : public Database {
     [[nodiscard]] QSqlDatabase connection() const { return QSqlDatabase::database(connectionName_, false); }
 
     /// Statements that prepare a new connection. @throws DatabaseError
-    virtual void prepareConnection() {}
+    virtual void prepareConnection() = 0;
     /// Whether the words of a failed connection mean that a password is missing or wrong.
     [[nodiscard]] virtual bool isAboutPassword(const QSqlError& error) const = 0;
     /// Whether a connection that was open can be gone.

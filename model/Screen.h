@@ -31,9 +31,7 @@ inline constexpr int buttonRight = 2;
 // shows nothing; the schemes pass that on as `NotDrawn`.
 
 /// A redraw ran out of memory. The schemes are consistent: the change that led to the redraw is complete.
-struct NotDrawn final : std::bad_alloc {
-    [[nodiscard]] const char* what() const noexcept override { return "no memory for a redraw"; }
-};
+struct NotDrawn final : std::bad_alloc {};
 
 /// Runs a step of a scheme that draws, and throws `NotDrawn` if it runs out of memory.
 template <class Step>

@@ -46,9 +46,9 @@ std::string shownCell(const Cell& cell, const ColumnLook& look) {
         case Cell::Kind::Null: return {};
         case Cell::Kind::Number: return padded(cell.text, look.decimals);
         case Cell::Kind::Text: return shownText(cell.text);
-        case Cell::Kind::Bytes: return "(" + counted(cell.text.size(), "byte", "bytes") + ")";
+        case Cell::Kind::Bytes: break;
     }
-    return {};
+    return "(" + counted(cell.text.size(), "byte", "bytes") + ")";
 }
 
 void addCell(Html& html, const Cell& cell, const ColumnLook& look) {
