@@ -96,6 +96,19 @@ TEST(Program, SaysWhatIsWrongWithAFile) {
                       sampleNodes + ":1: this is a file of table XST1, not of XST2");
 }
 
+#ifdef WIZARD_DATABASE
+TEST(Program, TellsThePreviewAndVerifyWhatTheirFilesMayNotBe) {
+    const auto previewed = [](const std::string& nodes, const std::string& paragraphs) {
+        return pelmo({"preview", nodes, paragraphs, "--db", "sqlite:/nowhere.db"});
+    };
+    const std::string words = "the preview reads its files again and again, which the standard input does not allow";
+    expectRefused(previewed("-", sampleParagraphs), words);
+    expectRefused(previewed(sampleNodes, "-"), words);
+    expectRefused(pelmo({"verify", "-", "-", "--db", "sqlite:/nowhere.db"}),
+                  "only one of the files can be the standard input");
+}
+#endif
+
 TEST(Program, SaysThatAFileMayNotBeRead) {
     const TempFolder folder(std::filesystem::temp_directory_path());
     const auto name = writeBytes(folder / "secret.txt", "1,a,F,0,,,,\n");

@@ -195,7 +195,8 @@ TEST(PostgreSqlDatabase, FindsFunctionsAndViewsOfTheUser) {
         "CREATE VIEW spW_View AS SELECT 1 AS \"ID\", true AS b, date '2026-03-05' AS d, 2.50::numeric AS n, "
         "0.1::float8 "
         "AS f,\n"
-        "    timestamp '2026-03-05 12:30:00' AS t, '\\x00ff'::bytea AS y, NULL AS z, 'a''b'::text AS s;\n");
+        "    timestamp '2026-03-05 12:30:00' AS t, '\\x00ff'::bytea AS y, NULL AS z, 'a''b'::text AS s,\n"
+        "    time '09:05:07' AS u;\n");
     const auto database = shop.open();
     EXPECT_EQ(rowOf(runOnce(*database, "spW_Two", "Lkey", {.key = "42", .text = ""})), "|42|x");
     EXPECT_EQ(rowOf(runOnce(*database, "SPW_TWO 7", "Text", {.text = "it's; \\"})), "|7|it's; \\");
@@ -210,7 +211,7 @@ TEST(PostgreSqlDatabase, FindsFunctionsAndViewsOfTheUser) {
     }
     const auto view = runOnce(*database, "spW_View");
     const std::string bytes("\0\xFF", 2);
-    EXPECT_EQ(rowOf(view), "|1|true|2026-03-05|2.50|0.1|2026-03-05 12:30:00|" + bytes + "||a'b");
+    EXPECT_EQ(rowOf(view), "|1|true|2026-03-05|2.50|0.1|2026-03-05 12:30:00|" + bytes + "||a'b|09:05:07");
     EXPECT_EQ(view.rows.at(0).at(3).kind, Cell::Kind::Number);
     EXPECT_EQ(view.rows.at(0).at(6).kind, Cell::Kind::Bytes);
     EXPECT_EQ(view.rows.at(0).at(7).kind, Cell::Kind::Null);
@@ -252,10 +253,54 @@ TEST(PostgreSqlDatabase, PromisesNothingWhereASequenceBelongsToAnotherUser) {
     EXPECT_FALSE(Database::open("postgresql://plain@/postgres")->canUndo());
 }
 
+TEST(PostgreSqlDatabase, RunsNoActionWhereASequenceCannotBeKept) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const PostgreSQLForUs shop;
+    shop.server.run(
+        "CREATE TABLE Log(ID serial, what text);\n"
+        "CREATE FUNCTION spW_Log() RETURNS void LANGUAGE sql AS $$ INSERT INTO Log(what) VALUES('a') $$;\n"
+        "CREATE FUNCTION refuse() RETURNS event_trigger LANGUAGE plpgsql AS $$ BEGIN RAISE 'not today'; END $$;\n"
+        "CREATE EVENT TRIGGER refused ON ddl_command_start WHEN TAG IN ('ALTER SEQUENCE') EXECUTE FUNCTION "
+        "refuse();\n");
+    const auto log = runOnce(*shop.open(), "spW_Log", "", {}, true);
+    const std::string words = "It is not run, since the sequences cannot be kept as they are: ERROR:  not today";
+    EXPECT_EQ(log.error.substr(0, words.size()), words);
+    EXPECT_EQ(shop.server.run("SELECT last_value, is_called FROM log_id_seq;"), "1|f\n");
+}
+
+TEST(PostgreSqlDatabase, TakesSettingsFromItsAddress) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const PostgreSQLForUs shop;
+    const std::string host = std::getenv("PGHOST");
+    const Environment elsewhere("PGHOST", "/nowhere");
+    for (const std::string option : {"host", "socket"}) {
+        const auto database =
+            Database::open("postgresql://wizard@/postgres?" + option + "=" + host + "&application_name=it's%20ours");
+        EXPECT_EQ(shop.server.run("SELECT count(*) FROM pg_stat_activity WHERE application_name = 'it''s ours';"),
+                  "1\n")
+            << option;
+    }
+}
+
+TEST(PostgreSqlDatabase, SaysThatItCannotBeReachedAgain) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    auto shop = std::make_unique<PostgreSQLForUs>();
+    const auto database = shop->open();
+    shop = nullptr;
+    try {
+        const DatabasePage page(*database);
+        ADD_FAILURE() << "the server has ended";
+    } catch (const DatabaseError& error) {
+        const std::string words = "The connection to the database was lost, and cannot be made again: ";
+        EXPECT_EQ(std::string(error.what()).substr(0, words.size()), words);
+    }
+}
+
 namespace {
 
 std::string asksFor;
 
+// Wrong the first time.
 std::string answer() {
     asksFor += "asked ";
     return asksFor.size() > 7 ? "tiger" : "wrong";
@@ -274,18 +319,64 @@ std::string whyNot(const std::string& address, std::string (*askPassword)()) {
     return {};
 }
 
+// Asked until it is right, not at all where the environment has it, and not again where there is no answer.
+void expectPasswordAskedFor(const std::string& address, const std::string& refusal, const std::string& variable) {
+    const auto refused = whyNot(address, noAnswer);
+    EXPECT_NE(refused.find(refusal), std::string::npos) << refused;
+    asksFor.clear();
+    EXPECT_EQ(whyNot(address, answer), "");
+    EXPECT_EQ(asksFor, "asked asked ");
+    const Environment password(variable, "tiger");
+    EXPECT_EQ(whyNot(address, nullptr), "");
+}
+
 }  // namespace
+
+TEST(PostgreSqlDatabase, AsksForThePasswordUntilItIsRight) {
+    if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
+    const PostgreSQLForUs shop;
+    const auto rules = shop.server.run("SHOW hba_file;");
+    shop.server.run(
+        "CREATE ROLE guarded LOGIN PASSWORD 'tiger';\n"
+        "COPY (VALUES ('local all guarded scram-sha-256'), ('local all all trust')) TO '" +
+        rules.substr(0, rules.size() - 1) + "';\nSELECT pg_reload_conf() \\g /dev/null\n");
+    expectPasswordAskedFor("postgresql://guarded@/postgres", "no password supplied", "PGPASSWORD");
+    if (bytesOf("/etc/odbcinst.ini").find("[PostgreSQL Unicode]") == std::string::npos)
+        GTEST_SKIP() << "odbc-postgresql is not installed";
+    expectPasswordAskedFor("odbc:DRIVER={PostgreSQL Unicode};Servername=" + std::string(std::getenv("PGHOST")) +
+                               ";Database=postgres;UID=guarded",
+                           "no password supplied", "PGPASSWORD");
+}
 
 TEST(MariaDbDatabase, AsksForThePasswordUntilItIsRight) {
     if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
     const MariaDBForUs shop;
     shop.server.run("CREATE USER guarded IDENTIFIED BY 'tiger'; GRANT ALL ON test.* TO guarded;");
-    const auto refused = whyNot("mariadb://guarded@/test", noAnswer);
-    EXPECT_NE(refused.find("Access denied for user 'guarded'"), std::string::npos) << refused;
-    EXPECT_EQ(whyNot("mariadb://guarded@/test", answer), "");
-    EXPECT_EQ(asksFor, "asked asked ");
-    const Environment password("MYSQL_PWD", "tiger");
-    EXPECT_EQ(whyNot("mariadb://guarded@/test", nullptr), "");
+    expectPasswordAskedFor("mariadb://guarded@/test", "Access denied for user 'guarded'", "MYSQL_PWD");
+}
+
+TEST(MariaDbDatabase, ConnectsAgainForTheNextPage) {
+    if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
+    const MariaDBForUs shop;
+    shop.server.run("CREATE USER reader; GRANT ALL ON test.* TO reader;");
+    const auto database = Database::open("mariadb://reader@/test");
+    for (const bool isAction : {false, true}) {
+        const DatabasePage page(*database);
+        shop.server.run("KILL USER reader;");
+        const auto lost = database->run(*callOf("spG_Suppliers", "", {}, ""), isAction, {});
+        EXPECT_NE(lost.error.find("has gone away"), std::string::npos) << lost.error;
+    }
+    EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "");
+}
+
+TEST(MariaDbDatabase, SaysThatAValueIsTooLong) {
+    if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
+    const MariaDBForUs shop;
+    shop.server.run("CREATE PROCEDURE spW_One(a longtext) SELECT 1 AS ID;\nSET GLOBAL max_allowed_packet = 4096;\n");
+    const auto database = shop.open();
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_One", "Text", {.text = "short"})), "|1");
+    EXPECT_NE(runOnce(*database, "spW_One", "Text", {.text = std::string(100'000, 'x')}).error, "");
+    EXPECT_EQ(rowOf(runOnce(*database, "spW_One", "Text", {.text = "short"})), "|1") << "on the next page";
 }
 
 TEST(MariaDbDatabase, CallsProceduresAndViewsOfTheUser) {
@@ -318,7 +409,11 @@ TEST(OdbcDatabase, CallsFunctionsThroughADriver) {
         GTEST_SKIP() << "odbc-postgresql is not installed";
     const PostgreSQLForUs shop;
     shop.server.run(
-        "CREATE FUNCTION spW_Broken() RETURNS TABLE (\"ID\" integer) LANGUAGE sql AS $$ SELECT 1 / 0 $$;\n");
+        "CREATE FUNCTION spW_Broken() RETURNS TABLE (\"ID\" integer) LANGUAGE sql AS $$ SELECT 1 / 0 $$;\n"
+        "CREATE TABLE Log(what text);\n"
+        "CREATE FUNCTION spW_Log() RETURNS void LANGUAGE sql AS $$ INSERT INTO Log VALUES('a') $$;\n"
+        "CREATE FUNCTION spW_LogRows() RETURNS TABLE (\"ID\" bigint) LANGUAGE sql AS $$ SELECT count(*) FROM Log "
+        "$$;\n");
     const auto before = shop.dump();
     {
         const auto database =
@@ -336,6 +431,8 @@ TEST(OdbcDatabase, CallsFunctionsThroughADriver) {
         EXPECT_EQ(call("spG_Suppliers").error, "") << "after one that failed";
         EXPECT_EQ(call("spW_Nowhere").error, "There is no procedure spW_Nowhere that can be called.");
         EXPECT_EQ(call("spG_Suppliers()};").error, "There is no procedure spG_Suppliers()}; that can be called.");
+        EXPECT_EQ(database->run(*callOf("spW_Log", "", {}, ""), true, {}).error, "");
+        EXPECT_EQ(rowOf(call("spW_LogRows")), "|1") << "later queries of the page see what it did";
     }
     EXPECT_TRUE(shop.dump() == before) << "the dump differs";
 }

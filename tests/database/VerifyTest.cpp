@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <unistd.h>
+
 #include "tests/commands/Commands.h"
 #include "tests/database/MariaDB.h"
 #include "tests/database/Pages.h"
@@ -230,6 +232,11 @@ TEST(Verify, RefusesWhatItCannotUse) {
         EXPECT_TRUE(message.starts_with("pelmo-scheme: The address of the database holds a password, ")) << message;
         EXPECT_EQ(message.find("ger"), std::string::npos) << message;
     }
+    EXPECT_EQ(refused({"--db", "postgresql://localhost/shop?colour=red"}),
+              "pelmo-scheme: The address of the database has an option that is not known; those known are host, "
+              "socket, service, sslmode, sslcert, sslkey, sslrootcert, connect_timeout and application_name.\n");
+    EXPECT_EQ(refused({"--db", "mariadb://localhost/shop?socket=a;b"}).substr(0, 66),
+              "pelmo-scheme: The address of the database has an option that is no");
     EXPECT_EQ(refused({"--db", "sqlite:" + sampleNodes, "--today", "5.3.2026"}),
               "pelmo-scheme: --today takes a day such as 2026-03-05\n");
     EXPECT_NE(refused({}).find("--db is required"), std::string::npos);
@@ -290,9 +297,30 @@ TEST(Verify, RunsNoActionInMariaDBUnlessItIsTold) {
     const auto told = verify({"--run-actions"});
     EXPECT_EQ(told.status, 0);
     EXPECT_EQ(withoutNotes(told.out), "");
-    server.run("DROP PROCEDURE spW_HireRates;\nCREATE PROCEDURE spW_HireRates(a int) SELECT a AS ID;\n");
+    server.run(
+        "DROP PROCEDURE spW_HireRates;\nCREATE PROCEDURE spW_HireRates(a int) SELECT a AS ID;\n"
+        "DROP PROCEDURE spW_MoneyOwed;\nCREATE PROCEDURE spW_MoneyOwed(a text) SET @seen = 1;\n");
     EXPECT_EQ(withoutNotes(verify({"--run-actions"}).out),
               sampleParagraphs +
                   ":4: error: queryIs: spW_HireRates takes 1 value, and is called with 0, the parameter included. "
-                  "[query-arguments]\n");
+                  "[query-arguments]\n" +
+                  sampleParagraphs + ":91: error: queryIs: The query returns no fields. [first-field]\n");
+}
+
+TEST(Verify, SaysThatTheDatabaseIsLocked) {
+    if (!Sqlite::isThere()) GTEST_SKIP() << "sqlite3 is not installed";
+    const Seeded shop;
+    const auto file = shop.folder() + "/shop.db";
+    const auto isLocked = shop.folder() + "/locked";
+    const auto isWaiting = writeBytes(shop.folder() + "/waiting", "").string();
+    const Background other({"sh", "-c",
+                            "(echo 'BEGIN IMMEDIATE;\n.shell touch " + isLocked + "'; while [ -e " + isWaiting +
+                                " ]; do sleep 0.1; done) | exec sqlite3 -batch " + file},
+                           shop.folder() + "/log", As::Caller);
+    for (int i = 0; i < 300 && !std::filesystem::exists(isLocked); ++i) usleep(100'000);
+    const auto ran = shop.verify();
+    EXPECT_EQ(ran.status, 2);
+    EXPECT_EQ(ran.out, "");
+    EXPECT_EQ(ran.err, "pelmo-scheme: The database cannot be read now: database is locked\n");
+    std::filesystem::remove(isWaiting);
 }

@@ -138,6 +138,30 @@ TEST(AllocationFault, AddingDoesAllOrNothing) {
     expectAllOrNothing("Add of a paragraph", [&](clsNavSchemes& navs) { navs.oWebs.Add(paragraph); });
 }
 
+// A file for which there is too little memory counts as one that cannot be read.
+TEST(AllocationFault, LoadingGivesTheWholeFileOrNothing) {
+    const TempFolder folder;
+    const auto nodes = writeBytes(folder / "nodes", "1,Root,F,0\r\n2,a node with a longer text,F,1\r\n");
+    const auto paragraphs = writeBytes(folder / "paragraphs", "1,2,1,a title that is longer,spW_Longer,,T\r\n");
+    int failures = 0;
+    for (int requests = 0; requests < 10'000; ++requests) {
+        clsNavSchemes navs;
+        addNodes(navs, {{7, 0}});
+        addParagraphs(navs.oWebs, {{7, 7}});
+        const auto result = run(requests, navs, [&](clsNavSchemes& schemes) {
+            ASSERT_TRUE(schemes.LoadData(nodes));
+            requestsLeft = requests;
+            ASSERT_TRUE(schemes.oWebs.LoadData(paragraphs));
+        });
+        ASSERT_EQ(result, finished);
+        ASSERT_TRUE(navs.Count() == 0 || linksOf(navs) == "1<0 2<1") << requests << ": " << linksOf(navs);
+        ASSERT_TRUE(navs.oWebs.Count() == 0 || nodesOf(navs.oWebs) == "1>2") << requests;
+        if (navs.Count() == 2 && navs.oWebs.Count() == 1) break;
+        ++failures;
+    }
+    EXPECT_GT(failures, 5);
+}
+
 // If there is too little memory, it refuses and says so.
 TEST(AllocationFault, FusingDoesAllOrNothing) {
     for (const int id : {7, 4000}) {
@@ -161,6 +185,35 @@ TEST(AllocationFault, FusingDoesAllOrNothing) {
             EXPECT_EQ(rowsOf(scheme.navs), before) << requests;
             EXPECT_EQ(messages, Rows{"There is not enough memory. Changes not saved"});
         }
+    }
+}
+
+TEST(AllocationFault, FusingAParagraphDoesAllOrNothing) {
+    for (const int id : {7, 4000}) {
+        int refusals = 0;
+        for (int requests = 0; requests < 100; ++requests) {
+            Scheme scheme(false);
+            const auto before = rowsOf(scheme.navs.oWebs);
+            Rows messages;
+            scheme.navs.inform = [&](std::string_view message) {
+                requestsLeft = unlimited;
+                messages.emplace_back(message);
+            };
+            const auto paragraph = makeParagraph(id, 3, 1, "a title that is longer than most");
+            paragraph->queryIs = "spW_LongerThanMost";
+            bool stored = false;
+            EXPECT_EQ(run(requests, scheme.navs, [&](clsNavSchemes& navs) { stored = navs.FuseWeb(paragraph); }),
+                      finished);
+            if (stored) {
+                EXPECT_EQ(messages, Rows());
+                EXPECT_NE(rowsOf(scheme.navs.oWebs), before);
+                break;
+            }
+            ++refusals;
+            EXPECT_EQ(rowsOf(scheme.navs.oWebs), before) << requests;
+            EXPECT_EQ(messages, Rows{"There is not enough memory. Changes not saved"});
+        }
+        EXPECT_EQ(refusals > 0, id == 4000) << "only a new paragraph needs memory";
     }
 }
 

@@ -21,6 +21,10 @@ std::vector<int> numbers(std::size_t count) {
 
 }  // namespace
 
+TEST(LargeArray, MemoryOfOneCanBeFreedByAnother) {
+    EXPECT_TRUE(largeBlock::Allocator<int>() == largeBlock::Allocator<char>());
+}
+
 TEST(LargeArray, KeepsItsValuesWhileItGrowsAndIsCopiedAndMoved) {
     const auto expected = numbers(3 * mebibyte / sizeof(int) + 1);
     LargeArray<int> grown;

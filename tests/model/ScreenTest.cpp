@@ -89,6 +89,29 @@ TEST_F(Screened, NewSchemeDrawsTheTreeBeforeItClearsTheParagraphs) {
     EXPECT_EQ(screen.taken(), (Calls{"tree 1<0", "with 11>1 12>7 13>7", "grid 1<0", "paragraphs"}));
 }
 
+TEST_F(Screened, NewSchemeIsCompleteWhereItCannotBeDrawn) {
+    screen.tree.whenAsked = [] { throw std::bad_alloc(); };
+    EXPECT_THROW(navs.NewScheme(), NotDrawn);
+    EXPECT_EQ(linksOf(navs), "1<0");
+    EXPECT_EQ(navs.oWebs.Count(), 0);
+    EXPECT_EQ(screen.taken(), (Calls{"tree 1<0", "paragraphs"}));
+}
+
+TEST_F(Screened, DispAgainShowsTheSameParagraphs) {
+    navs.oWebs.DispInGrid(7);
+    navs.oWebs.DispAgain();
+    EXPECT_EQ(screen.taken(), (Calls{"paragraphs 12>7 13>7", "paragraphs 12>7 13>7"}));
+    addParagraphs(navs.oWebs, {{14, 99}});
+    navs.DispOrphans();
+    screen.calls.clear();
+    navs.oWebs.DispAgain();
+    EXPECT_EQ(screen.taken(), Calls{"paragraphs 14>0"});
+    navs.oWebs.DispInGrid(0);
+    screen.calls.clear();
+    navs.oWebs.DispAgain();
+    EXPECT_EQ(screen.taken(), Calls{"paragraphs 11>1 12>7 13>7 14>0"});
+}
+
 TEST_F(Screened, RenumberLetsTheParagraphsFollowBeforeItDrawsTheTree) {
     screen.tree.whenAsked = [this] { screen.calls.push_back("with " + nodesOf(navs.oWebs)); };
     EXPECT_TRUE(navs.Renumber());

@@ -55,6 +55,8 @@ TEST(PreviewPage, ShowsWhatFailsInItsPlaceAndTheRest) {
     scheme.add(3, 3, "Kind", "S", "spW_Good", "None");
     scheme.add(4, 4, "Type", "X", "spW_Good");
     scheme.add(5, 5, "Good", "S", "spW_Good");
+    scheme.database.results["spW_Void"] = made({}, {});
+    scheme.add(6, 6, "Void", "S", "spW_Void");
     const auto html = scheme.shown();
     EXPECT_EQ(between(html, "<h2>Bad</h2>", "<details>"), "<p class=error>There is no view spW_Bad.</p>");
     EXPECT_EQ(between(html, "<h2>None</h2>", "<details>"), "<p class=error>This paragraph has no query.</p>");
@@ -62,6 +64,7 @@ TEST(PreviewPage, ShowsWhatFailsInItsPlaceAndTheRest) {
               "<p class=error>The parameter kind &quot;None&quot; is none of those that there are.</p>");
     EXPECT_EQ(between(html, "<h2>Type</h2>", "<details>"),
               "<p class=error>There is no type &quot;X&quot; of paragraphs.</p>");
+    EXPECT_EQ(between(html, "<h2>Void</h2>", "<details>"), "<p class=error>The query returned no table.</p>");
     EXPECT_NE(between(html, "<h2>Good</h2>", "<details>").find("<td>here</td>"), std::string::npos);
 }
 
