@@ -65,7 +65,8 @@ Answer Site::answer(const Request& request) {
         return noSuchAddress();
     }
     if (path == "/") return frame();
-    if (path == "/findings") return findings();
+    if (path == "/findings/anew") findings_.reset();
+    if (path == "/findings" || path == "/findings/anew") return findings();
     if (path == "/version") return version();
     if (path.starts_with(pictureFolder)) return picture(path.substr(pictureFolder.size()));
     const auto* const asset = std::ranges::find(assets, path, &Asset::path);

@@ -168,6 +168,8 @@ async function show(item) {
     remembered.selected = { path: pathOf(item), node: nodes.get(item) };
     remember();
     await showPage(nodes.get(item), true);
+    // Somebody may have corrected the query since.
+    if (flawed.has(nodes.get(item).n)) await lookUpFindings("findings/anew");
 }
 
 let lastAsked = 0;
@@ -308,17 +310,20 @@ async function begin() {
     say("");
     if (isNode(nodes.get(selected), root)) remembered.selected = null;
     else await showPage(nodes.get(selected), true);
-    await lookUpFindings();
+    await lookUpFindings("findings");
 }
 
 // What does not fit in the queries is looked up when the first page is there: it takes longer.
-async function lookUpFindings() {
-    const found = JSON.parse(await ask("findings"));
+let countOfFindings = 0;
+async function lookUpFindings(address) {
+    const found = JSON.parse(await ask(address));
+    const before = countOfFindings;
+    countOfFindings = found.count;
     flawed = new Set(found.nodes);
-    if (found.count) say(found.count + (found.count === 1 ? " finding" : " findings") + " in the queries");
+    if (found.count !== before) say(found.count + (found.count === 1 ? " finding" : " findings") + " in the queries");
     tree.querySelectorAll("[role=treeitem]").forEach(mark);
     const now = tree.querySelector("[aria-selected=true]");
-    if (found.count && now) await showPage(nodes.get(now), false);
+    if ((found.count || before) && now) await showPage(nodes.get(now), false);
 }
 
 // Asks whether a file was saved, while somebody may be looking.
@@ -332,7 +337,7 @@ async function follow() {
     const selected = await build(root);
     await showPage(nodes.get(selected), false);
     say("Read again: a file was saved.");
-    await lookUpFindings();
+    await lookUpFindings("findings");
 }
 async function keepFollowing() {
     try {

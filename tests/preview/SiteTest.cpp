@@ -180,6 +180,10 @@ TEST(PreviewSite, LooksUpFindingsAnewWhenItIsLoadedAgain) {
     EXPECT_EQ(made.get("/").body.find("class=findings"), std::string::npos);
     (void)made.get("/findings");
     EXPECT_EQ(made.verified, 2) << "the database may have changed";
+    EXPECT_EQ(made.get("/findings/anew").body, R"({"count":1,"nodes":[2]})");
+    EXPECT_EQ(made.verified, 3);
+    (void)made.get("/findings");
+    EXPECT_EQ(made.verified, 3);
 }
 
 TEST(PreviewSite, HasNoFindingsWhileTheDatabaseCannotBeReached) {
