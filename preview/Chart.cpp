@@ -23,6 +23,13 @@ void addBar(Html& html, double value, double longest) {
     html << tens[permille / 100] << ones[permille / 10 % 10] << tenths[permille % 10] << "\"></span>";
 }
 
+// A short label, such as a month as "2026-12", stays in one line.
+void addLabel(Html& html, const std::string& label) {
+    constexpr std::size_t longestInOneLine = 12;
+    (label.size() > longestInOneLine ? html << "<tr><th scope=row>" : html << "<tr><th scope=row class=short>")
+        << Escaped(label) << "</th><td>";
+}
+
 std::optional<double> heightOf(const Cell& cell) {
     const bool canBe = cell.kind == Cell::Kind::Number || cell.kind == Cell::Kind::Text;
     return canBe ? numberIn(cell.text) : std::nullopt;
@@ -40,7 +47,7 @@ void addBars(Html& html, const QueryResult& result, const Axes& axes) {
     html << "<table class=bars><caption>" << Escaped(shownText(result.fields[axes.values])) << " by "
          << Escaped(shownText(result.fields[axes.labels])) << "</caption><tbody>";
     for (const auto& row : result.rows) {
-        html << "<tr><th scope=row>" << Escaped(shownCell(row[axes.labels], looks[axes.labels])) << "</th><td>";
+        addLabel(html, shownCell(row[axes.labels], looks[axes.labels]));
         const auto height = heightOf(row[axes.values]);
         if (height && longest > 0) addBar(html, *height, longest);
         html << "<span class=value>" << Escaped(shownCell(row[axes.values], looks[axes.values]))

@@ -106,16 +106,18 @@ TEST(PreviewChart, DrawsABarForEachRow) {
         shown("C", "1:2",
               made({"ID", "Hour", "Out", "Back"}, {{number("9"), text("9:00"), number("3"), number("0")},
                                                    {number("10"), text("10:00"), number("7"), number("1")},
-                                                   {number("11"), text("11:00"), number("0"), number("2")},
-                                                   {number("12"), text("12:00"), null, number("2")}}));
-    EXPECT_EQ(
-        html,
-        "<table class=bars><caption>Out by Hour</caption><tbody>"
-        "<tr><th scope=row>9:00</th><td><span class=\"bar t4 o2 p9\"></span><span class=value>3</span></td></tr>\n"
-        "<tr><th scope=row>10:00</th><td><span class=\"bar t10 o0 p0\"></span><span class=value>7</span></td></tr>\n"
-        "<tr><th scope=row>11:00</th><td><span class=\"bar t0 o0 p0\"></span><span class=value>0</span></td></tr>\n"
-        "<tr><th scope=row>12:00</th><td><span class=value></span></td></tr>\n"
-        "</tbody></table>");
+                                                   {number("11"), text("11:00 to noon"), number("0"), number("2")},
+                                                   {number("12"), text("12:00-13:00."), null, number("2")}}));
+    EXPECT_EQ(html,
+              "<table class=bars><caption>Out by Hour</caption><tbody>"
+              "<tr><th scope=row class=short>9:00</th><td><span class=\"bar t4 o2 p9\"></span><span "
+              "class=value>3</span></td></tr>\n"
+              "<tr><th scope=row class=short>10:00</th><td><span class=\"bar t10 o0 p0\"></span><span "
+              "class=value>7</span></td></tr>\n"
+              "<tr><th scope=row>11:00 to noon</th><td><span class=\"bar t0 o0 p0\"></span><span "
+              "class=value>0</span></td></tr>\n"
+              "<tr><th scope=row class=short>12:00-13:00.</th><td><span class=value></span></td></tr>\n"
+              "</tbody></table>");
 }
 
 TEST(PreviewChart, DrawsEachColumnAgainstTheFirstForAll) {
