@@ -89,9 +89,12 @@ SiteSettings siteSettings(const PreviewSettings& settings, Database& database) {
             .newName = randomName};
 }
 
-void openBrowser(const PreviewSettings& settings, const std::string& address) {
-    if (!QProcess::startDetached(QStringLiteral("xdg-open"), {QString::fromStdString(address)}))
-        settings.say("There is no xdg-open to open a browser with: open the address yourself.");
+// The browser may run on when the preview has ended. What it says about itself is not for this terminal.
+void openBrowser(const std::string& address) {
+    const auto script = QStringLiteral(
+        "xdg-open \"$1\" >/dev/null 2>&1 || echo 'No browser could be opened: open the address yourself.'");
+    QProcess::startDetached(QStringLiteral("/bin/sh"),
+                            {QStringLiteral("-c"), script, QStringLiteral("sh"), QString::fromStdString(address)});
 }
 
 }  // namespace
@@ -107,6 +110,6 @@ void servePreview(const PreviewSettings& settings, Database& database) {
     const Server server(randomName(), [&](const Request& request) { return site.answer(request); });
     const FileWatch watch({settings.nodes, settings.paragraphs}, [&] { site.reload(); });
     settings.say(server.address());
-    if (settings.opensBrowser) openBrowser(settings, server.address());
+    if (settings.opensBrowser) openBrowser(server.address());
     QCoreApplication::exec();
 }

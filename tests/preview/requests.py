@@ -36,9 +36,10 @@ def is_whole(answer):
 
 
 class Program:
-    def __init__(self, folder, *options):
-        self.process = subprocess.Popen([PROGRAM, "preview", "XST1.txt", "XST2.txt", "--db", "sqlite:shop.db",
-                                         "--no-browser", *options], cwd=folder, stdout=subprocess.PIPE, text=True)
+    def __init__(self, folder, *options, **environment):
+        self.process = subprocess.Popen([PROGRAM, "preview", "XST1.txt", "XST2.txt", "--db", "sqlite:shop.db", *options],
+                                        cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+                                        env={**os.environ, **environment})
         self.address = self.process.stdout.readline().strip()
         self.port, self.key = re.fullmatch(r"http://127\.0\.0\.1:(\d+)/\?key=([0-9a-f]{48})", self.address).groups()
         self.port = int(self.port)
@@ -163,6 +164,30 @@ def check_end(program, number):
     expect(program.process.stdout.read(), "", "more lines")
 
 
+def check_browser(folder):
+    """With programs in the place of xdg-open: one that finds a browser, one that does not, and none."""
+    tools = folder / "tools"
+    tools.mkdir()
+    opener = tools / "xdg-open"
+    for script, words in (("#!/bin/sh\necho \"$@\" >opened\necho noise\necho noise >&2\n", None),
+                          ("#!/bin/sh\necho noise >&2\nexit 3\n", "No browser could be opened: open the address yourself.\n"),
+                          (None, "No browser could be opened: open the address yourself.\n")):
+        opener.unlink(missing_ok=True)
+        if script:
+            opener.write_text(script)
+            opener.chmod(0o755)
+        program = Program(folder, PATH=str(tools))
+        if words:
+            expect(program.process.stdout.readline(), words, "what is said without a browser")
+        else:
+            opened = folder / "opened"
+            end = time.monotonic() + PATIENCE
+            while not (opened.exists() and opened.read_text()) and time.monotonic() < end:
+                time.sleep(0.05)
+            expect(opened.read_text(), program.address + "\n", "what is opened")
+        check_end(program, signal.SIGINT)
+
+
 def check_only_this_computer(program):
     lines = pathlib.Path("/proc/net/tcp").read_text() + pathlib.Path("/proc/net/tcp6").read_text()
     listening = re.findall(rf"\d+: (\w+):{program.port:04X} \w+:0000 0A", lines)
@@ -176,7 +201,7 @@ def main():
         shop.load(folder)
         before = (folder / "shop.db").read_bytes()
         start = time.monotonic()
-        program = Program(folder)
+        program = Program(folder, "--no-browser")
         program.status()
         print(f"the first page after {(time.monotonic() - start) * 1000:.0f} ms")
         for check in (check_only_this_computer, check_refusals, check_headers, check_large_requests):
@@ -184,9 +209,10 @@ def main():
         check_garbage(program, count)
         check_pages(program, count)
         check_end(program, signal.SIGINT)
-        second = Program(folder)
+        second = Program(folder, "--no-browser")
         expect(second.key == program.key, False, "the same key twice")
         check_end(second, signal.SIGTERM)
+        check_browser(folder)
         expect((folder / "shop.db").read_bytes() == before, True, "the database is as it was")
     print("\n".join(faults) or "the preview answers nobody else")
     return 1 if faults else 0
