@@ -4,7 +4,7 @@
 -- same for other databases. In a terminal, load it into a new database, convert both files to UTF-8, which SQLite
 -- needs, and import them into the tables XST1 and XST2, which this script creates:
 --
---     sqlite3 shop.db < shop.sql
+--     sqlite3 -bail shop.db < shop.sql
 --     iconv -f WINDOWS-1252 -t UTF-8 XST1.txt > XST1.utf8
 --     iconv -f WINDOWS-1252 -t UTF-8 XST2.txt > XST2.utf8
 --     sqlite3 shop.db ".import --csv --skip 1 XST1.utf8 XST1" ".import --csv --skip 1 XST2.utf8 XST2"

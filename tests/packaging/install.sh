@@ -99,7 +99,7 @@ quiet inside apt-get satisfy -y --no-install-recommends "$(dpkg-deb -f "$scheme"
 cp samples/XST*.txt "$root$home"
 cp samples/shop.sql "$root$home"
 quiet inside apt-get satisfy -y --no-install-recommends "$(dpkg-deb -f "$scheme" Recommends), sqlite3"
-as_user 'sqlite3 shop.db < shop.sql'
+as_user 'sqlite3 -bail shop.db < shop.sql'
 list_files >"$folder/before"
 inside dpkg -i /scheme.deb >&2
 [[ $(inside dpkg --verify pelmo-scheme) == '' ]] || fail "files differ from those of the package"
