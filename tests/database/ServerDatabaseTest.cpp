@@ -353,6 +353,9 @@ TEST(MariaDbDatabase, AsksForThePasswordUntilItIsRight) {
     const MariaDBForUs shop;
     shop.server.run("CREATE USER guarded IDENTIFIED BY 'tiger'; GRANT ALL ON test.* TO guarded;");
     expectPasswordAskedFor("mariadb://guarded@/test", "Access denied for user 'guarded'", "MYSQL_PWD");
+    const auto file = shop.server.home() / ".my.cnf";
+    writeBytes(file, bytesOf(file) + "password=tiger\n");
+    EXPECT_EQ(whyNot("mariadb://guarded@/test", nullptr), "");
 }
 
 TEST(MariaDbDatabase, ConnectsAgainForTheNextPage) {

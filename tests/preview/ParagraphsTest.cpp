@@ -120,6 +120,20 @@ TEST(PreviewChart, DrawsABarForEachRow) {
               "</tbody></table>");
 }
 
+// The classes say the tens, ones and tenths of the percentage.
+TEST(PreviewChart, DrawsBarsOfAnyLength) {
+    std::vector<std::vector<Cell>> rows;
+    for (int permille = 1; permille <= 1000; ++permille)
+        rows.push_back({number("1"), text("x"), number(std::to_string(permille))});
+    const auto html = shown("C", "1:2", made({"ID", "Label", "Height"}, std::move(rows)));
+    for (int permille = 1; permille < 1000; ++permille) {
+        const auto digits = std::to_string(permille + 1000);
+        const auto bar = std::string("bar t") + digits[1] + " o" + digits[2] + " p" + digits[3] +
+                         "\"></span><span class=value>" + std::to_string(permille) + "<";
+        ASSERT_NE(html.find(bar), std::string::npos) << bar;
+    }
+}
+
 TEST(PreviewChart, DrawsEachColumnAgainstTheFirstForAll) {
     const auto html = shown(
         "C", "All", made({"ID", "Hour", "Out", "Back"}, {{number("9"), text("9:00"), number("1"), number("0")}}));

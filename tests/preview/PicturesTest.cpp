@@ -9,9 +9,9 @@ using namespace std::string_literals;
 
 namespace {
 
-// A BMP header that says how long the file is.
-std::string bmp(char length) {
-    return "BM"s + length + "\0\0\0\0\0\0\0\x1A\0\0\0"s + "\x28\0\0\0"s + std::string(12, '\0');
+// A BMP header that says how long the file is, and how long its second part.
+std::string bmp(char length, char second = 0x28) {
+    return "BM"s + length + "\0\0\0\0\0\0\0\x1A\0\0\0"s + second + "\0\0\0"s + std::string(12, '\0');
 }
 
 }  // namespace
@@ -32,6 +32,10 @@ TEST(PreviewPictures, AreToldByTheirFirstBytes) {
                      "ftypavif"s),
               "image/avif");
     EXPECT_EQ(typeOf(bmp(30)), "image/bmp");
+    EXPECT_EQ(typeOf(bmp(30, 12)), "image/bmp");
+    EXPECT_EQ(typeOf(bmp(30, 124)), "image/bmp");
+    EXPECT_EQ(typeOf(bmp(30, 11)), "none") << "there is no such header";
+    EXPECT_EQ(typeOf(bmp(30, 125)), "none") << "there is no such header";
     EXPECT_EQ(typeOf(bmp(31)), "none") << "its header gives another size";
     for (const auto* bytes : {"", "GIF", "BM is how this text begins, and then it goes on",
                               "<svg xmlns=", "root:x:0:0:root:/root:/bin/bash\n", "RIFF....WAVEfmt ", "text....WEBP",

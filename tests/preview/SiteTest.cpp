@@ -153,6 +153,7 @@ TEST(PreviewSite, HasItsOwnFilesAndNoOthers) {
     EXPECT_EQ(made.get("/preview.css").type, "text/css; charset=utf-8");
     EXPECT_EQ(made.get("/preview.js").type, "text/javascript; charset=utf-8");
     EXPECT_EQ(made.get("/icon.svg").body, "bytes of icon.svg");
+    EXPECT_EQ(made.get("/icon.svg").type, "image/svg+xml");
     for (const auto* path : {"/favicon.ico", "//", "", "/preview.css/", "/../etc/passwd", "/picture/", "/picture",
                              "/picture/../../etc/passwd", "/page", "/branch", "/picture//etc/passwd"})
         EXPECT_EQ(made.get(path).status, 404) << path;
