@@ -58,6 +58,17 @@ std::string shown(std::string_view bytes) {
     return text + toUtf8(bytes.substr(plain));
 }
 
+std::string shownInOneLine(std::string_view words) {
+    constexpr std::string_view blanks = " \n\r\t";
+    std::string line;
+    for (const char byte : words)
+        if (blanks.find(byte) == std::string_view::npos)
+            line += byte;
+        else if (!line.ends_with(' '))
+            line += ' ';
+    return shownName(line);
+}
+
 std::string shownName(std::string_view name) {
     std::string text;
     while (!name.empty()) {

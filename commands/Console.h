@@ -37,3 +37,5 @@ struct Console {
 
 /// The name of a file as UTF-8. Control characters and bytes that are not valid UTF-8 are spelled out.
 [[nodiscard]] std::string shownName(std::string_view name);
+/// The words of a database, in one line.
+[[nodiscard]] std::string shownInOneLine(std::string_view words);

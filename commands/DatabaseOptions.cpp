@@ -40,5 +40,5 @@ void declareDatabaseOptions(CommandLine& line, DatabaseOptions& options) {
 std::unique_ptr<Database> openDatabase(const DatabaseOptions& options) try {
     return Database::open(options.address, askPassword);
 } catch (const DatabaseError& error) {
-    throw Unusable(shownName(error.what()));
+    throw Unusable(shownInOneLine(error.what()));
 }

@@ -4,4 +4,5 @@
 #include <string>
 
 /// Asks for the password of the database on the terminal, which does not show it. Empty where there is no terminal.
-[[nodiscard]] std::string askPassword();
+/// @param isAgain after a password that was refused
+[[nodiscard]] std::string askPassword(bool isAgain);

@@ -64,12 +64,13 @@ char readLine(const SilentTerminal& terminal, std::string& line) {
 
 }  // namespace
 
-std::string askPassword() {
+std::string askPassword(bool isAgain) {
     std::string password;
     char end = '\n';
     {
         const SilentTerminal terminal;
         if (!terminal.isThere()) return {};
+        if (isAgain) terminal.print("The database refuses this password.\n");
         terminal.print("Password of the database: ");
         end = readLine(terminal, password);
         terminal.print("\n");

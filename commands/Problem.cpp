@@ -113,7 +113,7 @@ std::string Problem::words() const {
 }
 
 std::string Problem::shownWords() const {
-    return isOfQuery() ? shownName(rawWords()) : shown(rawWords());
+    return isOfQuery() ? shownInOneLine(rawWords()) : shown(rawWords());
 }
 
 bool Problem::isOfQuery() const {

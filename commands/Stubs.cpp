@@ -69,7 +69,8 @@ std::string commentOf(const Query& query) {
 }
 
 std::string heading(const Dialect& dialect, std::size_t count) {
-    return asComment(dialect, "Skeletons of " + std::to_string(count) + " queries for " + std::string(dialect.title) +
+    return asComment(dialect, "Skeletons of " + std::to_string(count) +
+                                  (count == 1 ? " query for " : " queries for ") + std::string(dialect.title) +
                                   ". Each returns no rows until it is written.\n" +
                                   std::string(dialect.queries.usage) + "\n");
 }

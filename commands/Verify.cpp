@@ -10,6 +10,7 @@
 #include "commands/DatabaseOptions.h"
 #include "commands/Input.h"
 #include "commands/ProblemFormats.h"
+#include "database/GeneratedTree.h"
 
 namespace {
 
@@ -55,6 +56,8 @@ ExitStatus run(const Arguments& given, const Console& console) {
     clsNavSchemes navs;
     navs.LoadBytes(std::move(nodes.content));
     navs.oWebs.LoadBytes(std::move(paragraphs.content));
+    if (GeneratedTree(navs, options.today).root().node == nullptr)
+        throw Unusable(files[0] + ": no node has the parent 0, and so there is no page to look at");
     const auto database = openDatabase(given.database);
     const auto problems = located(verifyQueries(navs, *database, options), lines);
     return printProblems({files, problems, allQueryProblemKinds}, given.output, console);
@@ -76,7 +79,7 @@ RunCommand declareVerify(CommandLine& line) {
         try {
             return run(*given, console);
         } catch (const DatabaseError& error) {
-            throw Unusable(shownName(error.what()));
+            throw Unusable(shownInOneLine(error.what()));
         }
     };
 }

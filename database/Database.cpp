@@ -8,7 +8,7 @@
 #include "database/QtStart.h"
 #include "database/SqliteDatabase.h"
 
-std::unique_ptr<Database> Database::open(std::string_view address, std::string (*askPassword)()) {
+std::unique_ptr<Database> Database::open(std::string_view address, AskPassword askPassword) {
     const auto parts = DatabaseAddress::of(address);
     startQt();
     switch (parts.kind) {

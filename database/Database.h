@@ -53,14 +53,17 @@ struct KnownQuery {
     bool areArgumentsKnown = false;  ///< false where the database does not tell, as for a view of SQLite
 };
 
+/// Asks the user for a password. @param isAgain after one that was refused. @return empty to give up
+using AskPassword = std::string (*)(bool isAgain);
+
 class Database {
   public:
-    /// Opens a database. Passwords come from the database's own files or the environment, or `askPassword` is asked.
+    /// Opens a database. Passwords come from the database's own files or the environment, or `askPassword` is asked,
+    /// up to three times.
     /// @param address "sqlite:FILE", "postgresql://USER@HOST:PORT/NAME", "mariadb://USER@HOST/NAME" (or mysql://),
     ///                "odbc:DSN"; ?host=/folder or ?socket=/path names a local socket
     /// @throws DatabaseError
-    [[nodiscard]] static std::unique_ptr<Database> open(std::string_view address,
-                                                        std::string (*askPassword)() = nullptr);
+    [[nodiscard]] static std::unique_ptr<Database> open(std::string_view address, AskPassword askPassword = nullptr);
 
     Database() = default;
     Database(const Database&) = delete;

@@ -77,6 +77,9 @@ void readUrl(std::string_view rest, DatabaseAddress& address) {
 void readPlain(std::string_view rest, DatabaseAddress& address) {
     address.database = rest;
     static const QRegularExpression setting(u"(^|;)\\s*([^=;]*)="_s);
+    if (address.kind == DatabaseAddress::Kind::Sqlite && rest.starts_with("//") && !rest.starts_with("///"))
+        throw DatabaseError(
+            "The address of a file has no slashes of its own: write sqlite:" + std::string(rest.substr(2)) + ".");
     if (address.kind != DatabaseAddress::Kind::Odbc) return;
     for (auto matches = setting.globalMatch(fromText(rest)); matches.hasNext();)
         if (isSecret(matches.next().captured(2))) throw DatabaseError(noPassword);

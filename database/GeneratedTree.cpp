@@ -36,6 +36,12 @@ TreeNode GeneratedTree::root() const {
     return root;
 }
 
+std::size_t GeneratedTree::unreachedNodes() const {
+    std::size_t reached = 0;
+    tree_.walk([&](std::uint32_t, std::size_t) { return ++reached > 0; });
+    return static_cast<std::size_t>(navs_.Count()) - reached;
+}
+
 bool GeneratedTree::isBranch(const TreeNode& parent) const {
     return parent.node != nullptr && (hasQuery(*parent.node) || !tree_.childrenOf(parent.node->ID).empty());
 }

@@ -35,6 +35,8 @@ class GeneratedTree {
 
     /// The root, whose key is "0". `node` is null in a scheme without one.
     [[nodiscard]] TreeNode root() const;
+    /// How many nodes of the scheme are not below the root.
+    [[nodiscard]] std::size_t unreachedNodes() const;
     /// Whether there may be something below it.
     [[nodiscard]] bool isBranch(const TreeNode& parent) const;
     /// What is below it: children in the scheme (types F and, at the root, others), or the rows of its query (types G

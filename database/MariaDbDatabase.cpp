@@ -75,7 +75,7 @@ ConnectionSettings connectionTo(const DatabaseAddress& address) {
 
 }  // namespace
 
-MariaDbDatabase::MariaDbDatabase(const DatabaseAddress& address, std::string (*askPassword)())
+MariaDbDatabase::MariaDbDatabase(const DatabaseAddress& address, AskPassword askPassword)
     : SqlDatabase(address.shown, connectionTo(address), askPassword) {
     open();
 }

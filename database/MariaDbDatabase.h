@@ -10,7 +10,7 @@
 class MariaDbDatabase final : public SqlDatabase {
   public:
     /// @throws DatabaseError
-    MariaDbDatabase(const DatabaseAddress& address, std::string (*askPassword)());
+    MariaDbDatabase(const DatabaseAddress& address, AskPassword askPassword);
 
     [[nodiscard]] bool canUndo() const override { return false; }
     [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;

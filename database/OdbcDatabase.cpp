@@ -26,7 +26,7 @@ bool canBeCalled(std::string_view name) {
 
 }  // namespace
 
-OdbcDatabase::OdbcDatabase(const DatabaseAddress& address, std::string (*askPassword)())
+OdbcDatabase::OdbcDatabase(const DatabaseAddress& address, AskPassword askPassword)
     : SqlDatabase(address.shown, connectionTo(address), askPassword) {
     open();
 }

@@ -9,7 +9,7 @@
 class OdbcDatabase final : public SqlDatabase {
   public:
     /// @throws DatabaseError
-    OdbcDatabase(const DatabaseAddress& address, std::string (*askPassword)());
+    OdbcDatabase(const DatabaseAddress& address, AskPassword askPassword);
 
     [[nodiscard]] bool canUndo() const override { return false; }
     [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;

@@ -73,7 +73,7 @@ ConnectionSettings connectionTo(const DatabaseAddress& address) {
 
 }  // namespace
 
-PostgreSqlDatabase::PostgreSqlDatabase(const DatabaseAddress& address, std::string (*askPassword)())
+PostgreSqlDatabase::PostgreSqlDatabase(const DatabaseAddress& address, AskPassword askPassword)
     : SqlDatabase(address.shown, connectionTo(address), askPassword) {
     open();
 }

@@ -11,7 +11,7 @@
 class PostgreSqlDatabase final : public SqlDatabase {
   public:
     /// @throws DatabaseError
-    PostgreSqlDatabase(const DatabaseAddress& address, std::string (*askPassword)());
+    PostgreSqlDatabase(const DatabaseAddress& address, AskPassword askPassword);
 
     [[nodiscard]] bool canUndo() const override { return canUndo_; }
     [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;

@@ -13,7 +13,7 @@ using Clock = std::chrono::steady_clock;
 
 }  // namespace
 
-SqlDatabase::SqlDatabase(std::string name, ConnectionSettings settings, std::string (*askPassword)())
+SqlDatabase::SqlDatabase(std::string name, ConnectionSettings settings, AskPassword askPassword)
     : settings_(std::move(settings)),
       name_(std::move(name)),
       connectionName_(freshConnectionName()),
@@ -35,8 +35,10 @@ void SqlDatabase::open() {
     refuseMissingDriver();
     QSqlDatabase::addDatabase(fromText(settings_.driver), connectionName_);
     bool isOpen = connect();
-    while (!isOpen && askPassword_ != nullptr && isAboutPassword(connection().lastError())) {
-        settings_.password = askPassword_();
+    constexpr int mostQuestions = 3;
+    for (int asked = 0; !isOpen && asked < mostQuestions; ++asked) {
+        if (askPassword_ == nullptr || !isAboutPassword(connection().lastError())) break;
+        settings_.password = askPassword_(asked > 0);
         if (settings_.password.empty()) break;
         isOpen = connect();
     }
@@ -69,7 +71,9 @@ void SqlDatabase::beginPage() {
         reopen();
         isInTransaction_ = beginTransaction();
     }
-    if (!isInTransaction_) throw DatabaseError("The database cannot be read now: " + lastWords());
+    if (!isInTransaction_)
+        throw DatabaseError("The database cannot be read now, perhaps because another program is writing to it: " +
+                            lastWords());
 }
 
 void SqlDatabase::endPage() noexcept {

@@ -36,7 +36,7 @@ class SqlDatabase : public Database {
 
   protected:
     /// @param askPassword may be null
-    SqlDatabase(std::string name, ConnectionSettings settings, std::string (*askPassword)());
+    SqlDatabase(std::string name, ConnectionSettings settings, AskPassword askPassword);
 
     /// @throws DatabaseError where Qt's driver is not installed
     void refuseMissingDriver() const;
@@ -74,7 +74,7 @@ class SqlDatabase : public Database {
 
     std::string name_;
     QString connectionName_;
-    std::string (*askPassword_)();
+    AskPassword askPassword_;
     std::string lastWords_;
     bool isInTransaction_ = false;
 };

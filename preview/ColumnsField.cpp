@@ -130,7 +130,7 @@ std::vector<Axes> chartsOf(const ColumnList& list, std::size_t count) {
     std::vector<Axes> charts;
     if (list.isAll)
         for (std::size_t column = 2; column < count; ++column) charts.push_back({1, column});
-    for (std::size_t at = 1; at < list.numbers.size(); ++at) charts.push_back({list.numbers[0], list.numbers[at]});
+    if (list.numbers.size() == 2) charts.push_back({list.numbers[0], list.numbers[1]});
     return charts;
 }
 

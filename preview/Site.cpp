@@ -26,6 +26,13 @@ Answer noSuchNode() {
     return plainAnswer(404, "This node is no longer in the scheme.");
 }
 
+// For the page of the root.
+void addUnreached(Html& html, std::size_t count) {
+    if (count > 0)
+        html << "<p class=error>" << Escaped(std::to_string(count) + (count == 1 ? " node" : " nodes"))
+             << " of the file cannot be reached from the root: pelmo-scheme check says why.</p>";
+}
+
 }  // namespace
 
 Site::Site(SiteSettings settings, Database& database)
@@ -80,6 +87,7 @@ std::string Site::pageOf(const TreeNode& node, const std::string& tab) {
     Html html;
     if (!problem_.empty())
         html << "<p class=error>" << Escaped(problem_) << ". What is shown is what was read before.</p>";
+    if (node.node == tree().root().node) addUnreached(html, tree().unreachedNodes());
     auto page = makePage(scheme_->navs, node, database_, settings);
     if (findings_) findings_->addTo(page);
     html << shownPage(page, pictures_);

@@ -17,6 +17,11 @@ std::string textOf(const QueryResult& result, const std::vector<Cell>& row, std:
     return text;
 }
 
+// ": b.jpg" for "/a/b.jpg".
+std::string nameIn(const std::string& path) {
+    return path.empty() ? std::string() : ": " + path.substr(path.find_last_of('/') + 1);
+}
+
 Html pictureOf(const Cell& path, const std::string& text, const ThumbnailLayout& layout, Pictures& pictures) {
     const auto picture =
         path.kind == Cell::Kind::Null ? Pictures::Added{{}, "there is no path"} : pictures.addFile(path.text);
@@ -26,8 +31,8 @@ Html pictureOf(const Cell& path, const std::string& text, const ThumbnailLayout&
              << "\" width=" << Escaped(std::to_string(layout.width))
              << " height=" << Escaped(std::to_string(layout.height)) << ">";
     else
-        html << "<span class=none title=\"" << Escaped(shownText(path.text)) << "\">" << Escaped(picture.problem)
-             << "</span>";
+        html << "<span class=none title=\"" << Escaped(shownText(path.text)) << "\">"
+             << Escaped(picture.problem + nameIn(shownText(path.text))) << "</span>";
     return html;
 }
 

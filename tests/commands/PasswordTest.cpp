@@ -23,8 +23,8 @@ class Terminal {
     Terminal() {
         id_ = forkpty(&keyboard_, nullptr, nullptr, nullptr);
         if (id_ != 0) return;
-        const auto first = askPassword();
-        const auto second = askPassword();
+        const auto first = askPassword(false);
+        const auto second = askPassword(true);
         const auto answers = "[" + first + "] [" + second + "]\n";
         (void)!write(STDOUT_FILENO, answers.data(), answers.size());
         if (__gcov_exit) __gcov_exit();
@@ -76,7 +76,7 @@ std::string passwordFor(const std::string& keys) {
     EXPECT_EQ(terminal.shownUntil(prompt), prompt);
     EXPECT_FALSE(terminal.showsWhatIsTyped());
     terminal.type(keys);
-    const auto both = prompt + "\r\n" + prompt;
+    const auto both = prompt + "\r\nThe database refuses this password.\r\n" + prompt;
     EXPECT_EQ(terminal.shownUntil(both), both);
     terminal.type("another\r");
     const auto shown = terminal.shownUntil("]\r\n");
@@ -128,7 +128,7 @@ TEST(Password, IsNotAskedForWhereThereIsNoTerminal) {
     const auto child = fork();
     if (child == 0) {
         setsid();
-        const auto password = askPassword();
+        const auto password = askPassword(false);
         if (__gcov_exit) __gcov_exit();
         _exit(password.empty() ? 0 : 1);
     }

@@ -261,7 +261,8 @@ TEST_F(SqliteFile, WaitsForAnotherProgramAndThenSaysSo) {
         const DatabasePage page(*database);
         ADD_FAILURE() << "it did not wait";
     } catch (const DatabaseError& caught) {
-        EXPECT_EQ(caught.what(), std::string("The database cannot be read now: database is locked"));
+        EXPECT_EQ(caught.what(), std::string("The database cannot be read now, perhaps because another program is "
+                                             "writing to it: database is locked"));
     }
     std::filesystem::remove(isWaiting);
     for (int i = 0; i < 300; ++i) try {

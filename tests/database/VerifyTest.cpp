@@ -228,6 +228,10 @@ TEST(Verify, RefusesWhatItCannotUse) {
     EXPECT_EQ(refused({"--db", "shop.db"}),
               "pelmo-scheme: The address of the database begins with none that is known: write sqlite:FILE, "
               "postgresql://USER@HOST/NAME, mariadb://USER@HOST/NAME or odbc:DSN.\n");
+    EXPECT_EQ(refused({"--db", "sqlite://nowhere/shop.db"}),
+              "pelmo-scheme: The address of a file has no slashes of its own: write sqlite:nowhere/shop.db.\n");
+    EXPECT_EQ(refused({"--db", "sqlite:///nowhere/shop.db"}),
+              "pelmo-scheme: ///nowhere/shop.db: there is no such file\n");
     EXPECT_EQ(refused({"--db", "sqlite:"}),
               "pelmo-scheme: The address of the database ends too early: write sqlite:FILE, "
               "postgresql://USER@HOST/NAME, mariadb://USER@HOST/NAME or odbc:DSN.\n");
@@ -244,6 +248,11 @@ TEST(Verify, RefusesWhatItCannotUse) {
               "socket, service, sslmode, sslcert, sslkey, sslrootcert, connect_timeout and application_name.\n");
     EXPECT_EQ(refused({"--db", "mariadb://localhost/shop?socket=a;b"}).substr(0, 66),
               "pelmo-scheme: The address of the database has an option that is no");
+    const SchemeFolder rootless(navHeader + "2,\"a\",\"F\",1,\"\",\"\",\"\",\"\"\r\n", webHeader);
+    const auto ran = pelmo({"verify", rootless.nodes(), rootless.paragraphs(), "--db", "sqlite:" + sampleNodes});
+    EXPECT_EQ(ran.status, 2);
+    EXPECT_EQ(ran.err, "pelmo-scheme: " + rootless.nodes() +
+                           ": no node has the parent 0, and so there is no page to look at\n");
     EXPECT_EQ(refused({"--db", "sqlite:" + sampleNodes, "--today", "5.3.2026"}),
               "pelmo-scheme: --today takes a day such as 2026-03-05\n");
     EXPECT_NE(refused({}).find("--db is required"), std::string::npos);
@@ -328,6 +337,8 @@ TEST(Verify, SaysThatTheDatabaseIsLocked) {
     const auto ran = shop.verify();
     EXPECT_EQ(ran.status, 2);
     EXPECT_EQ(ran.out, "");
-    EXPECT_EQ(ran.err, "pelmo-scheme: The database cannot be read now: database is locked\n");
+    EXPECT_EQ(ran.err,
+              "pelmo-scheme: The database cannot be read now, perhaps because another program is writing to it: "
+              "database is locked\n");
     std::filesystem::remove(isWaiting);
 }

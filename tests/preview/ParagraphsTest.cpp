@@ -286,7 +286,8 @@ TEST(PreviewThumbnails, ShowThePicturesOfTheFiles) {
                                                        {number("3"), text("later"), null, null}})),
         "<ul class=\"thumbnails c3\">"
         "<li><img src=\"picture/name1\" alt=\"before, Dale\" width=90 height=80><span>before, Dale</span></li>\n"
-        "<li><span class=none title=\"/missing/&lt;b&gt;.jpg\">there is no such file</span><span>after</span></li>\n"
+        "<li><span class=none title=\"/missing/&lt;b&gt;.jpg\">there is no such file: "
+        "&lt;b&gt;.jpg</span><span>after</span></li>\n"
         "<li><span class=none title=\"\">there is no path</span><span>later</span></li>\n</ul>");
 }
 

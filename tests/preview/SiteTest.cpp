@@ -15,6 +15,8 @@ struct MadeSite {
     std::string title = "Welcome";
     std::string day = "05-Mar-2026";
     std::string parameterKind = "Today";
+    int lost = 0;  // nodes that are not below the root
+    bool isEmpty = false;
     int verified = 0;
     Site site{settings(), database};
 
@@ -36,6 +38,8 @@ struct MadeSite {
     }
     void load(clsNavSchemes& navs) const {
         if (!problem.empty()) throw std::runtime_error(problem);
+        for (int id = 100; id < 100 + lost; ++id) navs.Add(makeNode(id, 99));
+        if (isEmpty) return;
         navs.Add(makeNode(1, 0, "F", "Data Browser"));
         navs.Add(makeNode(2, 1, "G", "Customers", "spG_Customers", parameterKind));
         navs.Add(makeNode(3, 2, "N", "A customer"));
@@ -91,6 +95,22 @@ TEST(PreviewSite, AnswersWithWhatIsBelowANode) {
     EXPECT_EQ(json::parse(answer.body), json::parse(R"({"nodes":[{"n":3,"k":"24","t":"Abbott","g":true,"b":false},
         {"n":3,"k":"25","t":"B\uFFFD","g":true,"b":false}],"total":3,"error":""})"));
     EXPECT_EQ(made.database.calls, Rows({"begin", "spG_Customers(05-Mar-2026)", "end"}));
+}
+
+TEST(PreviewSite, SaysOnThePageOfTheRootThatNodesAreNotInTheTree) {
+    MadeSite made;
+    const std::string words = "of the file cannot be reached from the root: pelmo-scheme check says why.</p>";
+    EXPECT_EQ(made.get("/").body.find(words), std::string::npos);
+    made.lost = 1;
+    made.site.reload();
+    EXPECT_NE(made.get("/").body.find("<p class=error>1 node " + words), std::string::npos);
+    EXPECT_EQ(made.post("/page", customers).body.find(words), std::string::npos);
+    made.lost = 2;
+    made.site.reload();
+    EXPECT_NE(made.get("/").body.find("<p class=error>2 nodes " + words), std::string::npos);
+    made.isEmpty = true;
+    made.site.reload();
+    EXPECT_NE(made.get("/").body.find("<p class=error>2 nodes " + words), std::string::npos) << "no root";
 }
 
 TEST(PreviewSite, PassesTheDayOnThatItIs) {
