@@ -18,8 +18,9 @@ class OrdinaryUser {
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
     [[nodiscard]] bool bound() const { return bound_; }
 
-  private:
     static constexpr uid_t nobody = 65534;
+
+  private:
     bool wasRoot_;
     bool bound_ = true;
 };

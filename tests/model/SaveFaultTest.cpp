@@ -249,6 +249,29 @@ TYPED_TEST(SaveFault, SavesWhereTheGroupCannotBeKept) {
     EXPECT_EQ(bytesOf(this->file_), savedBytes(scheme));
 }
 
+// Whoever is in the new group may then do no more than everybody may.
+TYPED_TEST(SaveFault, GivesAnotherGroupNoMoreRightsThanEverybody) {
+    if (geteuid() != 0) GTEST_SKIP() << "no way to make a file of another group";
+    TypeParam scheme;
+    fill(scheme, 1000);
+    ASSERT_EQ(chmod(this->folder_.path().c_str(), 0777), 0);
+    constexpr gid_t another = 1234;
+    constexpr std::pair<mode_t, mode_t> modes[] = {
+        {0664, 0644}, {0660, 0600}, {0666, 0666}, {0775, 0755}, {0607, 0607}};
+    for (const auto& [mode, expected] : modes) {
+        writeBytes(this->file_, this->old_);
+        ASSERT_EQ(chown(this->file_.c_str(), OrdinaryUser::nobody, another), 0);
+        ASSERT_EQ(chmod(this->file_.c_str(), mode), 0);
+        const OrdinaryUser user;
+        if (!user.bound()) GTEST_SKIP() << "no way to become an ordinary user here";
+        EXPECT_TRUE(scheme.SaveData(this->file_));
+        struct stat now {};
+        ASSERT_EQ(stat(this->file_.c_str(), &now), 0);
+        EXPECT_NE(now.st_gid, another);
+        EXPECT_EQ(now.st_mode & 07777U, expected) << std::oct << (now.st_mode & 07777U) << " for " << mode;
+    }
+}
+
 TYPED_TEST(SaveFault, OntoAFullDisk) {
     const auto answer = onSmallDisk(this->folder_.path(), "size=64k", [this] {
         constexpr std::size_t kib = 1024;

@@ -19,6 +19,16 @@ constexpr QPalette::ColorGroup all[] = {QPalette::Active, QPalette::Inactive, QP
 
 }  // namespace
 
+// Outside the commands, for example while a window is painted.
+TEST(Application, DropsAnEventThatRunsOutOfMemory) {
+    struct Greedy final : QObject {
+        bool event(QEvent*) override { throw std::bad_alloc(); }
+    };
+    Greedy greedy;
+    QEvent event(QEvent::User);
+    EXPECT_FALSE(QCoreApplication::sendEvent(&greedy, &event));
+}
+
 TEST(Look, IsFusion) {
     EXPECT_EQ(QApplication::style()->name(), QStringLiteral("fusion"));
 }
