@@ -258,7 +258,9 @@ const keys = {
     },
 };
 
+// What could not be opened is tried again: somebody may have corrected the query since.
 async function choose(item) {
+    if (isOpen(item) && group(item).querySelector(":scope > .failed")) close(item);
     await Promise.all([show(item), open(item)]);
 }
 

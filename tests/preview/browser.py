@@ -390,6 +390,26 @@ class Checks:
             viewer.page.wait("!document.querySelector('.flawed') && !document.querySelector('.findings')")
             self.expect(list(viewer.faults()), [], "faults")
 
+    def a_branch_that_failed_is_asked_for_again(self):
+        folder = self.new_folder()
+        shop.load(folder)
+        database = sqlite3.connect(folder / "shop.db", isolation_level=None)
+        types = database.execute("SELECT sql FROM sqlite_schema WHERE name = 'spG_BikeTypes'").fetchone()[0]
+        database.execute("DROP VIEW spG_BikeTypes")
+        with Preview(folder) as preview:
+            viewer = Viewer(self.browser, preview)
+            row = "[...document.querySelectorAll('.row')].find(at => at.textContent === '%s')"
+            for name in ("Hire desk", "Bicycles by type"):
+                viewer.page.wait(row % name)
+                viewer.page.run((row % name) + ".click()")
+            viewer.page.wait("document.querySelector('.failed')?.textContent === 'There is no view spG_BikeTypes.'")
+            database.execute(types)
+            viewer.page.run((row % "Bicycles by type") + ".click()")
+            viewer.page.wait(row % "City, low step")
+            self.expect(viewer.page.run("document.querySelector('.failed')"), None, "what failed")
+            viewer.page.wait("!document.querySelector('.flawed')")
+            self.expect(list(viewer.faults()), [], "faults")
+
     def the_tutorial_is_true(self):
         """Does what the last two pages of the tutorial say, and sees what they promise."""
         def examples(page):
