@@ -155,9 +155,12 @@ TEST(Verify, SaysNothingWhereThePicturesAre) {
 TEST(Verify, FindsQueriesThatAreNotThere) {
     if (!Sqlite::isThere()) GTEST_SKIP() << "sqlite3 is not installed";
     const Seeded shop;
-    shop.sql("DROP VIEW spW_WeekSummary;\nDROP TRIGGER spW_CloseDay;\nDROP VIEW spG_DaysOfMonth;");
+    shop.sql(
+        "DROP VIEW spW_ShopFront;\nDROP VIEW spW_WeekSummary;\nDROP TRIGGER spW_CloseDay;\nDROP VIEW "
+        "spG_DaysOfMonth;");
     EXPECT_EQ(withoutNotes(shop.verify().out),
               "XST1.txt:59: error: queryIs: The database has no query spG_DaysOfMonth. [query-missing]\n"
+              "XST2.txt:2: error: queryIs: The database has no query spW_ShopFront. [query-missing]\n"
               "XST2.txt:3: error: queryIs: The database has no query spW_WeekSummary. [query-missing]\n"
               "XST2.txt:99: error: queryIs: The database has no action query spW_CloseDay. [query-missing]\n");
 }
@@ -246,6 +249,11 @@ TEST(Verify, RefusesWhatItCannotUse) {
     EXPECT_EQ(refused({"--db", "postgresql://localhost/shop?colour=red"}),
               "pelmo-scheme: The address of the database has an option that is not known; those known are host, "
               "socket, service, sslmode, sslcert, sslkey, sslrootcert, connect_timeout and application_name.\n");
+    for (const char* const option : {"host", "socket", "service", "sslmode", "sslcert", "sslkey", "sslrootcert",
+                                     "connect_timeout", "application_name"}) {
+        const auto message = refused({"--db", "postgresql://127.0.0.1:1/none?" + std::string(option) + "=1"});
+        EXPECT_TRUE(message.starts_with("pelmo-scheme: The database cannot be reached: ")) << option << message;
+    }
     EXPECT_EQ(refused({"--db", "mariadb://localhost/shop?socket=a;b"}).substr(0, 66),
               "pelmo-scheme: The address of the database has an option that is no");
     const SchemeFolder rootless(navHeader + "2,\"a\",\"F\",1,\"\",\"\",\"\",\"\"\r\n", webHeader);

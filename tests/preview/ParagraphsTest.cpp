@@ -298,6 +298,15 @@ TEST(PreviewThumbnails, HaveTheirTextOnTheRightIfTheLayoutSaysSo) {
     EXPECT_TRUE(html.starts_with("<ul class=\"thumbnails c20 right\">")) << html;
 }
 
+TEST(PreviewThumbnails, HaveOneToTwentyColumns) {
+    for (int columns = 1; columns <= 20; ++columns) {
+        const auto layout = "<height>8</height><width>8</width><columns>" + std::to_string(columns) +
+                            "</columns><textposition>bottom</textposition>";
+        const auto html = shown("T", Text(layout), made({"ID", "FILE"}, {{number("1"), text("x")}}));
+        EXPECT_TRUE(html.starts_with("<ul class=\"thumbnails c" + std::to_string(columns) + "\">")) << html;
+    }
+}
+
 TEST(PreviewThumbnails, SayWhatIsMissing) {
     EXPECT_EQ(
         shown("T", "<height>8</height><width>8</width><columns>2</columns><textposition>right</textposition>",

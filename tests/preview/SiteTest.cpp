@@ -76,6 +76,7 @@ TEST(PreviewSite, AnswersWithTheRootAndItsPage) {
     EXPECT_NE(answer.body.find("Preview of <b>a&lt;b&gt;.txt, XST2.txt</b> with <b>sqlite:made.db</b>"),
               std::string::npos);
     EXPECT_NE(answer.body.find("<td>row</td>"), std::string::npos);
+    EXPECT_NE(answer.body.find("<a class=\"skip\" href=\"#page\">Skip to the page</a>"), std::string::npos);
     EXPECT_NE(answer.body.find("data-root=\"{&quot;b&quot;:true,&quot;g&quot;:false,&quot;k&quot;:&quot;0&quot;,"
                                "&quot;n&quot;:1,&quot;t&quot;:&quot;Data Browser&quot;}\""),
               std::string::npos);
