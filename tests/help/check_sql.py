@@ -131,7 +131,8 @@ named = 0
 for page in sorted((root / "help").glob("*.html")):
     for query in set(re.findall(r"\bsp[GW]_[A-Za-z]+", text_of(page.name))):
         named += 1
-        if query not in re.findall(r"\bsp[GW]_[A-Za-z]+", known):
+        made = re.search(rf"CREATE (VIEW|TRIGGER) {query}\b", text_of(page.name))  # by an example of the page
+        if not made and query not in re.findall(r"\bsp[GW]_[A-Za-z]+", known):
             faults.append(f"{page.name} names {query}, which neither the samples nor the tutorial have")
 expect(named > 30, True, f"{named} queries found in the pages, more than 30")
 
