@@ -141,7 +141,8 @@ void SqliteDatabase::give(const QueryCall& call, const std::string& action, Quer
         if (call.constants.empty() && call.kind == ParameterKind::None) return;
         result.error = hasGiven_ ? "You may not write to the file, which has to take what a query is called with for "
                                    "as long as it runs. Use a copy."
-                                 : "There is no table Given, whose row holds what a query is called with; pelmo-scheme stubs makes it.";
+                                 : "There is no table Given, whose row holds what a query is called with; "
+                                   "pelmo-scheme stubs makes it.";
         return;
     }
     const auto before = changesSoFar();

@@ -326,7 +326,8 @@ TEST_F(SqliteFile, SaysWhatIsWrongWithGiven) {
     EXPECT_EQ(small.run("INSERT INTO Given VALUES(1, 2, 3);"), "");
     EXPECT_EQ(asked("spW_Things 1"), "The table Given must have one row, and has 2.");
     EXPECT_EQ(small.run("DROP VIEW spW_Given; DROP TABLE Given;"), "");
-    EXPECT_EQ(asked("spW_Things 1"), "There is no table Given, whose row holds what a query is called with; pelmo-scheme stubs makes it.");
+    EXPECT_EQ(asked("spW_Things 1"),
+              "There is no table Given, whose row holds what a query is called with; pelmo-scheme stubs makes it.");
     EXPECT_EQ(asked("spW_Things"), "|1|one");
 }
 

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <cstdlib>
 #include <new>
 #include <optional>
 
@@ -7,33 +6,21 @@
 
 // Operations of the schemes, each with any one of its requests for memory failing: it has then done all or nothing.
 
-#ifndef WIZARD_SANITIZED  // the sanitizer makes requests of its own
+#ifndef WIZARD_SANITIZED
+
+#include "tests/ReplacedNew.h"
 
 namespace {
 
 constexpr int unlimited = -1;
 int requestsLeft = unlimited;
 
-void* allocate(std::size_t size) noexcept {
+}  // namespace
+
+static void* allocate(std::size_t size) noexcept {
     if (requestsLeft == 0) return nullptr;
     if (requestsLeft > 0) --requestsLeft;
     return std::malloc(size == 0 ? 1 : size);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    if (void* memory = allocate(size)) return memory;
-    throw std::bad_alloc();
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size);
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
 }
 
 namespace {

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <cstdlib>
 #include <new>
 
 #include "EditHelpers.h"
@@ -7,7 +6,9 @@
 // Commands of which single large requests for memory are refused, such as those for the arrays of a redraw: each does
 // all of its job or leaves the scheme as it was, and says which of both where it could not do all.
 
-#ifndef WIZARD_SANITIZED  // the sanitizer makes requests of its own
+#ifndef WIZARD_SANITIZED
+
+#include "tests/ReplacedNew.h"
 
 namespace {
 
@@ -16,28 +17,14 @@ std::set<int> refused;                // by their number since the command began
 int requests = -1;                    // so many since then; -1 while no command runs
 int refusals = 0;
 
-void* allocate(std::size_t size) noexcept {
+}  // namespace
+
+static void* allocate(std::size_t size) noexcept {
     if (requests >= 0 && size >= large && refused.contains(requests++)) {
         ++refusals;
         return nullptr;
     }
     return std::malloc(size == 0 ? 1 : size);
-}
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-    if (void* memory = allocate(size)) return memory;
-    throw std::bad_alloc();
-}
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size);
-}
-void operator delete(void* memory) noexcept {
-    std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
 }
 
 namespace {
