@@ -107,6 +107,24 @@ TEST(Program, TellsThePreviewAndVerifyWhatTheirFilesMayNotBe) {
     expectRefused(pelmo({"verify", "-", "-", "--db", "sqlite:/nowhere.db"}),
                   "only one of the files can be the standard input");
 }
+
+// A copy of the program that looks for Qt's plugins where none are.
+TEST(Program, SaysWhichPackageHasTheDriverThatIsMissing) {
+    const SchemeFolder folder(bytesOf(sampleNodes), bytesOf(sampleParagraphs));
+    const auto copy = folder / "pelmo-scheme";
+    std::filesystem::copy_file(PROGRAM, copy);
+    writeBytes(folder / "qt.conf", "[Paths]\nPlugins=/nowhere\n");
+    using Driver = std::pair<std::string, std::string>;  // an address that needs it, and its package
+    for (const auto& [address, package] :
+         {Driver("sqlite:" + sampleNodes, "libqt6sql6-sqlite"), Driver("postgresql:///shop", "libqt6sql6-psql"),
+          Driver("mariadb:///shop", "libqt6sql6-mysql"), Driver("odbc:DSN=shop", "libqt6sql6-odbc")}) {
+        const auto ran = run({copy, "verify", sampleNodes, sampleParagraphs, "--db", address});
+        EXPECT_EQ(ran.code, 2) << address;
+        EXPECT_EQ(ran.err,
+                  "pelmo-scheme: Qt's driver for this database is missing; on Debian, it is in the package " +
+                      package + ".\n");
+    }
+}
 #endif
 
 TEST(Program, SaysThatAFileMayNotBeRead) {

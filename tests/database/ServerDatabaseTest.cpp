@@ -382,6 +382,29 @@ TEST(MariaDbDatabase, ConnectsAgainForTheNextPage) {
     EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "");
 }
 
+// As on a server that copies another one.
+TEST(MariaDbDatabase, SaysThatAServerRefusesToWrite) {
+    if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
+    const MariaDBForUs shop;
+    shop.server.run(
+        "CREATE USER reader; GRANT SELECT, INSERT, EXECUTE ON test.* TO reader; CREATE TABLE Seen(ID int);\n"
+        "CREATE PROCEDURE spA_See() SQL SECURITY INVOKER INSERT INTO Seen VALUES(1);\nSET GLOBAL read_only = 1;\n");
+    const auto database = Database::open("mariadb://reader@/test");
+    const DatabasePage page(*database);
+    const auto refused = database->run(*callOf("spA_See", "", {}, ""), true, {});
+    EXPECT_NE(refused.error.find("--read-only"), std::string::npos) << refused.error;
+    EXPECT_EQ(database->run(*callOf("spG_Suppliers", "", {}, ""), false, {}).error, "") << "the page goes on";
+}
+
+TEST(MariaDbDatabase, SaysThatTheConnectionWasLostWhileAQueryRan) {
+    if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
+    const MariaDBForUs shop;
+    shop.server.run("CREATE PROCEDURE spW_Ends() KILL CONNECTION connection_id();");
+    const auto database = shop.open();
+    EXPECT_NE(runOnce(*database, "spW_Ends").error, "");
+    EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "") << "on the next page";
+}
+
 TEST(MariaDbDatabase, SaysThatAValueIsTooLong) {
     if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
     const MariaDBForUs shop;

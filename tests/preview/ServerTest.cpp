@@ -2,13 +2,14 @@
 #include "preview/Server.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QTcpSocket>
 #include <stdexcept>
 
-// The server over a connection of its own: what becomes of an answer that fails.
+// The server over a connection of its own: what becomes of an answer that fails, and where it cannot begin.
 
 namespace {
 
@@ -75,4 +76,20 @@ TEST(PreviewServer, SaysThatMemoryIsShort) {
     const auto failed = failing.get("/");
     EXPECT_TRUE(failed.starts_with("HTTP/1.1 500 ")) << failed;
     EXPECT_TRUE(failed.ends_with("There is not enough memory for this page.\n")) << failed;
+}
+
+TEST(PreviewServer, CannotBeginWithoutAPort) {
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
+    auto none = before;
+    none.rlim_cur = 0;
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
+    std::string words;
+    try {
+        const LocalConnections connections;
+    } catch (const std::runtime_error& error) {
+        words = error.what();
+    }
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_TRUE(words.starts_with("no port is free: ")) << words;
 }
