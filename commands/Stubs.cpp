@@ -116,8 +116,9 @@ void printModule(const std::vector<Query>& queries, const Dialect& dialect, cons
 std::vector<Query> usable(std::vector<Query> queries, const Dialect& dialect, const Console& console) {
     std::erase_if(queries, [&](const Query& query) {
         if (canBeName(dialect, console.encoding, query.name)) return false;
-        console.err << "pelmo-scheme: \"" << shown(query.name) << "\" cannot be a name in this script and is left "
-                    << "out: " << query.uses.substr(0, query.uses.find('\n')) << '\n';
+        const auto firstUse = query.uses.substr(0, query.uses.find('\n'));
+        console.err << "pelmo-scheme: \"" << shown(query.name)
+                    << "\" cannot be a name in this script and is left out: " << firstUse << '\n';
         return true;
     });
     return queries;

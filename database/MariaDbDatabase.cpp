@@ -22,6 +22,10 @@ bool isOneOf(const QString& code, std::span<const std::string_view> codes) {
     return std::ranges::find(codes, toText(code)) != codes.end();
 }
 
+bool isAboutPassword(const QSqlError& error) {
+    return isOneOf(error.nativeErrorCode(), accessDenied);
+}
+
 std::map<std::string, std::string> userSettings() {
     QFile file(QDir::home().filePath(u".my.cnf"_s));
     if (!file.open(QIODevice::ReadOnly)) return {};
@@ -69,6 +73,7 @@ ConnectionSettings connectionTo(const DatabaseAddress& address) {
     if (!given.contains("connect_timeout")) given["connect_timeout"] = "10";
     for (const auto& [name, driver] : optionNames)
         if (given.contains(name)) settings.options += std::string(driver) + "=" + given[name] + ";";
+    settings.isAboutPassword = isAboutPassword;
     settings.password = given.contains("password") ? given["password"] : qgetenv("MYSQL_PWD").toStdString();
     return settings;
 }
@@ -83,10 +88,6 @@ MariaDbDatabase::MariaDbDatabase(const DatabaseAddress& address, AskPassword ask
 void MariaDbDatabase::prepareConnection() {
     // Also for what a procedure does after a COMMIT of its own.
     if (!execute("SET SESSION TRANSACTION READ ONLY")) throw DatabaseError(lastWords());
-}
-
-bool MariaDbDatabase::isAboutPassword(const QSqlError& error) const {
-    return isOneOf(error.nativeErrorCode(), accessDenied);
 }
 
 bool MariaDbDatabase::beginTransaction() {

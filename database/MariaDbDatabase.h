@@ -17,7 +17,6 @@ class MariaDbDatabase final : public SqlDatabase {
 
   protected:
     void prepareConnection() override;
-    [[nodiscard]] bool isAboutPassword(const QSqlError& error) const override;
     bool beginTransaction() override;
     void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;
     bool setSavepoint() override;

@@ -10,11 +10,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+bool isAboutPassword(const QSqlError& error) {
+    return error.nativeErrorCode().contains(u"28000") || error.databaseText().contains(u"password") ||
+           error.databaseText().contains(u"Login failed");
+}
+
 ConnectionSettings connectionTo(const DatabaseAddress& address) {
     return {.driver = "QODBC",
             .package = "libqt6sql6-odbc",
             .database = address.database,
-            .options = "SQL_ATTR_LOGIN_TIMEOUT=10"};
+            .options = "SQL_ATTR_LOGIN_TIMEOUT=10",
+            .isAboutPassword = isAboutPassword};
 }
 
 // A call is no plain statement: nothing could stand in quotes there that all drivers understand.
@@ -33,11 +39,6 @@ OdbcDatabase::OdbcDatabase(const DatabaseAddress& address, AskPassword askPasswo
 
 void OdbcDatabase::prepareConnection() {
     hasCatalogue_ = execute("SELECT routine_name FROM information_schema.routines WHERE 1 = 0");
-}
-
-bool OdbcDatabase::isAboutPassword(const QSqlError& error) const {
-    return error.nativeErrorCode().contains(u"28000") || error.databaseText().contains(u"password") ||
-           error.databaseText().contains(u"Login failed");
 }
 
 bool OdbcDatabase::beginTransaction() {

@@ -16,7 +16,6 @@ class OdbcDatabase final : public SqlDatabase {
 
   protected:
     void prepareConnection() override;
-    [[nodiscard]] bool isAboutPassword(const QSqlError& error) const override;
     bool beginTransaction() override;
     void rollBack() override;
     void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;

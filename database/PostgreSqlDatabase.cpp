@@ -55,13 +55,18 @@ std::string setting(std::string_view name, std::string_view value) {
     return text + "'";
 }
 
+bool isAboutPassword(const QSqlError& error) {
+    return error.databaseText().contains(u"password");
+}
+
 ConnectionSettings connectionTo(const DatabaseAddress& address) {
     ConnectionSettings settings{.driver = "QPSQL",
                                 .package = "libqt6sql6-psql",
                                 .database = address.database,
                                 .user = address.user,
                                 .host = address.host,
-                                .port = address.port};
+                                .port = address.port,
+                                .isAboutPassword = isAboutPassword};
     settings.options = setting("application_name", "pelmo-scheme") + " " + setting("connect_timeout", "10");
     for (const auto& [name, value] : address.options)
         if (name == "host" || name == "socket")
@@ -81,10 +86,6 @@ PostgreSqlDatabase::PostgreSqlDatabase(const DatabaseAddress& address, AskPasswo
 void PostgreSqlDatabase::prepareConnection() {
     if (!execute("SET client_min_messages = error")) throw DatabaseError(lastWords());
     canUndo_ = rowsOf(foreignSequences).at(0).at(0).toInt() == 0;
-}
-
-bool PostgreSqlDatabase::isAboutPassword(const QSqlError& error) const {
-    return error.databaseText().contains(u"password");
 }
 
 std::vector<PostgreSqlDatabase::Function> PostgreSqlDatabase::functionsNamed(std::string_view name) {

@@ -18,7 +18,6 @@ class PostgreSqlDatabase final : public SqlDatabase {
 
   protected:
     void prepareConnection() override;
-    [[nodiscard]] bool isAboutPassword(const QSqlError& error) const override;
     bool beginTransaction() override { return execute("BEGIN"); }
     void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;
 

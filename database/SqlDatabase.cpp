@@ -37,7 +37,7 @@ void SqlDatabase::open() {
     bool isOpen = connect();
     constexpr int mostQuestions = 3;
     for (int asked = 0; !isOpen && asked < mostQuestions; ++asked) {
-        if (askPassword_ == nullptr || !isAboutPassword(connection().lastError())) break;
+        if (askPassword_ == nullptr || !settings_.isAboutPassword(connection().lastError())) break;
         settings_.password = askPassword_(asked > 0);
         if (settings_.password.empty()) break;
         isOpen = connect();

@@ -21,6 +21,8 @@ struct ConnectionSettings {
     int port = -1;
     std::string options{};
     std::string password{};
+    /// Whether a connection failed because a password is missing or wrong; null where there are none.
+    bool (*isAboutPassword)(const QSqlError& error) = nullptr;
 };
 
 /// What all databases over Qt SQL share: the connection, the transaction of a page, the savepoint of a query, the
@@ -35,7 +37,7 @@ class SqlDatabase : public Database {
     [[nodiscard]] QueryResult run(const QueryCall& call, bool isAction, const QueryLimits& limits) override;
 
   protected:
-    /// @param askPassword may be null
+    /// @param askPassword null where nobody can be asked
     SqlDatabase(std::string name, ConnectionSettings settings, AskPassword askPassword);
 
     /// @throws DatabaseError where Qt's driver is not installed
@@ -55,8 +57,6 @@ class SqlDatabase : public Database {
 
     /// Statements that prepare a new connection. @throws DatabaseError
     virtual void prepareConnection() = 0;
-    /// Whether the words of a failed connection mean that a password is missing or wrong.
-    [[nodiscard]] virtual bool isAboutPassword(const QSqlError& error) const = 0;
     /// Whether a connection that was open can be gone.
     [[nodiscard]] virtual bool canBeLost() const { return true; }
     virtual bool beginTransaction() = 0;

@@ -35,7 +35,6 @@ class SqliteDatabase final : public SqlDatabase {
 
   protected:
     void prepareConnection() override;
-    [[nodiscard]] bool isAboutPassword(const QSqlError&) const override { return false; }
     [[nodiscard]] bool canBeLost() const override { return false; }
     bool beginTransaction() override;
     void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;

@@ -38,7 +38,7 @@ TESTS = {  # the tests that may notice a change in a folder, the closest first
     "database": ["database"],
     "preview": ["preview"],
 }
-SLOW = "*AnyTree*:*LittleMemory*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
+SLOW = "*AnyTree*:*LittleMemory*:RefusedMemory.*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
 QUICK = "-" + SLOW
 PATIENCE = {QUICK: 300, SLOW: 1800}  # seconds that a test program may take; a mutant that hangs is caught
 WANTED = 0.95
