@@ -242,8 +242,9 @@ def main():
     options = arguments.parse_args()
 
     files = options.files or sorted(str(f.relative_to(ROOT)) for folder in TESTS
-                                    for f in (ROOT / folder).glob("*") if f.suffix in (".cpp", ".h") and not is_for_windows(f)
+                                    for f in (ROOT / folder).glob("*") if f.suffix in (".cpp", ".h")
                                     if not (options.no_headers and f.suffix == ".h"))
+    files = [file for file in files if not is_for_windows(pathlib.Path(file))]
     known = without_effect()
     everything = [mutant for file in files for mutant in mutants_of(file)]
     left_out = [mutant for mutant in everything if f"{mutant.file} {mutant.change()}" in known]
