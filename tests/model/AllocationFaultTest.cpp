@@ -17,7 +17,7 @@ int requestsLeft = unlimited;
 
 }  // namespace
 
-static void* allocate(std::size_t size) noexcept {
+static void* allocate(std::size_t size, const void*) noexcept {
     if (requestsLeft == 0) return nullptr;
     if (requestsLeft > 0) --requestsLeft;
     return std::malloc(size == 0 ? 1 : size);
