@@ -7,10 +7,10 @@ usage: tests/mutate.py [--count 300] [--seed 1] [--jobs 1] [--go-on] [--list] [-
 The seed selects the mutants from all that the rules below can make of the files: by default every .cpp and .h of the
 folders of the program (--no-headers leaves out the headers, which take longest to build). Each mutant is built in a
 copy of the sources in build/mutation. The quick tests of its folder run first, then those of the folders that use it,
-each up to the first failure; if all of them pass, the slow tests run. A mutant that does not compile, or that
-tests/mutants_without_effect.txt lists, is replaced by the next one. Prints each survivor with its line and, at the end,
-the score; build/mutation/report.txt lists all mutants, with the test that caught each. Fails if fewer than 95 % are
-caught, or if fewer were judged than asked for.
+each up to the first failure; if all of them pass, the slow tests run, and for what deals with the X server the
+program on one. A mutant that does not compile, or that tests/mutants_without_effect.txt lists, is replaced by the
+next one. Prints each survivor with its line and, at the end, the score; build/mutation/report.txt lists all mutants,
+with the test that caught each. Fails if fewer than 95 % are caught, or if fewer were judged than asked for.
 """
 import argparse
 import collections
@@ -40,7 +40,9 @@ TESTS = {  # the tests that may notice a change in a folder, the closest first
 }
 SLOW = "*AnyTree*:*LittleMemory*:RefusedMemory.*:Rounds.*:*Monkey*:KilledSave*:*TwoGigabytes*:*Million*:LargeFile.*:NavTreeDeepTest.*"
 QUICK = "-" + SLOW
-PATIENCE = {QUICK: 300, SLOW: 1800}  # seconds that a test program may take; a mutant that hangs is caught
+ON_X = "*"  # what only a program on an X server notices
+PATIENCE = {QUICK: 300, SLOW: 1800, ON_X: 300}  # seconds that a test program may take; a mutant that hangs is caught
+SKIPPED = 77  # the exit code where there is no X server
 WANTED = 0.95
 BUILT = {"WIZARD_LINUX", "WIZARD_X11", "WIZARD_XCB", "__linux__", "SIGXFSZ"}  # what #ifdef finds here
 
@@ -187,15 +189,16 @@ class Place:
         folder.mkdir(mode=0o700, exist_ok=True)
         environment = dict(os.environ, QT_QPA_PLATFORM="offscreen", LC_ALL="C.UTF-8", XDG_RUNTIME_DIR=str(folder))
         told = self.build / f"{program}.log"
+        server = [self.source / "tests" / "with_x_server.sh", "wm"] if tests == ON_X else []
         try:
             with open(told, "w") as log:
-                code = subprocess.run([self.build / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1",
+                code = subprocess.run([*server, self.build / "bin" / program, "--gtest_fail_fast", "--gtest_brief=1",
                                        f"--gtest_filter={tests}"], cwd=self.build, env=environment, stdout=log,
                                       stderr=subprocess.STDOUT, timeout=PATIENCE[tests]).returncode
         except subprocess.TimeoutExpired:
             return f"{program}: too slow"
         failed = re.search(r"\[  FAILED  \] ([^\s,]+)", told.read_text(errors="replace"))
-        return f"{program}: {failed.group(1) if failed else f'ended with {code}'}" if code != 0 else ""
+        return f"{program}: {failed.group(1) if failed else f'ended with {code}'}" if code not in (0, SKIPPED) else ""
 
     def judge(self, mutant, runs):
         """Returns "caught", "left" or "does not compile", and the failure. Runs are pairs of program and tests."""
@@ -337,7 +340,8 @@ def main():
         check(places.queue[0], SLOW)
 
         def judge_again(mutant):
-            return judge(mutant, [(program, tests) for program in programs_of(mutant) for tests in (QUICK, SLOW)])
+            on_x = [("shell_held_keys", ON_X)] if pathlib.Path(mutant.file).stem.endswith("_x11") else []
+            return judge(mutant, on_x + [(program, tests) for program in programs_of(mutant) for tests in (QUICK, SLOW)])
 
         for mutant, verdict, failure in pool.map(judge_again, list(left)):
             verdict = "survived" if verdict == "left" else verdict

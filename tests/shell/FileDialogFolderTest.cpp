@@ -175,6 +175,18 @@ TEST_P(FileDialogFolder, ANameWithAQuotationMarkThatIsTypedAfterItIsTaken) {
               (folder / "my \"new\" nodes.txt").string());
 }
 
+TEST_P(FileDialogFolder, ANameWithAQuotationMarkThatNoFileHasCannotBeOpened) {
+    if (saves()) return;
+    EXPECT_EQ(ask([&](QDialog& dialog) {
+                  typeName(dialog, "my \"old\" nodes.txt");
+                  EXPECT_TRUE(QTest::qWaitFor([&] { return !button(dialog).isEnabled(); }, patience));
+                  typeName(dialog, "a.txt");
+                  expectButton(dialog, "&Open");
+                  pressForFile(dialog);
+              }),
+              (folder / "a.txt").string());
+}
+
 TEST_P(FileDialogFolder, TheProposedNameTypedOnceMoreIsTaken) {
     if (!saves()) return;  // no name is proposed for opening
     EXPECT_EQ(ask([&](QDialog& dialog) {

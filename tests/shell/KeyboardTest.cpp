@@ -2,7 +2,7 @@
 #include <QAccessible>
 #include <QPlainTextEdit>
 
-#include "Helpers.h"
+#include "EditHelpers.h"
 
 namespace {
 
@@ -35,6 +35,38 @@ bool messageIsOpen() {
 }
 
 }  // namespace
+
+// As when the user looks at another program, and closes the dialog from the list of windows.
+TEST_F(Editing, TheKeyboardComesBackFromAnotherWindowAfterADialog) {
+    if (QGuiApplication::platformName() != text("offscreen"))
+        GTEST_SKIP() << "a window manager keeps the keyboard from other windows of the program";
+    QWidget other;
+    const auto closeFromAnother = [&](QDialog& dialog) {
+        other.show();
+        activate(other);
+        dialog.close();
+    };
+    const TempFolder folder;
+    const auto start = text(folder.path().string());
+    const std::vector<std::function<void()>> dialogs = {
+        [&] { pressOn("N5", Qt::Key_F2); },
+        [&] { (void)wizard.window.GetOpenName(start); },
+        [&] { (void)wizard.window.GetSaveAsName(text("XST1.txt"), start); },
+    };
+    for (std::size_t i = 0; i < dialogs.size(); ++i) {
+        int seen = 0;
+        {
+            const Attendant attendant([&](QDialog& dialog) {
+                ++seen;
+                closeFromAnother(dialog);
+            });
+            dialogs[i]();
+        }
+        EXPECT_EQ(seen, 1) << i;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &wizard.window; }, patience)) << i;
+        other.hide();
+    }
+}
 
 TEST(Keyboard, TabGoesFromTheTreeToTheGridsAndAround) {
     Wizard wizard;

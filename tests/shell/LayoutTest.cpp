@@ -168,6 +168,18 @@ TEST(Layout, FirstSizeOfTheMaximizedWindowPlacesThemAgain) {
     EXPECT_NE(inner->size(), estimatedInner(wizard.window)) << "here the estimate cannot be told from the real size";
 }
 
+TEST(Layout, ASizeBeforeItIsShownPlacesNothing) {
+    fMain window;
+    startUp(window);
+    window.setWindowState(Qt::WindowMaximized);
+    const auto placed = panelsOf(window);
+    QResizeEvent resized({900, 700}, window.size());
+    QSpontaneKeyEvent::setSpontaneous(&resized);
+    window.resize(900, 700);
+    QApplication::sendEvent(&window, &resized);
+    EXPECT_EQ(panelsOf(window), placed);
+}
+
 TEST(Layout, LaterSizesChangeNothing) {
     Wizard wizard;
     auto& window = wizard.window;

@@ -159,6 +159,12 @@ TEST_F(Legend, HintsAtTheKeys) {
     EXPECT_EQ(labelAt(keyHint).width(), pixels(6135, panel));
 }
 
+TEST_F(Legend, NumbersItsLabels) {
+    int number = 0;
+    for (const auto* label : labels())
+        EXPECT_EQ(label->objectName(), text("Label" + std::to_string(++number))) << label->text().toStdString();
+}
+
 TEST_F(Legend, HasNothingElse) {
     EXPECT_EQ(labels().size(), 4 + 4 * 5 + 4 + 1);
     EXPECT_EQ(panel.findChildren<QWidget*>().size(), 29 + 4 + 2) << "labels, pictures and separators";
@@ -219,8 +225,12 @@ TEST_F(Legend, TheCaptionStandsOnTheLineOfTheFrame) {
     EXPECT_TRUE(hasLine(1)) << "left of the caption";
     EXPECT_TRUE(hasLine(text.right() + 12)) << "right of it";
     EXPECT_TRUE(hasLine(frame.width() - 3));
-    EXPECT_FALSE(hasLine(text.left() - 2)) << "not up to its first letter";
-    EXPECT_FALSE(hasLine(text.right() + 3)) << "nor to its last";
+    const auto gap = inPixelsOf(frame, caption().adjusted(-4, 0, 4, 0));
+    const int next = frame.devicePixelRatio() == 1 ? 1 : 2;
+    EXPECT_TRUE(hasLine(gap.left() - next)) << "up to the gap";
+    EXPECT_FALSE(hasLine(gap.left() + next - 1)) << "not up to its first letter";
+    EXPECT_FALSE(hasLine(gap.right() - next + 1)) << "nor to its last";
+    EXPECT_TRUE(hasLine(gap.right() + next)) << "up to the gap";
     EXPECT_NE(frame.pixelColor(0, frame.height() / 2), background) << "the left side";
     const auto rightSide = frame.copy(frame.width() - 3, frame.height() / 2, 3, 1);
     EXPECT_TRUE(
