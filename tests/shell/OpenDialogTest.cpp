@@ -59,6 +59,26 @@ TEST_F(OpenDialog, HasItsTitleFiltersAndFolder) {
               "");
 }
 
+TEST_F(OpenDialog, CutsNoSizeTypeOrDateShort) {
+    EXPECT_EQ(ask([&](QDialog& dialog) {
+                  namesWhen(dialog, everything);
+                  const auto& list = find<QTreeView>(dialog, "treeView");
+                  const auto cut = [&] {
+                      std::string texts;
+                      for (int column = 1; column < list.header()->count(); ++column)
+                          for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
+                              const auto cell = list.model()->index(row, column, list.rootIndex());
+                              if (list.header()->sectionSize(column) < list.sizeHintForIndex(cell).width())
+                                  texts += cell.data().toString().toStdString() + ", ";
+                          }
+                      return texts;
+                  };
+                  EXPECT_TRUE(QTest::qWaitFor([&] { return cut().empty(); }, patience)) << cut();
+                  escape(dialog);
+              }),
+              "");
+}
+
 TEST_F(OpenDialog, ShowsAllFilesHiddenOnesToo) {
     ask([&](QDialog& dialog) {
         EXPECT_EQ(namesWhen(dialog, everything), everything);
