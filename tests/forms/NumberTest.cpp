@@ -16,13 +16,18 @@ class Number : public BothForms {
     [[nodiscard]] Rows wholeNumbers() const {
         return isNode() ? Rows{"txtID"} : Rows{"txtID", "txtSeqNo", "txtForm"};
     }
-    // Does something that must lead to one message.
+    // Does something that must lead to one message, beside the field that it is about.
     template <class Act>
     void isRefused(Act act) {
+        const QWidget* field = nullptr;
         Answers answers;
-        answers.then("message", reading(notNumeric));
+        answers.then("message", [&](QDialog& message) {
+            field = form->focusWidget();
+            reading(notNumeric)(message);
+        });
         act();
         answers.wait();
+        EXPECT_EQ(field, form->focusWidget());
     }
     [[nodiscard]] std::vector<std::pair<std::string, std::function<void()>>> waysToLeave() {
         return {
