@@ -67,13 +67,18 @@ void declareEncoding(CLI::App& program, Encoding& encoding) {
                                 "The encoding of what is printed; otherwise utf-8");
 }
 
+// Of what nobody reads, the parser would name all, in reverse, or only say that a command is missing.
 std::string refusal(const CLI::App* program, const CLI::Error& error) {
+    const auto chosen = program->get_subcommands();
     std::string why = error.what();
-    // The parser would only say that a command is missing.
-    if (const auto unread = program->remaining(); program->get_subcommands().empty() && !unread.empty())
+    if (const auto unread = program->remaining(true); !unread.empty()) {
+        const auto quoted = '"' + unread.front() + '"';
         why = unread.front().starts_with('-') ? "there is no option " + unread.front()
-                                              : "there is no command \"" + unread.front() + '"';
-    return "pelmo-scheme: " + shownName(why) + "; see pelmo-scheme --help\n";
+              : chosen.empty()                ? "there is no command " + quoted
+                                              : quoted + " is one argument too many";
+    }
+    const auto command = chosen.empty() ? std::string() : chosen.front()->get_name() + ' ';
+    return "pelmo-scheme: " + shownName(why) + "; see pelmo-scheme " + command + "--help\n";
 }
 
 std::vector<Declared> declareAll(CLI::App& program, Encoding& encoding) {

@@ -59,13 +59,16 @@ TEST(Program, ShowsAnExampleOfEachCommandThatWorks) {
 
 TEST(Program, RefusesWhatItDoesNotUnderstand) {
     expectRefused(pelmo({}), "A subcommand is required; see pelmo-scheme --help");
-    expectRefused(pelmo({"check"}), "XST1 is required; see pelmo-scheme --help");
+    expectRefused(pelmo({"check"}), "XST1 is required; see pelmo-scheme check --help");
     expectRefused(pelmo({"check", "--format", "xml", sampleNodes}),
-                  "--format: xml not in {text,json,sarif}; see pelmo-scheme --help");
+                  "--format: xml not in {text,json,sarif}; see pelmo-scheme check --help");
     expectRefused(pelmo({"check", "--encoding", "utf-16", sampleNodes}),
-                  "--encoding: utf-16 not in {utf-8,windows-1252}; see pelmo-scheme --help");
+                  "--encoding: utf-16 not in {utf-8,windows-1252}; see pelmo-scheme check --help");
     expectRefused(pelmo({"renumber", sampleNodes, sampleParagraphs}),
-                  "--output is required; see pelmo-scheme --help");
+                  "--output is required; see pelmo-scheme renumber --help");
+    expectRefused(pelmo({"check", "--frmat", "json"}), "there is no option --frmat; see pelmo-scheme check --help");
+    expectRefused(pelmo({"check", sampleNodes, sampleParagraphs, "third.txt", "fourth.txt"}),
+                  "\"third.txt\" is one argument too many; see pelmo-scheme check --help");
     expectRefused(pelmo({"chekc", sampleNodes}), "there is no command \"chekc\"; see pelmo-scheme --help");
     expectRefused(pelmo({"--chekc"}), "there is no option --chekc; see pelmo-scheme --help");
     const auto ran = pelmo({"\x1B[2J\xFF"});
