@@ -171,12 +171,12 @@ TEST(Layout, FirstSizeOfTheMaximizedWindowPlacesThemAgain) {
 TEST(Layout, ASizeBeforeItIsShownPlacesNothing) {
     fMain window;
     startUp(window);
-    window.setWindowState(Qt::WindowMaximized);
     const auto placed = panelsOf(window);
     QResizeEvent resized({900, 700}, window.size());
+    window.resize(resized.size());
+    window.setWindowState(Qt::WindowMaximized);
     QSpontaneKeyEvent::setSpontaneous(&resized);
-    window.resize(900, 700);
-    QApplication::sendEvent(&window, &resized);
+    qApp->notify(&window, &resized);  // sendEvent() would take it for one of the program's own
     EXPECT_EQ(panelsOf(window), placed);
 }
 
