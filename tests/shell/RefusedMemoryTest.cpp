@@ -45,6 +45,7 @@ const std::string notShown =
 
 struct Outcome {
     Rows nodes, paragraphs;
+    Rows screen;  // how much of them it shows
     Rows messages;
     int refusals;
     int requests;
@@ -64,7 +65,9 @@ class RefusedMemory : public testing::Test {
         writeBytes(folder_ / "paragraphs", paragraphs);
     }
 
-    Outcome after(const char* keys, const std::set<int>& which) {
+    using Command = std::function<void(Wizard&)>;
+
+    Outcome after(const Command& command, const std::set<int>& which) {
         Wizard wizard;
         wizard.openNodes(folder_ / "nodes");
         wizard.openParagraphs(folder_ / "paragraphs");
@@ -78,7 +81,7 @@ class RefusedMemory : public testing::Test {
                     outcome.messages.push_back(box->text().toStdString());
                 press(window, Qt::Key_Escape);
             });
-            if (keys) choose(wizard.window, keys);
+            command(wizard);
             QTest::qWait(20);
         }
         outcome.requests = std::exchange(requests, -1);
@@ -88,6 +91,9 @@ class RefusedMemory : public testing::Test {
         // As soon as there is memory again, it works.
         const auto& shown = dynamic_cast<NavTree&>(wizard.tree()).treeModel().snapshot();
         EXPECT_TRUE(shown.count() == 0 || shown.count() == static_cast<unsigned>(wizard.navs().Count()));
+        outcome.screen = {std::to_string(shown.count()) + " nodes",
+                          std::to_string(wizard.nodeGrid().model()->rowCount()) + " rows of nodes",
+                          std::to_string(wizard.paragraphGrid().model()->rowCount()) + " rows of paragraphs"};
         wizard.saveNodes(folder_ / "saved");
         EXPECT_TRUE(bytesOf(folder_ / "saved.txt") == savedBytes(wizard.navs()));
         std::filesystem::remove(folder_ / "saved.txt");
@@ -95,8 +101,9 @@ class RefusedMemory : public testing::Test {
     }
 
     // Returns how many requests there were.
-    int expectAllOrNothing(const char* keys, const std::set<int>& which, const Outcome& before, const Outcome& done) {
-        const auto now = after(keys, which);
+    int expectAllOrNothing(const Command& command, const std::set<int>& which, const Outcome& before,
+                           const Outcome& done) {
+        const auto now = after(command, which);
         const bool isDone = now.nodes == done.nodes && now.paragraphs == done.paragraphs;
         const bool isAsBefore = now.nodes == before.nodes && now.paragraphs == before.paragraphs;
         EXPECT_TRUE(isDone || isAsBefore) << "half done";
@@ -106,22 +113,24 @@ class RefusedMemory : public testing::Test {
             EXPECT_TRUE(isAsBefore);
         else
             EXPECT_TRUE(isDone) << testing::PrintToString(now.messages);
+        if (now.messages != Rows{notShown}) {
+            EXPECT_EQ(now.screen, done.screen);
+        }
         refusals_ += now.refusals;
         return now.requests;
     }
 
     std::set<std::string> seen_;  // all messages
     int refusals_ = 0;
-
-  private:
     const TempFolder folder_;
 };
 
 }  // namespace
 
 TEST_F(RefusedMemory, ReNumberDoesAllOrNothing) {
-    const auto before = after(nullptr, {});
-    const auto done = after("NR", {});
+    const Command renumber = [](Wizard& wizard) { ::choose(wizard.window, "NR"); };
+    const auto before = after([](Wizard&) {}, {});
+    const auto done = after(renumber, {});
     EXPECT_EQ(done.messages, Rows());
     ASSERT_GT(done.requests, 3);
     // Where the nodes could not be filed anew, that is tried again with the memory of the screen, which is then
@@ -130,7 +139,7 @@ TEST_F(RefusedMemory, ReNumberDoesAllOrNothing) {
     int refiled = 0;
     for (int request = 0; request < done.requests; ++request) {
         SCOPED_TRACE("request " + std::to_string(request));
-        const int count = expectAllOrNothing("NR", {request}, before, done);
+        const int count = expectAllOrNothing(renumber, {request}, before, done);
         if (count > longest) refiled = request;
         longest = std::max(longest, count);
     }
@@ -138,9 +147,27 @@ TEST_F(RefusedMemory, ReNumberDoesAllOrNothing) {
     EXPECT_GT(refusals_, 10);
     for (int request = longest - 12; request < longest; ++request) {
         SCOPED_TRACE("requests " + std::to_string(refiled) + " and " + std::to_string(request));
-        expectAllOrNothing("NR", {refiled, request}, before, done);
+        expectAllOrNothing(renumber, {refiled, request}, before, done);
     }
     EXPECT_EQ(seen_, (std::set{notDone, notShown}));
+}
+
+// What a click could not draw is drawn with the memory of the reserve.
+TEST_F(RefusedMemory, AClickShowsAllParagraphsOfTheNode) {
+    std::string paragraphs;
+    for (int id = 1; id <= 3'000; ++id)
+        paragraphs += std::to_string(id) + (id <= 2'500 ? ",5" : ",14") + ",1,title,spW,,T\r\n";
+    writeBytes(folder_ / "paragraphs", paragraphs);
+    const Command click = [](Wizard& wizard) { wizard.click("Data Browser"); };
+    const auto done = after(click, {});
+    EXPECT_EQ(done.screen.at(2), "2500 rows of paragraphs");
+    ASSERT_GT(done.requests, 0);
+    for (int request = 0; request < done.requests; ++request) {
+        SCOPED_TRACE("request " + std::to_string(request));
+        expectAllOrNothing(click, {request}, done, done);
+    }
+    EXPECT_EQ(seen_, std::set<std::string>());
+    EXPECT_GT(refusals_, 0);
 }
 
 #endif
