@@ -18,7 +18,8 @@ struct Unusable final : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-enum class Encoding { Utf8, Windows1252 };
+/// What is printed is in: UTF-8, or the code page of the files.
+enum class Encoding { Utf8, CodePage };
 
 /// What a command reads and writes.
 struct Console {

@@ -62,7 +62,7 @@ struct Dialect {
         std::string_view begin;
         std::string_view beforeRows = {}, afterRows = {};  ///< of each table
         std::string_view end;
-        std::string_view utf8 = {}, windows1252 = {};  ///< the names of the encodings
+        std::string_view utf8 = {}, codePage = {};  ///< the names of UTF-8, and of the code page of the files
     } script;
 
     /// The script of the queries.

@@ -124,7 +124,7 @@ DELETE FROM XST1;
 )",
                .end = "COMMIT;\n",
                .utf8 = "UTF8",
-               .windows1252 = "WIN1252"},
+               .codePage = "WIN1252"},
     .queries = {.usage = "Run it with: psql -v ON_ERROR_STOP=1 -q -d DATABASE -f SCRIPT\n"
                          "A query is a function. One that is there stays.",
                 .begin = "SET client_encoding = '{encoding}';\nSET standard_conforming_strings = on;\n",
@@ -191,7 +191,7 @@ DEALLOCATE PREPARE pelmo_end;
 SET sql_mode = @pelmo_mode;
 )",
                .utf8 = "utf8mb4",
-               .windows1252 = "latin1"},
+               .codePage = "latin1"},
     .queries = {.usage = "Run it with: mariadb DATABASE < SCRIPT\n"
                          "A query is a procedure. One that is there stays.",
                 .begin = "SET NAMES {encoding};\n",

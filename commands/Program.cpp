@@ -8,6 +8,7 @@
 
 #include "commands/Command.h"
 #include "commands/CommandLine.h"
+#include "model/CodePage.h"
 
 namespace {
 
@@ -56,7 +57,7 @@ struct EncodingName {
     const char* name;
     Encoding encoding;
 };
-constexpr EncodingName encodings[] = {{"utf-8", Encoding::Utf8}, {"windows-1252", Encoding::Windows1252}};
+constexpr EncodingName encodings[] = {{"utf-8", Encoding::Utf8}, {codePageName, Encoding::CodePage}};
 
 void declareEncoding(CLI::App& program, Encoding& encoding) {
     const auto choose = [&encoding](const std::string& given) {

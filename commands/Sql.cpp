@@ -42,7 +42,7 @@ std::string frame(std::string_view text, const Dialect& dialect, const SavedSche
                          {"names2", namesOf(webTable)},
                          {"nodes", std::to_string(scheme.nodes().size())},
                          {"paragraphs", std::to_string(scheme.paragraphs().size())},
-                         {"encoding", encoding == Encoding::Utf8 ? dialect.script.utf8 : dialect.script.windows1252},
+                         {"encoding", encoding == Encoding::Utf8 ? dialect.script.utf8 : dialect.script.codePage},
                          {"calls", calls}});
 }
 

@@ -77,7 +77,7 @@ std::string heading(const Dialect& dialect, std::size_t count) {
 
 void printScript(const std::vector<Query>& queries, const Dialect& dialect, const Console& console) {
     printLines(dialect, console, heading(dialect, queries.size()));
-    const auto encoding = console.encoding == Encoding::Utf8 ? dialect.script.utf8 : dialect.script.windows1252;
+    const auto encoding = console.encoding == Encoding::Utf8 ? dialect.script.utf8 : dialect.script.codePage;
     printLines(dialect, console, filled(dialect.queries.begin, {{"encoding", encoding}}));
     for (const auto& query : queries)
         printLines(dialect, console,

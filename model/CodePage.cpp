@@ -4,7 +4,7 @@
 #include <algorithm>
 
 std::optional<char> byteOf(char32_t character) {
-    if (character < 0x80 || (character >= 0xA0 && character <= 0xFF)) return static_cast<char>(character);
+    if (character < 0x80) return static_cast<char>(character);
     const auto* const found = std::ranges::find(upperHalfOfCodePage, character);
     if (found == upperHalfOfCodePage.end()) return {};
     return static_cast<char>(0x80 + (found - upperHalfOfCodePage.begin()));

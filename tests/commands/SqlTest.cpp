@@ -99,8 +99,8 @@ TEST(SqlTexts, HoldNoVariablesOfSqlcmd) {
 
 // SQLite takes every script for UTF-8; the other two are told the encoding.
 TEST(SqlTexts, AreCorrectInAnotherEncoding) {
-    EXPECT_EQ(text("sqlite", "\xE9", Encoding::Windows1252), "char(233)");
-    EXPECT_EQ(text("postgresql", "\xE9\x81", Encoding::Windows1252), "'\xC3\xA9' || chr(129)");
+    EXPECT_EQ(text("sqlite", "\xE9", Encoding::CodePage), "char(233)");
+    EXPECT_EQ(text("postgresql", "\xE9\x81", Encoding::CodePage), "'\xC3\xA9' || chr(129)");
     const auto script = sql("postgresql", "windows-1252").out;
     EXPECT_NE(script.find("SET LOCAL client_encoding = 'WIN1252';\n"), std::string::npos);
     EXPECT_NE(script.find("here \x80'"), std::string::npos);
