@@ -8,6 +8,7 @@
 #include <QScreen>
 #include <QStyle>
 #include <cmath>
+#include <concepts>
 
 #include "analysis/Reports.h"
 #include "shell/FileDialogs.h"
@@ -58,12 +59,12 @@ constexpr MenuItem menuItems[] = {
     {"mnuNavigation", "mnuNavSave", "&Save to Text File", &fMain::mnuNavSave_Click},
     {"mnuNavigation", "mnuCollapse", "&Collapse Nodes", &fMain::mnuCollapse_Click},
     {"mnuNavigation", "mnuNavRenum", "&Re-Number", &fMain::mnuNavRenum_Click},
-    {"mnuNavigation", "mnuCheckNav", "&Analysis of Nav Scheme", &fMain::mnuCheckNav_Click},
-    {"mnuNavigation", "mnuNavToDo", "Action &To Do", &fMain::mnuNavToDo_Click},
+    {"mnuNavigation", "mnuCheckNav", "&Analysis of Nav Scheme", &fMain::showReportOf<CheckNav>},
+    {"mnuNavigation", "mnuNavToDo", "Action &To Do", &fMain::showReportOf<NavToDo>},
     {"", "mnuDisplay", "&Web", nullptr},
     {"mnuDisplay", "mnuDisSave", "&Save to Text File", &fMain::mnuDisSave_Click},
-    {"mnuDisplay", "mnuCheckWeb", "&Analysis of Web Scheme", &fMain::mnuCheckWeb_Click},
-    {"mnuDisplay", "mnuWebToDo", "Action &To Do", &fMain::mnuWebToDo_Click},
+    {"mnuDisplay", "mnuCheckWeb", "&Analysis of Web Scheme", &fMain::showReportOf<CheckScheme>},
+    {"mnuDisplay", "mnuWebToDo", "Action &To Do", &fMain::showReportOf<WebToDo>},
     {nullptr, "mnuPopUp", "Popup", nullptr},
     {"mnuPopUp", "mnuChild", "&Add Child   (Ins)", &fMain::mnuChild_Click},
     {"mnuPopUp", "mnuEdit", "&Edit Node   (F2)", &fMain::mnuEdit_Click},
@@ -340,14 +341,6 @@ void fMain::fileAnew() {
     }
 }
 
-void fMain::mnuCheckNav_Click() {
-    showReport(CheckNav(*oNavs));
-}
-
-void fMain::mnuNavToDo_Click() {
-    showReport(NavToDo(*oNavs));
-}
-
 void fMain::mnuDisSave_Click() {
     const MemoryReserve::Spent more(reserve_);
     const auto name = GetSaveAsName(QStringLiteral("XST2.txt"), programFolder());
@@ -360,13 +353,13 @@ void fMain::mnuDisSave_Click() {
     if (!saved) showMessage(this, QStringLiteral("Unable to save file.."));
 }
 
-// The grids are not redrawn, although the analysis takes the orphans' nodes away from them.
-void fMain::mnuCheckWeb_Click() {
-    showReport(CheckScheme(*oNavs));
-}
-
-void fMain::mnuWebToDo_Click() {
-    showReport(WebToDo(oNavs->oWebs));
+// The grids are not redrawn, although the analysis of paragraphs takes the orphans' nodes away from them.
+template <auto report>
+void fMain::showReportOf() {
+    if constexpr (std::invocable<decltype(report), clsNavSchemes&>)
+        showReport(report(*oNavs));
+    else
+        showReport(report(oNavs->oWebs));
 }
 
 void fMain::showReport(std::string report) {

@@ -43,6 +43,8 @@ class fMain final : public QMainWindow, private NavWindow {
     [[nodiscard]] std::filesystem::path GetSaveAsName(const QString& sInName, const QString& sInitialDir);
 
     // The menu commands.
+    template <auto report>  ///< a function of analysis/Reports.h
+    void showReportOf();
     void mnuIntro_Click();
     void mnuNavOpen_Click();
     void mnuDisOpen_Click();
@@ -52,11 +54,7 @@ class fMain final : public QMainWindow, private NavWindow {
     void mnuNavSave_Click();
     void mnuCollapse_Click();
     void mnuNavRenum_Click();
-    void mnuCheckNav_Click();
-    void mnuNavToDo_Click();
     void mnuDisSave_Click();
-    void mnuCheckWeb_Click();
-    void mnuWebToDo_Click();
     void mnuChild_Click();
     void mnuEdit_Click();
     void mnuDelete_Click();
