@@ -60,23 +60,46 @@ constexpr double letterWidth = 180;
 constexpr double explanationWidth = 5640;
 
 constexpr Legend explanations[] = {
-    {"Rules Explained:", 4320, 240, explanationWidth, oneLine, textColour},
-    {"(F)-Fixed Node , can have (N, any number) of (F), (G), (R) and/or (N) as Child Nodes.", 4320, 720,
-     explanationWidth, twoLines, red},
-    {"(G), Generating Node MUST have only ONE child which is of type (G), (R) or (N). Only One Child Node must "
-     "Exist!",
-     4320, 1380, explanationWidth, twoLines, blue},
-    {"(R), Recurring Node and (N)-Non-Generating Node cannot have any child nodes.", 4320, 2040, explanationWidth,
-     twoLines, textColour},
-    {"When in Treeview: (Ins) Adds a Child Node,   (F2) Edits a Node,  (Del) Deletes a Node.", 120, 3000, 6135,
-     oneLine, textColour, hintPoints},
+    {.text = "Rules Explained:",
+     .left = 4320,
+     .top = 240,
+     .width = explanationWidth,
+     .height = oneLine,
+     .colour = textColour},
+    {.text = "(F)-Fixed Node , can have (N, any number) of (F), (G), (R) and/or (N) as Child Nodes.",
+     .left = 4320,
+     .top = 720,
+     .width = explanationWidth,
+     .height = twoLines,
+     .colour = red},
+    {.text = "(G), Generating Node MUST have only ONE child which is of type (G), (R) or (N). Only One Child Node "
+             "must Exist!",
+     .left = 4320,
+     .top = 1380,
+     .width = explanationWidth,
+     .height = twoLines,
+     .colour = blue},
+    {.text = "(R), Recurring Node and (N)-Non-Generating Node cannot have any child nodes.",
+     .left = 4320,
+     .top = 2040,
+     .width = explanationWidth,
+     .height = twoLines,
+     .colour = textColour},
+    {.text = "When in Treeview: (Ins) Adds a Child Node,   (F2) Edits a Node,  (Del) Deletes a Node.",
+     .left = 120,
+     .top = 3000,
+     .width = 6135,
+     .height = oneLine,
+     .colour = textColour,
+     .points = hintPoints},
 };
 
 struct Separator {
     const char* name;
     double left, top, width, height;
 };
-constexpr Separator separators[] = {{"Line1", 2760, 600, 1440, 0}, {"Line2", 4230, 300, 0, 2460}};
+constexpr Separator separators[] = {{.name = "Line1", .left = 2760, .top = 600, .width = 1440, .height = 0},
+                                    {.name = "Line2", .left = 4230, .top = 300, .width = 0, .height = 2460}};
 
 void addLabel(const Legend& legend, QWidget& panel) {
     const auto number = panel.findChildren<QLabel*>().size() + 1;

@@ -80,8 +80,12 @@ NavGridRows::NavGridRows(const clsNavSchemes& scheme) {
     QRgb colour = qRgb(0, 0, 0);
     for (const auto& node : scheme.NewEnum()) {
         texts_.keepOwner(node);
-        rows_.push_back({texts_.keep(node->descriptionIs), texts_.keep(node->typeIs()), texts_.keep(node->queryIs()),
-                         texts_.keep(node->parmIs()), texts_.keep(node->iconIs), texts_.keep(node->roleIs)});
+        rows_.push_back({.description = texts_.keep(node->descriptionIs),
+                         .type = texts_.keep(node->typeIs()),
+                         .query = texts_.keep(node->queryIs()),
+                         .parm = texts_.keep(node->parmIs()),
+                         .icon = texts_.keep(node->iconIs),
+                         .role = texts_.keep(node->roleIs)});
         ids_.push_back(node->ID);
         parents_.push_back(node->parentIs);
         if (const auto* look = nodeLook(node->typeIs().letter())) colour = look->gridColour;
@@ -136,10 +140,15 @@ WebGridRows::WebGridRows(std::span<const std::shared_ptr<clsWebScheme>> paragrap
     for (const auto& paragraph : paragraphs) {
         if (!paragraph) continue;
         texts_.keepOwner(paragraph);
-        rows_.push_back({texts_.keep(paragraph->titleIs), texts_.keep(paragraph->queryIs),
-                         texts_.keep(paragraph->parmIs), texts_.keep(paragraph->typeIs),
-                         texts_.keep(paragraph->colsAre), paragraph->ID, paragraph->XST1, paragraph->seqNo,
-                         paragraph->formIs});
+        rows_.push_back({.title = texts_.keep(paragraph->titleIs),
+                         .query = texts_.keep(paragraph->queryIs),
+                         .parm = texts_.keep(paragraph->parmIs),
+                         .type = texts_.keep(paragraph->typeIs),
+                         .cols = texts_.keep(paragraph->colsAre),
+                         .id = paragraph->ID,
+                         .node = paragraph->XST1,
+                         .seqNo = paragraph->seqNo,
+                         .form = paragraph->formIs});
     }
 }
 

@@ -9,19 +9,24 @@ using namespace std::string_literals;
 
 namespace {
 
-constexpr bool query = true;
-constexpr bool noQuery = false;
-constexpr bool fixedBelow = true;
+enum class Query { None, Given };
+enum class Below { NothingFixed, AFixed };
+
+constexpr auto query = Query::Given;
+constexpr auto noQuery = Query::None;
+constexpr auto fixedBelow = Below::AFixed;
 
 void appendFindings(std::string& report, const NodeFacts& node, std::int32_t id, const Text& description) {
     forEachBroken(navRules, node.type, node, [&](const auto& rule) { appendFinding(report, rule, id, description); });
 }
 
 // What is found in the node 12, "Customers".
-std::string findings(char type, bool hasQuery, std::int16_t children, bool withFixed = false) {
+std::string findings(char type, Query given, std::int16_t children, Below below = Below::NothingFixed) {
     std::string report;
-    appendFindings(report, {.type = type, .hasQuery = hasQuery, .fixedBelow = withFixed, .children = children}, 12,
-                   "Customers");
+    appendFindings(
+        report,
+        {.type = type, .hasQuery = given == Query::Given, .fixedBelow = below == Below::AFixed, .children = children},
+        12, "Customers");
     return report;
 }
 
@@ -127,7 +132,7 @@ TEST(NavRules, OtherTypesAreNotLookedAt) {
 
 TEST(NavRules, TextsOfANodeStandAsTheyAre) {
     std::string report = "before\r\n";
-    appendFindings(report, {.type = 'N', .hasQuery = noQuery, .fixedBelow = false, .children = 1}, -7,
+    appendFindings(report, {.type = 'N', .hasQuery = false, .fixedBelow = false, .children = 1}, -7,
                    "a\0b \xE9\"<b>, "s);
     EXPECT_EQ(report,
               "before\r\n=> There are Child Nodes for Non-Generating-Type: [ID=-7] a\0b \xE9\"<b>, \r\n"
