@@ -19,6 +19,7 @@ def skips(case):
     """Why a test, or tests in a test program, were skipped: the name and the reason of each."""
     output = case.findtext("system-out") or ""
     inside = re.findall(r"^[^\n]*: Skipped\n(.*?)\n+(?:.*\n)*?\[  SKIPPED \] (\S+)", output, re.MULTILINE)
+    inside += [(reason, name) for name, reason in re.findall(r"^skipped: (.*?): (.*)$", output, re.MULTILINE)]
     if inside:
         return [(name, reason.strip()) for reason, name in inside]
     if case.find("skipped") is not None:

@@ -47,7 +47,7 @@ endif()
 
 find_program(CHMCMD NAMES chmcmd chmcmd-3.2.2)
 if(NOT CHMCMD)
-  message("the true compiler is skipped: chmcmd was not found")
+  message("skipped: the true compiler: chmcmd is not installed")
   return()
 endif()
 file(REMOVE ${WORK}/Pelmo.chm)

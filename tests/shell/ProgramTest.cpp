@@ -86,11 +86,12 @@ class Program : public testing::Test {
         environment.insert(text("ASAN_OPTIONS"), text("detect_leaks=0"));  // it cannot look for leaks under a tracer
     }
 
-    static bool canTrace() {
-        if (QStandardPaths::findExecutable(text("strace")).isEmpty()) return false;
+    static std::string whyNoTrace() {
+        if (QStandardPaths::findExecutable(text("strace")).isEmpty()) return "strace is not installed";
         QProcess trace;
         trace.start(text("strace"), {text("-o"), text("/dev/null"), text("true")});
-        return trace.waitForFinished(longest) && trace.exitCode() == 0;
+        const bool isPossible = trace.waitForFinished(longest) && trace.exitCode() == 0;
+        return isPossible ? "" : "system calls cannot be traced here";
     }
 
     void run(const std::string& program, const QStringList& arguments) {
@@ -192,7 +193,7 @@ TEST_F(Program, HandsTheHelpFileBesideItToTheDesktop) {
 }
 
 TEST_F(Program, WritesTheTwoNamedFilesAndNothingElse) {
-    if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
+    if (const auto why = whyNoTrace(); !why.empty()) GTEST_SKIP() << why;
     const TempFolder home;
     const TempFolder runtime;
     std::filesystem::permissions(runtime.path(), std::filesystem::perms::owner_all);
@@ -209,7 +210,7 @@ TEST_F(Program, WritesTheTwoNamedFilesAndNothingElse) {
 
 // To find out what kind of file it is, Qt would open each one whose name does not tell, and wait for a pipe forever.
 TEST_F(Program, OpensNoFileButThoseThatTheUserNames) {
-    if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
+    if (const auto why = whyNoTrace(); !why.empty()) GTEST_SKIP() << why;
     for (const char* name : {"noext", "b.dat", ".hid"}) writeBytes(files / name, "bytes");
     std::filesystem::create_symlink("noext", files / "link");
     ASSERT_EQ(mkfifo((files / "pipe").c_str(), 0600), 0);
@@ -226,7 +227,7 @@ TEST_F(Program, OpensNoFileButThoseThatTheUserNames) {
 }
 
 TEST_F(Program, ReadsNoSettings) {
-    if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
+    if (const auto why = whyNoTrace(); !why.empty()) GTEST_SKIP() << why;
     const TempFolder home;
     std::filesystem::create_directory(home / ".config");
     writeBytes(home / ".config/QtProject.conf", settings);
@@ -247,7 +248,7 @@ TEST_F(Program, ReadsNoSettings) {
 // Without XDG_RUNTIME_DIR Qt makes an empty folder "runtime-USER" for temporary
 // files before any code of the program runs.
 TEST_F(Program, NeedsNoHome) {
-    if (!canTrace()) GTEST_SKIP() << "system calls cannot be traced here";
+    if (const auto why = whyNoTrace(); !why.empty()) GTEST_SKIP() << why;
     writeBytes(logs / "file", "");
     const auto nowhere = logs / "file/home";  // nobody can make a folder in a file
     environment.insert(text("HOME"), text(nowhere.string()));
