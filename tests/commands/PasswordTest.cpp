@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <csignal>
 
 #include "commands/Password.h"
 #include "tests/model/Faults.h"
@@ -23,6 +24,7 @@ class Terminal {
     Terminal() {
         id_ = forkpty(&keyboard_, nullptr, nullptr, nullptr);
         if (id_ != 0) return;
+        std::signal(SIGINT, SIG_DFL);  // a process that was started in the background ignores it
         const auto first = askPassword(false);
         const auto second = askPassword(true);
         const auto answers = "[" + first + "] [" + second + "]\n";
