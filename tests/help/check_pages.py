@@ -121,10 +121,10 @@ def said_by_the_program(root):
             if text.endswith(":") and len(text) < 40 or re.match(r"User Role", text):
                 yield text, page, False
     for text in texts("forms/fNav.cpp"):
-        if re.match(r"[FGRN] - ", text):
+        if re.match(r"[A-Z] - ", text):
             yield text, "node-form.html", False
     for text in texts("forms/fWeb.cpp"):
-        if re.match(r"[CHEMIST] - ", text):
+        if re.match(r"[A-Z] - ", text):
             yield text, "paragraphs.html", False
     menu = re.findall(r'\{(?:"\w*"|nullptr), "mnu\w+", ("[^"]*"), (.*?)\}', (root / "shell/fMain.cpp").read_text())
     for caption, command in menu:
