@@ -45,14 +45,14 @@ constexpr std::string_view webSteps =
 struct ParameterNote {
     ParameterKind kind;
     std::string_view note;
-    bool hasLength;  // the length of the key follows, and a bracket
+    bool hasLength = false;  // the length of the key follows, and a bracket
 };
 constexpr ParameterNote parameterNotes[] = {
-    {ParameterKind::None, "   (Parameter = None)", false},
-    {ParameterKind::LKey, "   (Parameter = Long Integer)", false},
-    {ParameterKind::CKey, "   (Parameter = Character of Length=", true},
-    {ParameterKind::Text, "   (Parameter = Text)", false},
-    {ParameterKind::Today, "   (Parameter = Date (Today))", false},
+    {.kind = ParameterKind::None, .note = "   (Parameter = None)"},
+    {.kind = ParameterKind::LKey, .note = "   (Parameter = Long Integer)"},
+    {.kind = ParameterKind::CKey, .note = "   (Parameter = Character of Length=", .hasLength = true},
+    {.kind = ParameterKind::Text, .note = "   (Parameter = Text)"},
+    {.kind = ParameterKind::Today, .note = "   (Parameter = Date (Today))"},
 };
 static_assert(std::ranges::equal(parameterNotes, parameterKinds, {}, &ParameterNote::kind, &StoredParameter::kind));
 
@@ -94,8 +94,7 @@ void appendQuery(std::string& report, std::int32_t id, std::string_view query, s
 std::string NavToDo(const clsNavSchemes& oNavs) {
     std::string report(navSteps);
     for (const auto& node : oNavs.NewEnum()) {
-        const auto* type = nodeType(node->typeIs().letter());
-        if (!type || !type->hasQuery) continue;
+        if (!hasQuery(node->typeIs().letter())) continue;
         appendQuery(report, node->ID, node->queryIs(), node->parmIs());
         report.append("\r\n");
     }

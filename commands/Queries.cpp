@@ -7,6 +7,8 @@
 #include <unordered_map>
 
 #include "model/Integer.h"
+#include "model/NodeType.h"
+#include "model/ParagraphType.h"
 #include "model/ParameterKind.h"
 
 namespace {
@@ -14,20 +16,41 @@ namespace {
 constexpr std::size_t anyLength = 255;  // of a text whose length is not known
 constexpr std::size_t mostFields = 250;
 
-// What a parameter kind supplies: the name of the argument, its type and length, and a description.
+// What a parameter kind supplies.
 struct Supply {
     ParameterKind kind;
-    std::string_view argument;
-    ValueType type;
-    std::size_t length;
+    std::string_view argument{};  // the name; empty if it supplies nothing
+    ValueType type = ValueType::Integer;
+    std::size_t length = 0;  // of a text
     std::string_view words;
 };
 constexpr Supply supplies[] = {
-    {ParameterKind::LKey, "given_key", ValueType::Integer, 0, "the key of the node, a whole number"},
-    {ParameterKind::CKey, "given_key", ValueType::Text, anyLength, "the key of the node, a text"},
-    {ParameterKind::Text, "given_text", ValueType::Text, anyLength, "the text of the node"},
-    {ParameterKind::Today, "given_today", ValueType::Text, 11, "the day as a text, like 21-Nov-2026"},
+    {.kind = ParameterKind::None, .words = "no parameter"},
+    {.kind = ParameterKind::LKey, .argument = "given_key", .words = "the key of the node, a whole number"},
+    {.kind = ParameterKind::CKey,
+     .argument = "given_key",
+     .type = ValueType::Text,
+     .length = anyLength,
+     .words = "the key of the node, a text"},
+    {.kind = ParameterKind::Text,
+     .argument = "given_text",
+     .type = ValueType::Text,
+     .length = anyLength,
+     .words = "the text of the node"},
+    {.kind = ParameterKind::Today,
+     .argument = "given_today",
+     .type = ValueType::Text,
+     .length = 11,
+     .words = "the day as a text, like 21-Nov-2026"},
 };
+static_assert(std::ranges::equal(supplies, parameterKinds, {}, &Supply::kind, &StoredParameter::kind));
+
+// Null for a text that is no kind.
+const Supply* supplyOf(std::string_view parmIs) {
+    const auto kind = readParameterKind(parmIs);
+    const auto* const row = kind ? std::ranges::find(supplies, *kind, &Supply::kind) : std::end(supplies);
+    return row == std::end(supplies) ? nullptr : row;
+}
 
 // Splits at each separator; several in a row count as one.
 std::vector<std::string_view> piecesOf(std::string_view text, char separator) {
@@ -71,7 +94,8 @@ std::string told(std::string_view bytes) {
 
 // A node or paragraph that calls a query.
 struct Use {
-    std::string who;  // "Node 8", "Paragraph 14 of node 8"
+    std::string who;                           // "Node 8", "Paragraph 14 of node 8"
+    const ParagraphType* paragraph = nullptr;  // null for a node, and for a type of paragraph that there is not
     bool isNode = false;
     std::string_view type, text, query, parmIs, colsAre;
     std::optional<std::size_t> idLength;  // of the keys that a node's query returns, if they are texts
@@ -87,7 +111,7 @@ class Draft {
         addArguments(use, constants);
         if (use.isNode)
             addNode(use);
-        else if (use.type != "E")
+        else if (!use.paragraph || !use.paragraph->isAction)
             addParagraph(use);
     }
 
@@ -121,12 +145,11 @@ class Draft {
     }
 
     static std::string suppliedWords(std::string_view parmIs) {
-        const auto kind = readParameterKind(parmIs);
-        if (!kind) return "what " + told(parmIs) + " means; nothing reads this kind of parameter";
-        if (kind == ParameterKind::None) return "no parameter";
-        std::string words(std::ranges::find(supplies, *kind, &Supply::kind)->words);
-        if (kind == ParameterKind::CKey && *keyLength(parmIs) != anyLength)
-            words += " of " + std::to_string(*keyLength(parmIs)) + " characters";
+        const auto* const supply = supplyOf(parmIs);
+        if (!supply) return "what " + told(parmIs) + " means; nothing reads this kind of parameter";
+        std::string words(supply->words);
+        if (const auto length = keyLength(parmIs); length && *length != anyLength)
+            words += " of " + std::to_string(*length) + " characters";
         return words;
     }
 
@@ -137,9 +160,8 @@ class Draft {
             widen(argument(place++), isNumber ? ValueType::Integer : ValueType::Text,
                   isNumber ? constant.size() : anyLength);
         }
-        const auto* const supply = std::ranges::find_if(
-            supplies, [&](const Supply& row) { return row.kind == readParameterKind(use.parmIs); });
-        if (supply != std::end(supplies)) {
+        const auto* const supply = supplyOf(use.parmIs);
+        if (supply && !supply->argument.empty()) {
             auto& given = argument(place++);
             given.name = supply->argument;
             widen(given, supply->type, keyLength(use.parmIs).value_or(supply->length));
@@ -159,10 +181,10 @@ class Draft {
 
     void addParagraph(const Use& use) {
         columns_ = std::max<std::size_t>(columns_, 2);
-        hasImage_ = hasImage_ || use.type == "I";
-        hasFile_ = hasFile_ || use.type == "T";
-        if (use.type == "C") addChart(use.colsAre);
-        if (use.type == "S") addSums(use.colsAre);
+        if (!use.paragraph) return;
+        if (!use.paragraph->fieldPrefix.empty()) pictures_.insert(use.paragraph);
+        if (use.paragraph->columns == ColumnsUse::Axes) addChart(use.colsAre);
+        if (use.paragraph->columns == ColumnsUse::Sums) addSums(use.colsAre);
     }
 
     // Columns are "X:Y"; with "All", each column is plotted against the first one.
@@ -201,8 +223,11 @@ class Draft {
                                      .type = isNumber ? ValueType::Number : ValueType::Text,
                                      .length = anyLength});
         }
-        if (hasImage_) query_.fields.push_back({.name = "IMGPicture", .type = ValueType::Image});
-        if (hasFile_) query_.fields.push_back({.name = "FILEPicture", .length = anyLength});
+        for (const auto* type : pictures_) {
+            const auto name = std::string(type->fieldPrefix) + "Picture";
+            query_.fields.push_back(type->isFieldPath ? QueryField{.name = name, .length = anyLength}
+                                                      : QueryField{.name = name, .type = ValueType::Image});
+        }
     }
 
     Query query_;
@@ -210,8 +235,7 @@ class Draft {
     std::size_t columns_ = 0;        // including the ID; 0 if no use wants rows
     std::set<std::size_t> numbers_;  // the columns that must be numbers
     std::size_t idLength_ = 0;
-    bool hasImage_ = false;
-    bool hasFile_ = false;
+    std::set<const ParagraphType*> pictures_;  // the types of its uses that want a picture, in their order
 };
 
 // The lengths of the text keys that queries return, as declared by the nodes and paragraphs that receive the keys.
@@ -226,7 +250,8 @@ class KeyLengths {
     // The rows of a generating node become its children; those of a recurring one become nodes like itself.
     [[nodiscard]] std::optional<std::size_t> givenBy(const clsNavScheme& node) const {
         const auto below = lengthIn(below_, node.ID);
-        return node.typeIs() == "R" ? std::max(below, lengthIn(own_, node.ID)) : below;
+        const auto* const type = nodeType(node.typeIs().letter());
+        return type && type->repeatsItself ? std::max(below, lengthIn(own_, node.ID)) : below;
     }
 
   private:
@@ -272,7 +297,7 @@ std::vector<Query> queriesOf(const SavedScheme& scheme) {
     Collector collector;
     const KeyLengths lengths(scheme);
     for (const auto* node : scheme.nodes())
-        if (node->typeIs() == "G" || node->typeIs() == "R")
+        if (hasQuery(node->typeIs().letter()))
             collector.add({.who = "Node " + keyText(node->ID),
                            .isNode = true,
                            .type = node->typeIs(),
@@ -283,7 +308,7 @@ std::vector<Query> queriesOf(const SavedScheme& scheme) {
                            .idLength = lengths.givenBy(*node)});
     for (const auto* paragraph : scheme.paragraphs())
         collector.add({.who = "Paragraph " + keyText(paragraph->ID) + " of node " + keyText(paragraph->XST1),
-                       .isNode = false,
+                       .paragraph = paragraphType(paragraph->typeIs.letter()),
                        .type = paragraph->typeIs,
                        .text = paragraph->titleIs,
                        .query = paragraph->queryIs,

@@ -81,11 +81,10 @@ class Database {
     virtual void endPage() noexcept = 0;
 
     /// Calls a query, within a page. A failing one leaves the page usable for the next ones.
-    /// @param isAction whether it is one that returns no rows (paragraph type E)
-    [[nodiscard]] virtual QueryResult run(const QueryCall& call, bool isAction, const QueryLimits& limits) = 0;
+    [[nodiscard]] virtual QueryResult run(const QueryCall& call, QueryKind kind, const QueryLimits& limits) = 0;
 
     /// The query with this name, whatever the case of its letters; null if there is none. @throws DatabaseError
-    [[nodiscard]] virtual std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) = 0;
+    [[nodiscard]] virtual std::unique_ptr<KnownQuery> find(std::string_view name, QueryKind kind) = 0;
 };
 
 /// A page of a database, which ends with its block.

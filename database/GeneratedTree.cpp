@@ -6,11 +6,6 @@
 
 namespace {
 
-bool hasQuery(const clsNavScheme& node) {
-    const auto* const type = nodeType(node.typeIs().letter());
-    return type != nullptr && type->hasQuery;
-}
-
 TreeNode fixedNode(const clsNavScheme& node) {
     return {&node, {.key = "0", .text = toUtf8(node.descriptionIs), .isGenerated = false}};
 }
@@ -43,18 +38,19 @@ std::size_t GeneratedTree::unreachedNodes() const {
 }
 
 bool GeneratedTree::isBranch(const TreeNode& parent) const {
-    return parent.node != nullptr && (hasQuery(*parent.node) || !tree_.childrenOf(parent.node->ID).empty());
+    return parent.node != nullptr &&
+           (hasQuery(parent.node->typeIs().letter()) || !tree_.childrenOf(parent.node->ID).empty());
 }
 
 const clsNavScheme* GeneratedTree::madeAfter(const clsNavScheme& node) const {
-    if (node.typeIs() == "R") return &node;
+    if (const auto* const type = nodeType(node.typeIs().letter()); type && type->repeatsItself) return &node;
     const auto children = tree_.childrenOf(node.ID);
     return children.empty() ? nullptr : navs_.NewEnum().Slots()[children.front()].get();
 }
 
 TreeBranch GeneratedTree::below(const TreeNode& parent, Database& database, const QueryLimits& limits) const {
     if (parent.node == nullptr) return {};
-    return hasQuery(*parent.node) ? rowsBelow(parent, database, limits) : childrenOf(*parent.node);
+    return hasQuery(parent.node->typeIs().letter()) ? rowsBelow(parent, database, limits) : childrenOf(*parent.node);
 }
 
 TreeBranch GeneratedTree::childrenOf(const clsNavScheme& node) const {
@@ -73,7 +69,7 @@ TreeBranch GeneratedTree::rowsBelow(const TreeNode& parent, Database& database, 
         return branch;
     }
     const DatabasePage page(database);
-    const auto result = database.run(*call, false, limits);
+    const auto result = database.run(*call, QueryKind::Rows, limits);
     const auto* const node = madeAfter(*parent.node);
     for (const auto& row : result.rows) branch.nodes.push_back({node, generated(row)});
     branch.total = result.total;

@@ -134,14 +134,14 @@ std::string MariaDbDatabase::viewNamed(std::string_view name) {
     return rows.empty() ? std::string() : quotedName(toText(rows[0].at(0).toString()), '`');
 }
 
-std::unique_ptr<KnownQuery> MariaDbDatabase::find(std::string_view name, bool isAction) {
+std::unique_ptr<KnownQuery> MariaDbDatabase::find(std::string_view name, QueryKind kind) {
     const auto procedure = procedureNamed(name);
-    if (!procedure && (isAction || viewNamed(name).empty())) return nullptr;
+    if (!procedure && (kind == QueryKind::Action || viewNamed(name).empty())) return nullptr;
     const auto arguments = procedure ? procedure->arguments : 0;
     return std::make_unique<KnownQuery>(KnownQuery{arguments, arguments, true});
 }
 
-std::string MariaDbDatabase::statementFor(const QueryCall& call, bool isAction, QueryResult& result) {
+std::string MariaDbDatabase::statementFor(const QueryCall& call, QueryKind kind, QueryResult& result) {
     const auto count = valuesOf(call).size();
     if (const auto procedure = procedureNamed(call.name)) {
         if (procedure->arguments == static_cast<std::size_t>(count))
@@ -150,12 +150,12 @@ std::string MariaDbDatabase::statementFor(const QueryCall& call, bool isAction, 
                        ", and is called with " + std::to_string(count) + ".";
         return {};
     }
-    const auto view = isAction ? std::string() : viewNamed(call.name);
+    const auto view = kind == QueryKind::Action ? std::string() : viewNamed(call.name);
     if (!view.empty() && count == 0) return "SELECT * FROM " + view;
-    result.error = view.empty()
-                       ? "There is no procedure " + call.name + (isAction ? "." : ", and no view of this name.")
-                       : call.name + " is no procedure, and cannot be called with " +
-                             inWords(static_cast<std::size_t>(count), "value") + ".";
+    result.error = view.empty() ? "There is no procedure " + call.name +
+                                      (kind == QueryKind::Action ? "." : ", and no view of this name.")
+                                : call.name + " is no procedure, and cannot be called with " +
+                                      inWords(static_cast<std::size_t>(count), "value") + ".";
     return {};
 }
 
@@ -166,10 +166,10 @@ void MariaDbDatabase::limitTime(std::chrono::milliseconds time) {
         execute("SET SESSION max_execution_time = " + std::to_string(time.count()));
 }
 
-void MariaDbDatabase::perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) {
-    const auto statement = statementFor(call, isAction, result);
+void MariaDbDatabase::perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits, QueryResult& result) {
+    const auto statement = statementFor(call, kind, result);
     if (statement.empty()) return;
-    if (isAction && !letWrite()) {
+    if (kind == QueryKind::Action && !letWrite()) {
         result.error = lastWords();
         return;
     }
@@ -178,7 +178,7 @@ void MariaDbDatabase::perform(const QueryCall& call, bool isAction, const QueryL
         return;
     }
     limitTime(limits.time);
-    perform(statement, isAction, limits, result);
+    perform(statement, kind, limits, result);
     limitTime(std::chrono::milliseconds(0));
 }
 
@@ -189,13 +189,13 @@ bool MariaDbDatabase::setVariables(const QVariantList& values) {
     return statement.empty() || execute(statement, values);
 }
 
-void MariaDbDatabase::perform(const std::string& statement, bool isAction, const QueryLimits& limits,
+void MariaDbDatabase::perform(const std::string& statement, QueryKind kind, const QueryLimits& limits,
                               QueryResult& result) {
     QSqlQuery query(connection());
     query.setForwardOnly(true);
     if (!query.exec(fromText(statement)))
         result.error = wordsOf(query.lastError());
-    else if (!isAction)
+    else if (kind == QueryKind::Rows)
         readRows(query, ColumnTypes::Typed, limits, result);
     else if (query.numRowsAffected() >= 0)
         result.changed = static_cast<std::uint64_t>(query.numRowsAffected());

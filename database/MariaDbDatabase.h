@@ -13,12 +13,12 @@ class MariaDbDatabase final : public SqlDatabase {
     MariaDbDatabase(const DatabaseAddress& address, AskPassword askPassword);
 
     [[nodiscard]] bool canUndo() const override { return false; }
-    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;
+    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, QueryKind kind) override;
 
   protected:
     void prepareConnection() override;
     bool beginTransaction() override;
-    void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;
+    void perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits, QueryResult& result) override;
     bool setSavepoint() override;
     bool endSavepoint(bool keeps) override;
 
@@ -29,9 +29,9 @@ class MariaDbDatabase final : public SqlDatabase {
     };
     [[nodiscard]] std::optional<Procedure> procedureNamed(std::string_view name);
     [[nodiscard]] std::string viewNamed(std::string_view name);
-    [[nodiscard]] std::string statementFor(const QueryCall& call, bool isAction, QueryResult& result);
+    [[nodiscard]] std::string statementFor(const QueryCall& call, QueryKind kind, QueryResult& result);
     bool setVariables(const QVariantList& values);
-    void perform(const std::string& statement, bool isAction, const QueryLimits& limits, QueryResult& result);
+    void perform(const std::string& statement, QueryKind kind, const QueryLimits& limits, QueryResult& result);
     void limitTime(std::chrono::milliseconds time);
     [[nodiscard]] bool letWrite();
 

@@ -65,11 +65,11 @@ std::string OdbcDatabase::nameInCatalogue(std::string_view name) {
     return rows.empty() ? std::string() : std::string(name);
 }
 
-std::unique_ptr<KnownQuery> OdbcDatabase::find(std::string_view name, bool) {
+std::unique_ptr<KnownQuery> OdbcDatabase::find(std::string_view name, QueryKind) {
     return nameInCatalogue(name).empty() ? nullptr : std::make_unique<KnownQuery>();
 }
 
-void OdbcDatabase::perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) {
+void OdbcDatabase::perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits, QueryResult& result) {
     const auto name = nameInCatalogue(call.name);
     if (name.empty()) {
         result.error = "There is no procedure " + call.name + " that can be called.";
@@ -77,7 +77,7 @@ void OdbcDatabase::perform(const QueryCall& call, bool isAction, const QueryLimi
     }
     const auto values = valuesOf(call);
     const auto arguments = values.isEmpty() ? std::string() : "(" + marksFor(values) + ")";
-    hasActed_ = hasActed_ || isAction;
+    hasActed_ = hasActed_ || kind == QueryKind::Action;
     QSqlQuery query(connection());
     query.setForwardOnly(true);
     bool succeeded = query.prepare(fromText("{call " + name + arguments + "}"));
@@ -85,7 +85,7 @@ void OdbcDatabase::perform(const QueryCall& call, bool isAction, const QueryLimi
     succeeded = succeeded && query.exec();
     if (!succeeded)
         result.error = wordsOf(query.lastError());
-    else if (!isAction)
+    else if (kind == QueryKind::Rows)
         readRows(query, ColumnTypes::Typed, limits, result);
     else if (query.numRowsAffected() >= 0)
         result.changed = static_cast<std::uint64_t>(query.numRowsAffected());

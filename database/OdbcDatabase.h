@@ -12,13 +12,13 @@ class OdbcDatabase final : public SqlDatabase {
     OdbcDatabase(const DatabaseAddress& address, AskPassword askPassword);
 
     [[nodiscard]] bool canUndo() const override { return false; }
-    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;
+    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, QueryKind kind) override;
 
   protected:
     void prepareConnection() override;
     bool beginTransaction() override;
     void rollBack() override;
-    void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;
+    void perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits, QueryResult& result) override;
     bool setSavepoint() override { return true; }
     bool endSavepoint(bool keeps) override;
 

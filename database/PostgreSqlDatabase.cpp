@@ -110,9 +110,9 @@ std::string PostgreSqlDatabase::viewNamed(std::string_view name) {
            quotedName(toText(rows[0].at(1).toString()), '"');
 }
 
-std::unique_ptr<KnownQuery> PostgreSqlDatabase::find(std::string_view name, bool isAction) {
+std::unique_ptr<KnownQuery> PostgreSqlDatabase::find(std::string_view name, QueryKind kind) {
     const auto functions = functionsNamed(name);
-    if (functions.empty() && (isAction || viewNamed(name).empty())) return nullptr;
+    if (functions.empty() && (kind == QueryKind::Action || viewNamed(name).empty())) return nullptr;
     auto known = std::make_unique<KnownQuery>();
     known->areArgumentsKnown = true;
     if (functions.empty()) return known;
@@ -124,7 +124,7 @@ std::unique_ptr<KnownQuery> PostgreSqlDatabase::find(std::string_view name, bool
     return known;
 }
 
-std::string PostgreSqlDatabase::statementFor(const QueryCall& call, bool isAction, QueryResult& result) {
+std::string PostgreSqlDatabase::statementFor(const QueryCall& call, QueryKind kind, QueryResult& result) {
     const std::size_t count = call.constants.size() + (call.kind == ParameterKind::None ? 0 : 1);
     const auto functions = functionsNamed(call.name);
     for (const auto& function : functions) {
@@ -135,20 +135,21 @@ std::string PostgreSqlDatabase::statementFor(const QueryCall& call, bool isActio
         return "SELECT * FROM " + quotedName(function.schema, '"') + "." + quotedName(function.name, '"') + "(" +
                arguments + ")";
     }
-    const auto view = functions.empty() && !isAction ? viewNamed(call.name) : std::string();
+    const auto view = functions.empty() && kind == QueryKind::Rows ? viewNamed(call.name) : std::string();
     if (!view.empty() && count == 0) return "SELECT * FROM " + view;
     if (!functions.empty())
         result.error = "No function " + call.name + " takes " + inWords(count, "value") + ".";
     else if (!view.empty())
         result.error = call.name + " is no function, and cannot be called with " + inWords(count, "value") + ".";
     else
-        result.error = "There is no function " + call.name + (isAction ? "." : ", and no view of this name.");
+        result.error =
+            "There is no function " + call.name + (kind == QueryKind::Action ? "." : ", and no view of this name.");
     return {};
 }
 
-void PostgreSqlDatabase::perform(const QueryCall& call, bool isAction, const QueryLimits& limits,
+void PostgreSqlDatabase::perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits,
                                  QueryResult& result) {
-    const auto statement = statementFor(call, isAction, result);
+    const auto statement = statementFor(call, kind, result);
     if (statement.empty()) return;
     // As texts: the server makes of each what the function takes.
     QVariantList values;
@@ -157,7 +158,7 @@ void PostgreSqlDatabase::perform(const QueryCall& call, bool isAction, const Que
     const auto milliseconds = std::to_string(std::max<std::int64_t>(limits.time.count(), 1));
     execute("SET LOCAL statement_timeout = " + milliseconds);
     execute("SET LOCAL lock_timeout = " + milliseconds);
-    if (isAction) {
+    if (kind == QueryKind::Action) {
         act(statement, values, limits, result);
         result.fields.clear();
         result.rows.clear();

@@ -14,12 +14,12 @@ class PostgreSqlDatabase final : public SqlDatabase {
     PostgreSqlDatabase(const DatabaseAddress& address, AskPassword askPassword);
 
     [[nodiscard]] bool canUndo() const override { return canUndo_; }
-    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;
+    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, QueryKind kind) override;
 
   protected:
     void prepareConnection() override;
     bool beginTransaction() override { return execute("BEGIN"); }
-    void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;
+    void perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits, QueryResult& result) override;
 
   private:
     struct Function {
@@ -30,7 +30,7 @@ class PostgreSqlDatabase final : public SqlDatabase {
     };
     [[nodiscard]] std::vector<Function> functionsNamed(std::string_view name);
     [[nodiscard]] std::string viewNamed(std::string_view name);
-    [[nodiscard]] std::string statementFor(const QueryCall& call, bool isAction, QueryResult& result);
+    [[nodiscard]] std::string statementFor(const QueryCall& call, QueryKind kind, QueryResult& result);
     std::string read(const std::string& statement, const QVariantList& values, const QueryLimits& limits,
                      QueryResult& result);
     void act(const std::string& statement, const QVariantList& values, const QueryLimits& limits,

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "model/ParagraphType.h"
 #include "model/ParameterKind.h"
 
 // How a query of the scheme is called. All texts of this folder are UTF-8.
@@ -24,6 +25,17 @@ struct QueryCall {
     ParameterKind kind = ParameterKind::None;
     std::string parameter;  ///< what the kind supplies: a key, a text, "05-Mar-2026"; empty for None
 };
+
+/// What a query is called for.
+enum class QueryKind {
+    Rows,    ///< the nodes below a node, or what a paragraph shows
+    Action,  ///< what it does; it returns no rows
+};
+
+/// What the query of a paragraph is called for. @param type the letter of its type, or 0
+[[nodiscard]] constexpr QueryKind queryKindOf(char type) {
+    return isAction(type) ? QueryKind::Action : QueryKind::Rows;
+}
 
 /// The call that a record's query and parameter kind make when that node is clicked.
 /// @param queryIs,parmIs bytes of the files' code page

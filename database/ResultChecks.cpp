@@ -6,7 +6,6 @@
 #include <charconv>
 #include <filesystem>
 #include <fstream>
-#include <optional>
 
 #include "database/PictureBytes.h"
 #include "model/Integer.h"
@@ -38,7 +37,8 @@ bool isNumber(const Cell& cell) {
 
 class PageChecks {
   public:
-    PageChecks(std::string_view colsAre, const QueryResult& result) : colsAre_(colsAre), result_(result) {}
+    PageChecks(const ParagraphType* type, std::string_view colsAre, const QueryResult& result)
+        : type_(type), colsAre_(colsAre), result_(result) {}
 
     void checkFirstField() {
         if (result_.fields.empty())
@@ -65,8 +65,8 @@ class PageChecks {
     }
 
     void checkImage() {
-        const auto column = prefixed("img");
-        if (!column) return add("image-field", "queryIs", "No field of the query has a name that begins with IMG.");
+        const auto column = pictureField(*type_, result_);
+        if (!column) return addNoField("image-field");
         for (const auto& row : result_.rows) {
             const auto& cell = row[*column];
             if (cell.kind == Cell::Kind::Null || !pictureType(cell.text).empty()) continue;
@@ -77,8 +77,8 @@ class PageChecks {
     }
 
     void checkFiles() {
-        const auto column = prefixed("file");
-        if (!column) return add("file-field", "queryIs", "No field of the query has a name that begins with FILE.");
+        const auto column = pictureField(*type_, result_);
+        if (!column) return addNoField("file-field");
         bool isElsewhere = false;
         for (const auto& row : result_.rows)
             if (row[*column].kind != Cell::Kind::Null && !checkFile(row[*column].text, isElsewhere)) return;
@@ -131,10 +131,9 @@ class PageChecks {
         for (auto column = first; column < result_.fields.size(); ++column) checkNumbers(column);
     }
 
-    [[nodiscard]] std::optional<std::size_t> prefixed(std::string_view prefix) const {
-        for (std::size_t i = 0; i < result_.fields.size(); ++i)
-            if (lower(result_.fields[i]).starts_with(prefix)) return i;
-        return {};
+    void addNoField(std::string_view id) {
+        add(id, "queryIs",
+            "No field of the query has a name that begins with " + std::string(type_->fieldPrefix) + ".");
     }
 
     // Returns whether the next one is worth a look.
@@ -167,20 +166,25 @@ class PageChecks {
         return "The folder " + inQuotes(folder) + " is not on this computer, so its pictures were not looked at.";
     }
 
+    const ParagraphType* type_;  // null for what is none
     std::string_view colsAre_;
     const QueryResult& result_;
 };
 
 struct TypeCheck {
-    std::string_view typeIs;
-    void (PageChecks::*check)();
+    char letter;
+    void (PageChecks::*check)();  // what more there is to check than the first field
 };
 constexpr TypeCheck typeChecks[] = {
-    {"C", &PageChecks::checkChart},
-    {"I", &PageChecks::checkImage},
-    {"S", &PageChecks::checkSums},
-    {"T", &PageChecks::checkFiles},
+    {'C', &PageChecks::checkChart},
+    {'H', nullptr},
+    {'E', nullptr},
+    {'M', nullptr},
+    {'I', &PageChecks::checkImage},
+    {'S', &PageChecks::checkSums},
+    {'T', &PageChecks::checkFiles},
 };
+static_assert(std::ranges::equal(typeChecks, paragraphTypes, {}, &TypeCheck::letter, &ParagraphType::letter));
 
 // Characters of UTF-8.
 std::size_t lengthOf(std::string_view text) {
@@ -190,18 +194,27 @@ std::size_t lengthOf(std::string_view text) {
 
 }  // namespace
 
-std::vector<ResultFlaw> flawsOfPage(std::string_view typeIs, std::string_view colsAre, const QueryResult& result) {
-    PageChecks checks(colsAre, result);
+std::optional<std::size_t> pictureField(const ParagraphType& type, const QueryResult& result) {
+    if (type.fieldPrefix.empty()) return {};
+    const auto prefix = lower(type.fieldPrefix);
+    const auto found =
+        std::ranges::find_if(result.fields, [&](const std::string& name) { return lower(name).starts_with(prefix); });
+    if (found == result.fields.end()) return {};
+    return static_cast<std::size_t>(found - result.fields.begin());
+}
+
+std::vector<ResultFlaw> flawsOfPage(char type, std::string_view colsAre, const QueryResult& result) {
+    PageChecks checks(paragraphType(type), colsAre, result);
     checks.checkFirstField();
-    const auto* const row = std::ranges::find(typeChecks, typeIs, &TypeCheck::typeIs);
-    if (row != std::end(typeChecks) && !result.fields.empty()) (checks.*row->check)();
+    const auto* const row = std::ranges::find(typeChecks, type, &TypeCheck::letter);
+    if (row != std::end(typeChecks) && row->check && !result.fields.empty()) (checks.*row->check)();
     return std::move(checks.flaws);
 }
 
 std::vector<ResultFlaw> flawsOfTree(const std::vector<std::string>& fields) {
     QueryResult result;
     result.fields = fields;
-    PageChecks checks({}, result);
+    PageChecks checks(nullptr, {}, result);
     checks.checkFirstField();
     if (fields.size() != 2)
         checks.flaws.push_back({"two-fields", "queryIs",

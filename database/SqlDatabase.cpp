@@ -81,7 +81,7 @@ void SqlDatabase::endPage() noexcept {
     isInTransaction_ = false;
 }
 
-QueryResult SqlDatabase::run(const QueryCall& call, bool isAction, const QueryLimits& limits) {
+QueryResult SqlDatabase::run(const QueryCall& call, QueryKind kind, const QueryLimits& limits) {
     QueryResult result;
     if (!isInTransaction_ || !setSavepoint()) {
         isInTransaction_ = false;
@@ -90,7 +90,7 @@ QueryResult SqlDatabase::run(const QueryCall& call, bool isAction, const QueryLi
     }
     const auto start = Clock::now();
     try {
-        perform(call, isAction, limits, result);
+        perform(call, kind, limits, result);
     } catch (const DatabaseError& error) {
         result.error = error.what();
     }
@@ -100,7 +100,7 @@ QueryResult SqlDatabase::run(const QueryCall& call, bool isAction, const QueryLi
         result.rows.clear();
         result.total = 0;
     }
-    if (!endSavepoint(isAction && result.error.empty())) {
+    if (!endSavepoint(kind == QueryKind::Action && result.error.empty())) {
         isInTransaction_ = beginTransaction();
         result.error += isInTransaction_
                             ? " The transaction of the page ended with it."

@@ -34,7 +34,7 @@ class SqlDatabase : public Database {
     [[nodiscard]] const std::string& name() const override { return name_; }
     void beginPage() override;
     void endPage() noexcept override;
-    [[nodiscard]] QueryResult run(const QueryCall& call, bool isAction, const QueryLimits& limits) override;
+    [[nodiscard]] QueryResult run(const QueryCall& call, QueryKind kind, const QueryLimits& limits) override;
 
   protected:
     /// @param askPassword null where nobody can be asked
@@ -61,7 +61,7 @@ class SqlDatabase : public Database {
     [[nodiscard]] virtual bool canBeLost() const { return true; }
     virtual bool beginTransaction() = 0;
     /// Calls the query, between `setSavepoint` and what follows it.
-    virtual void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) = 0;
+    virtual void perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits, QueryResult& result) = 0;
     virtual void rollBack() { execute("ROLLBACK"); }
     virtual bool setSavepoint();
     /// Ends a query: keeps what it did or takes it back. @return false where the transaction is gone

@@ -109,29 +109,30 @@ bool SqliteDatabase::beginTransaction() {
     return execute(isWritable_ && hasGiven_ ? "BEGIN IMMEDIATE" : "BEGIN");
 }
 
-std::unique_ptr<KnownQuery> SqliteDatabase::find(std::string_view name, bool isAction) {
-    return nameInCatalogue(name, isAction).empty() ? nullptr : std::make_unique<KnownQuery>();
+std::unique_ptr<KnownQuery> SqliteDatabase::find(std::string_view name, QueryKind kind) {
+    return nameInCatalogue(name, kind).empty() ? nullptr : std::make_unique<KnownQuery>();
 }
 
-std::string SqliteDatabase::nameInCatalogue(std::string_view name, bool isAction) {
+std::string SqliteDatabase::nameInCatalogue(std::string_view name, QueryKind kind) {
     const auto* const statement =
-        isAction ? "SELECT name FROM sqlite_schema WHERE type = 'trigger' AND tbl_name = 'Given' COLLATE NOCASE "
-                   "AND name = ? COLLATE NOCASE"
-                 : "SELECT name FROM sqlite_schema WHERE type IN ('view', 'table') AND name = ? COLLATE NOCASE";
+        kind == QueryKind::Action
+            ? "SELECT name FROM sqlite_schema WHERE type = 'trigger' AND tbl_name = 'Given' COLLATE NOCASE "
+              "AND name = ? COLLATE NOCASE"
+            : "SELECT name FROM sqlite_schema WHERE type IN ('view', 'table') AND name = ? COLLATE NOCASE";
     const auto rows = rowsOf(statement, {fromText(name)});
     return rows.empty() ? std::string() : toText(rows[0].at(0).toString());
 }
 
-void SqliteDatabase::perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) {
-    const auto name = nameInCatalogue(call.name, isAction);
+void SqliteDatabase::perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits, QueryResult& result) {
+    const auto name = nameInCatalogue(call.name, kind);
     if (name.empty()) {
-        result.error = std::string("There is no ") + (isAction ? "trigger " : "view ") + call.name +
-                       (isAction ? " on the table Given." : ".");
+        result.error = std::string("There is no ") + (kind == QueryKind::Action ? "trigger " : "view ") + call.name +
+                       (kind == QueryKind::Action ? " on the table Given." : ".");
         return;
     }
     QueryWatchdog watchdog(limits.time, [library = SqliteLibrary(*connection().driver())] { library.interrupt(); });
-    give(call, isAction ? name : std::string(), result);
-    if (!isAction && result.error.empty()) readView(name, limits, result);
+    give(call, kind == QueryKind::Action ? name : std::string(), result);
+    if (kind == QueryKind::Rows && result.error.empty()) readView(name, limits, result);
     result.isTooSlow = watchdog.end() && !result.error.empty();
 }
 

@@ -31,17 +31,17 @@ class SqliteDatabase final : public SqlDatabase {
 
     [[nodiscard]] bool canUndo() const override { return true; }
     void beginPage() override;
-    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, bool isAction) override;
+    [[nodiscard]] std::unique_ptr<KnownQuery> find(std::string_view name, QueryKind kind) override;
 
   protected:
     void prepareConnection() override;
     [[nodiscard]] bool canBeLost() const override { return false; }
     bool beginTransaction() override;
-    void perform(const QueryCall& call, bool isAction, const QueryLimits& limits, QueryResult& result) override;
+    void perform(const QueryCall& call, QueryKind kind, const QueryLimits& limits, QueryResult& result) override;
 
   private:
     void openFile(void (SqliteDatabase::*way)());
-    [[nodiscard]] std::string nameInCatalogue(std::string_view name, bool isAction);
+    [[nodiscard]] std::string nameInCatalogue(std::string_view name, QueryKind kind);
     void give(const QueryCall& call, const std::string& action, QueryResult& result);
     void readView(const std::string& view, const QueryLimits& limits, QueryResult& result);
     [[nodiscard]] std::uint64_t changesSoFar();

@@ -8,6 +8,7 @@
 
 #include "database/GeneratedTree.h"
 #include "database/ResultChecks.h"
+#include "model/NodeType.h"
 
 namespace {
 
@@ -16,21 +17,24 @@ using Place = std::pair<bool, std::uint32_t>;  // whether it is a node, its slot
 // What a node and a paragraph have in common here.
 struct Caller {
     Place place;
-    std::string_view typeIs, queryIs, parmIs, colsAre;
-
-    [[nodiscard]] bool isAction() const { return !place.first && typeIs == "E"; }
+    QueryKind kind = QueryKind::Rows;
+    char type = 0;  // the letter
+    std::string_view queryIs, parmIs, colsAre{};
 };
 
 Caller callerOf(const clsNavScheme& node, std::uint32_t slot) {
-    return {{true, slot}, node.typeIs(), node.queryIs(), node.parmIs(), {}};
+    return {
+        .place = {true, slot}, .type = node.typeIs().letter(), .queryIs = node.queryIs(), .parmIs = node.parmIs()};
 }
 
 Caller callerOf(const clsWebScheme& paragraph, std::uint32_t slot) {
-    return {{false, slot}, paragraph.typeIs, paragraph.queryIs, paragraph.parmIs, paragraph.colsAre};
-}
-
-bool hasQuery(const clsNavScheme& node) {
-    return node.typeIs() == "G" || node.typeIs() == "R";
+    const auto type = paragraph.typeIs.letter();
+    return {.place = {false, slot},
+            .kind = queryKindOf(type),
+            .type = type,
+            .queryIs = paragraph.queryIs,
+            .parmIs = paragraph.parmIs,
+            .colsAre = paragraph.colsAre};
 }
 
 std::string values(std::size_t count) {
@@ -75,7 +79,7 @@ class Verification {
 
     void lookUpAll() {
         for (std::uint32_t slot = 0; const auto& node : navs_.NewEnum().Slots()) {
-            if (hasQuery(*node)) lookUp(callerOf(*node, slot));
+            if (hasQuery(node->typeIs().letter())) lookUp(callerOf(*node, slot));
             ++slot;
         }
         for (std::uint32_t slot = 0; slot < paragraphs_.size(); ++slot) lookUp(callerOf(paragraph(slot), slot));
@@ -84,12 +88,12 @@ class Verification {
     void lookUp(const Caller& caller) {
         const auto call = callOf(caller.queryIs, caller.parmIs, {}, options_.today);
         if (!call) return;
-        const auto known = database_.find(call->name, caller.isAction());
+        const auto known = database_.find(call->name, caller.kind);
         const auto count = call->constants.size() + (call->kind == ParameterKind::None ? 0 : 1);
         if (!known)
             add(caller.place, "query-missing", "queryIs",
-                "The database has no " + std::string(caller.isAction() ? "action query " : "query ") + call->name +
-                    ".");
+                "The database has no " + std::string(caller.kind == QueryKind::Action ? "action query " : "query ") +
+                    call->name + ".");
         else if (known->areArgumentsKnown && (count < known->fewestArguments || count > known->mostArguments))
             add(caller.place, "query-arguments", "queryIs",
                 call->name + " takes " + takes(*known) + ", and is called with " + std::to_string(count) +
@@ -106,7 +110,7 @@ class Verification {
         readPage(node);
         if (!tree_.isBranch(node)) return;
         const auto caller = callerOf(*node.node, slots_.at(node.node));
-        if (!hasQuery(*node.node)) {
+        if (!hasQuery(node.node->typeIs().letter())) {
             for (const auto& child : tree_.below(node, database_, options_.limits).nodes) walk(child, depth);
         } else if (depth < options_.depth && !broken_.contains(caller.place)) {
             readRows(node, caller, depth);
@@ -127,7 +131,8 @@ class Verification {
         if (branch.nodes.empty()) return;
         const auto* const after = branch.nodes.front().node;
         std::vector<Caller> takers;
-        if (after != nullptr && hasQuery(*after)) takers.push_back(callerOf(*after, slots_.at(after)));
+        if (after != nullptr && hasQuery(after->typeIs().letter()))
+            takers.push_back(callerOf(*after, slots_.at(after)));
         if (after != nullptr)
             for (const auto slot : pages_[after->ID]) takers.push_back(callerOf(paragraph(slot), slot));
         for (const auto& [node, clicked] : branch.nodes) {
@@ -157,12 +162,13 @@ class Verification {
     void readParagraph(const Caller& caller, const TreeNode& node) {
         const auto call = callOf(caller.queryIs, caller.parmIs, node.clicked, options_.today);
         if (!call) return;
-        if (caller.isAction() && !database_.canUndo() && !options_.runsActions)
+        const bool isAction = caller.kind == QueryKind::Action;
+        if (isAction && !database_.canUndo() && !options_.runsActions)
             return add(caller.place, "action-not-run", "queryIs",
                        call->name + " was not run: this database cannot take back what it does.");
-        const auto result = database_.run(*call, caller.isAction(), options_.limits);
-        if (!addFailure(caller, node, result.error, result.isTooSlow, result.time) || caller.isAction()) return;
-        for (auto& flaw : flawsOfPage(caller.typeIs, caller.colsAre, result))
+        const auto result = database_.run(*call, caller.kind, options_.limits);
+        if (!addFailure(caller, node, result.error, result.isTooSlow, result.time) || isAction) return;
+        for (auto& flaw : flawsOfPage(caller.type, caller.colsAre, result))
             add(caller.place, flaw.id, flaw.field, std::move(flaw.words));
     }
 

@@ -5,14 +5,16 @@
 #include <limits>
 #include <string_view>
 
-/// What each type of node is. Storing, the to-do list, the form and the legend use this table. Every other table with
-/// a row for each type has them in this order, and does not compile if one is missing.
+/// What each type of node is. Storing, the to-do list, the form, the legend, the tree of the preview and the
+/// skeletons of queries use this table. Every other table with a row for each type has them in this order, and does
+/// not compile if one is missing.
 struct NodeType {
     static constexpr int anyNumber = std::numeric_limits<int>::max();
 
     char letter;
-    bool hasQuery;       ///< stored only with a query; if false, it keeps neither query nor parameter
-    int mostChildren;    ///< the most nodes that may be directly below it
+    bool hasQuery;               ///< stored only with a query; if false, it keeps neither query nor parameter
+    int mostChildren;            ///< the most nodes that may be directly below it
+    bool repeatsItself = false;  ///< the nodes of its query's rows are like itself, not like the node below it
     char onlyBelow = 0;  ///< the letter of the one type that it may be below; 0: any type that may have children
     std::string_view tooManyToStore{};  ///< the message if one with more children is to be stored
     std::string_view noneToAdd{};       ///< the message if a node is to be added below one with this many children
@@ -31,6 +33,7 @@ inline constexpr NodeType nodeTypes[] = {
     {.letter = 'R',
      .hasQuery = true,
      .mostChildren = 0,
+     .repeatsItself = true,
      .tooManyToStore =
          "This Node is having Child Nodes. No child Nodes Allowed for Recurring Node. Changes not saved",
      .noneToAdd = "Below a (R)- Recurring Node, you CANNOT add any node.\r\nNo Addition allowed !!"},
@@ -47,4 +50,10 @@ inline constexpr NodeType nodeTypes[] = {
 [[nodiscard]] constexpr const NodeType* nodeType(char letter) {
     const auto* found = std::ranges::find(nodeTypes, letter, &NodeType::letter);
     return found == std::end(nodeTypes) ? nullptr : found;
+}
+
+/// Whether a node with this letter has a query; false for any other letter.
+[[nodiscard]] constexpr bool hasQuery(char letter) {
+    const auto* type = nodeType(letter);
+    return type && type->hasQuery;
 }

@@ -31,7 +31,7 @@ void normalise(clsWebScheme& paragraph) {
     const auto* type = paragraphType(paragraph.typeIs.letter());
     if (!type) return;
     if (!type->keepsForm) paragraph.formIs = 0;
-    if (!type->keepsColumns) paragraph.colsAre = {};
+    if (type->columns == ColumnsUse::None) paragraph.colsAre = {};
 }
 
 bool refuse(const Inform& inform, std::string_view message) {

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "database/ResultChecks.h"
 #include "preview/Paragraphs.h"
 
 // Types H and I: one record, as the names and values of its fields. Type I has a picture, too.
@@ -39,8 +40,8 @@ void addForm(Html& html, const PageParagraph& paragraph) {
 
 void addHeader(Html& html, const PageParagraph& paragraph, Pictures& pictures) {
     const auto& result = paragraph.result;
-    const bool isWithPicture = paragraph.record->typeIs == "I";
-    const auto picture = isWithPicture ? fieldWithPrefix(result, "IMG") : result.fields.size();
+    const auto& type = *paragraphType(paragraph.record->typeIs.letter());
+    const auto picture = pictureField(type, result);
     if (!result.rows.empty()) {
         html << "<div class=record><dl>";
         for (std::size_t field = 1; field < result.fields.size(); ++field) {
@@ -49,12 +50,13 @@ void addHeader(Html& html, const PageParagraph& paragraph, Pictures& pictures) {
                  << Escaped(shownCell(result.rows[0][field], {})) << "</dd></div>";
         }
         html << "</dl>";
-        if (picture < result.fields.size()) addPicture(html, result, picture, pictures);
+        if (picture) addPicture(html, result, *picture, pictures);
         html << "</div>";
     }
     addForm(html, paragraph);
-    if (isWithPicture && picture == result.fields.size())
-        addNote(html, "No field of the query has a name that begins with IMG, and so there is no picture.");
+    if (!type.fieldPrefix.empty() && !picture)
+        addNote(html, "No field of the query has a name that begins with " + std::string(type.fieldPrefix) +
+                          ", and so there is no picture.");
     if (result.rows.empty()) addNote(html, "The query returned no rows.");
     if (result.total > 1)
         addNote(html, "The query returned " + counted(result.total, "row", "rows") + ": a header shows the first.");

@@ -27,8 +27,8 @@ const Look* lookOf(const clsWebScheme& record) {
     return found == std::end(looks) ? nullptr : found;
 }
 
-bool isAction(const clsWebScheme& record) {
-    return record.typeIs == "E";
+QueryKind kindOf(const clsWebScheme& record) {
+    return queryKindOf(record.typeIs.letter());
 }
 
 std::string milliseconds(std::chrono::microseconds time) {
@@ -69,7 +69,8 @@ void addFacts(Html& html, const PageParagraph& paragraph, bool isRun) {
     if (paragraph.call && paragraph.call->kind != ParameterKind::None)
         addFact(html, "Its value", paragraph.call->parameter);
     addFact(html, "Columns", toUtf8(record.colsAre));
-    if (isRun && paragraph.result.error.empty() && !isAction(record)) addFact(html, "Rows", rowsOf(paragraph.result));
+    if (isRun && paragraph.result.error.empty() && kindOf(record) == QueryKind::Rows)
+        addFact(html, "Rows", rowsOf(paragraph.result));
     if (isRun) addFact(html, "Time", milliseconds(paragraph.result.time));
     html << "</dl></details>";
 }
@@ -98,7 +99,7 @@ bool addFailure(Html& html, const PageParagraph& paragraph) {
         addError(html, paragraph.result.error);
     else if (!lookOf(record))
         addError(html, "There is no type \"" + toUtf8(record.typeIs) + "\" of paragraphs.");
-    else if (!isAction(record) && paragraph.result.fields.empty())
+    else if (kindOf(record) == QueryKind::Rows && paragraph.result.fields.empty())
         addError(html, "The query returned no table.");
     else
         return false;
@@ -111,7 +112,7 @@ void addParagraph(Html& html, const PageParagraph& paragraph, const Page& page, 
          << Escaped(shownText(titleOf(record, page.clicked))) << "</h2>";
     if (!addFailure(html, paragraph)) {
         lookOf(record)->add(html, paragraph, pictures);
-        if (isAction(record))
+        if (kindOf(record) == QueryKind::Action)
             addNote(html, page.isUndone ? "When the page is complete, it is undone." : "It is not undone.");
     }
     addFindings(html, paragraph.findings);
@@ -123,9 +124,9 @@ PageParagraph callParagraph(const clsWebScheme& record, const Page& page, Databa
                             const PageSettings& settings) {
     PageParagraph paragraph{.record = &record};
     paragraph.call = callOf(record.queryIs, record.parmIs, page.clicked, settings.today);
-    paragraph.isRefused = isAction(record) && !page.isUndone && !settings.runsAllActions;
+    paragraph.isRefused = kindOf(record) == QueryKind::Action && !page.isUndone && !settings.runsAllActions;
     if (!paragraph.call || paragraph.isRefused) return paragraph;
-    paragraph.result = database.run(*paragraph.call, isAction(record), settings.limits);
+    paragraph.result = database.run(*paragraph.call, kindOf(record), settings.limits);
     return paragraph;
 }
 

@@ -29,20 +29,6 @@ void endTable(Html& html) {
     html << "</table></div>";
 }
 
-std::size_t fieldWithPrefix(const QueryResult& result, std::string_view prefix) {
-    const auto isLetter = [](char letter, char capital) {
-        return letter == capital || letter == capital + ('a' - 'A');
-    };
-    std::size_t field = 0;
-    for (; field < result.fields.size(); ++field) {
-        const auto& name = result.fields[field];
-        std::size_t same = 0;
-        while (same < prefix.size() && same < name.size() && isLetter(name[same], prefix[same])) ++same;
-        if (same == prefix.size()) break;
-    }
-    return field;
-}
-
 void addAction(Html& html, const PageParagraph& paragraph, Pictures&) {
     const auto& changed = paragraph.result.changed;
     html << "<p class=action>Ran " << Escaped(shownText(paragraph.call->name));

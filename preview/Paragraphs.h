@@ -29,8 +29,5 @@ void addCount(Html& html, const QueryResult& result);
 void beginTable(Html& html, Markup cssClass);
 void endTable(Html& html);
 
-/// The first field whose name begins with the prefix, in capitals or not; the number of fields if none does.
-[[nodiscard]] std::size_t fieldWithPrefix(const QueryResult& result, std::string_view prefix);
-
 /// How many fields the outer table of a type M query has, the ID included; 0 where the rows do not tell.
 [[nodiscard]] std::size_t outerFields(const QueryResult& result);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
 
+#include "database/ResultChecks.h"
 #include "preview/ColumnsField.h"
 #include "preview/Paragraphs.h"
 
@@ -45,16 +46,18 @@ constexpr Markup columnClasses[] = {"c1",  "c2",  "c3",  "c4",  "c5",  "c6",  "c
 void addThumbnails(Html& html, const PageParagraph& paragraph, Pictures& pictures) {
     const auto& result = paragraph.result;
     const auto layout = readThumbnailLayout(paragraph.record->colsAre);
-    const auto path = fieldWithPrefix(result, "FILE");
-    if (path == result.fields.size()) {
-        addNote(html, "No field of the query has a name that begins with FILE, and so there are no pictures.");
+    const auto& type = *paragraphType(paragraph.record->typeIs.letter());
+    const auto path = pictureField(type, result);
+    if (!path) {
+        addNote(html, "No field of the query has a name that begins with " + std::string(type.fieldPrefix) +
+                          ", and so there are no pictures.");
     } else if (!result.rows.empty()) {
         html << "<ul class=\"thumbnails " << columnClasses[layout.columns - 1];
         if (layout.isTextOnRight) html << " right";
         html << "\">";
         for (const auto& row : result.rows) {
-            const auto text = textOf(result, row, path);
-            html << "<li>" << pictureOf(row[path], text, layout, pictures) << "<span>" << Escaped(text)
+            const auto text = textOf(result, row, *path);
+            html << "<li>" << pictureOf(row[*path], text, layout, pictures) << "<span>" << Escaped(text)
                  << "</span></li>\n";
         }
         html << "</ul>";

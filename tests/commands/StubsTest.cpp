@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include "model/NodeType.h"
+#include "model/ParagraphType.h"
 #include "tests/commands/Commands.h"
 #include "tests/database/Process.h"
 
@@ -108,5 +110,28 @@ TEST(SqlServerScripts, AreParsed) {
         EXPECT_EQ(parsed.out.find("unparsable"), std::string::npos) << parsed.out;
         EXPECT_NE(parsed.out.find(command == std::string("sql") ? "insert_statement" : "create_procedure_statement"),
                   std::string::npos);
+    }
+}
+
+TEST(Stubs, WriteASkeletonForEveryTypeOfNodeThatHasAQuery) {
+    auto nodes = navHeader + "1,\"Root\",\"F\",0,\"\",\"\",\"\",\"\"\r\n";
+    for (int id = 1; const auto& type : nodeTypes)
+        nodes += std::to_string(++id) + ",\"Node\",\"" + type.letter + "\",1,\"spG_" + type.letter +
+                 "\",\"\",\"\",\"\"\r\n";
+    const SchemeFolder folder(nodes, webHeader + "1,1,1,\"Title\",\"spW_Query\",\"\",\"S\",0,\"\",\"\"\r\n");
+    const auto ran = pelmo({"stubs", folder.nodes(), folder.paragraphs(), "--dialect", "sqlite"});
+    for (const auto& type : nodeTypes)
+        EXPECT_EQ(ran.out.find(std::string("spG_") + type.letter) != std::string::npos, type.hasQuery)
+            << type.letter << ran.out << ran.err;
+}
+
+TEST(Stubs, WriteAFieldForThePictureOfEveryTypeOfParagraphThatHasOne) {
+    for (const auto& type : paragraphTypes) {
+        const SchemeFolder folder(
+            navHeader + "1,\"Root\",\"F\",0,\"\",\"\",\"\",\"\"\r\n",
+            webHeader + "1,1,1,\"Title\",\"spW_Query\",\"\",\"" + type.letter + "\",0,\"\",\"\"\r\n");
+        const auto ran = pelmo({"stubs", folder.nodes(), folder.paragraphs(), "--dialect", "sqlite"});
+        const auto field = std::string(type.fieldPrefix) + "Picture";
+        EXPECT_EQ(ran.out.find(field) != std::string::npos, !type.fieldPrefix.empty()) << type.letter << ran.out;
     }
 }

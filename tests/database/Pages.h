@@ -22,10 +22,10 @@ inline std::vector<QueryResult> pageOf(const clsNavSchemes& navs, const TreeNode
     std::vector<QueryResult> results;
     const DatabasePage page(database);
     for (const auto* paragraph : paragraphs) {
-        const bool isAction = paragraph->typeIs == "E";
-        if (isAction && actions == Actions::Omitted) continue;
+        const auto kind = paragraph->typeIs == "E" ? QueryKind::Action : QueryKind::Rows;
+        if (kind == QueryKind::Action && actions == Actions::Omitted) continue;
         const auto call = callOf(paragraph->queryIs, paragraph->parmIs, node.clicked, today);
-        results.push_back(database.run(*call, isAction, {}));
+        results.push_back(database.run(*call, kind, {}));
         EXPECT_EQ(results.back().error, "") << paragraph->queryIs.view() << " for " << node.clicked.key;
     }
     return results;

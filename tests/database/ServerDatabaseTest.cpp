@@ -72,9 +72,10 @@ std::string rowOf(const QueryResult& result) {
 }
 
 QueryResult runOnce(Database& database, const std::string& query, const std::string& parmIs = "",
-                    const ClickedNode& clicked = {}, bool isAction = false, const QueryLimits& limits = {}) {
+                    const ClickedNode& clicked = {}, QueryKind kind = QueryKind::Rows,
+                    const QueryLimits& limits = {}) {
     const DatabasePage page(database);
-    return database.run(*callOf(query, parmIs, clicked, dayForQueries()), isAction, limits);
+    return database.run(*callOf(query, parmIs, clicked, dayForQueries()), kind, limits);
 }
 
 }  // namespace
@@ -120,18 +121,20 @@ TEST(PostgreSqlDatabase, StopsWhatTakesTooLongAndKeepsThePage) {
         "CREATE FUNCTION spW_Broken() RETURNS TABLE (\"ID\" integer) LANGUAGE sql AS $$ SELECT 1 / 0 $$;\n");
     const auto database = shop.open();
     const DatabasePage page(*database);
-    const auto call = [&](const char* query, bool isAction, QueryLimits limits = {.time = std::chrono::seconds(60)}) {
-        return database->run(*callOf(query, isAction ? "Today" : "", {}, dayForQueries()), isAction, limits);
+    const auto call = [&](const char* query, QueryKind kind,
+                          QueryLimits limits = {.time = std::chrono::seconds(60)}) {
+        return database->run(*callOf(query, kind == QueryKind::Action ? "Today" : "", {}, dayForQueries()), kind,
+                             limits);
     };
-    EXPECT_EQ(call("spW_AddLateCharges", true).error, "");
-    const auto slow = call("spW_Slow", false, {.time = std::chrono::milliseconds(200)});
+    EXPECT_EQ(call("spW_AddLateCharges", QueryKind::Action).error, "");
+    const auto slow = call("spW_Slow", QueryKind::Rows, {.time = std::chrono::milliseconds(200)});
     EXPECT_TRUE(slow.isTooSlow);
     EXPECT_TRUE(slow.error.starts_with("Stopped, since its time is over: ")) << slow.error;
     EXPECT_LT(slow.time, std::chrono::seconds(30));
-    const auto broken = call("spW_Broken", false);
+    const auto broken = call("spW_Broken", QueryKind::Rows);
     EXPECT_NE(broken.error.find("division by zero"), std::string::npos) << broken.error;
     EXPECT_FALSE(broken.isTooSlow);
-    EXPECT_EQ(call("spG_Suppliers", false).error, "");
+    EXPECT_EQ(call("spG_Suppliers", QueryKind::Rows).error, "");
 }
 
 TEST(MariaDbDatabase, StopsWhatTakesTooLong) {
@@ -141,13 +144,14 @@ TEST(MariaDbDatabase, StopsWhatTakesTooLong) {
         "CREATE PROCEDURE spW_Slow() SELECT sleep(60) AS ID;\n"
         "CREATE PROCEDURE spW_Writes() UPDATE Employees SET hours = 1;\n");
     const auto database = shop.open();
-    const auto slow = runOnce(*database, "spW_Slow", "", {}, false, {.time = std::chrono::milliseconds(300)});
+    const auto slow =
+        runOnce(*database, "spW_Slow", "", {}, QueryKind::Rows, {.time = std::chrono::milliseconds(300)});
     EXPECT_TRUE(slow.isTooSlow) << slow.error;
     EXPECT_LT(slow.time, std::chrono::seconds(10));
     const auto writes = runOnce(*database, "spW_Writes");
     EXPECT_NE(writes.error.find("READ ONLY"), std::string::npos) << writes.error;
     EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "");
-    EXPECT_EQ(runOnce(*database, "spW_Writes", "", {}, true).error, "");
+    EXPECT_EQ(runOnce(*database, "spW_Writes", "", {}, QueryKind::Action).error, "");
     EXPECT_NE(shop.server.run("SELECT min(hours) FROM Employees;"), "min(hours)\n1\n") << "it was not rolled back";
 }
 
@@ -171,14 +175,14 @@ TEST(PostgreSqlDatabase, LetsQueriesReadOnlyUnlessTheyHaveToWrite) {
     EXPECT_EQ(rowOf(runOnce(*database, "spW_Counter")), "|2") << "the number before was given back";
     {
         const DatabasePage page(*database);
-        const auto call = [&](const char* query, bool isAction) {
-            return database->run(*callOf(query, "", {}, ""), isAction, {});
+        const auto call = [&](const char* query, QueryKind kind) {
+            return database->run(*callOf(query, "", {}, ""), kind, {});
         };
-        const auto logged = call("spW_Log", true);
+        const auto logged = call("spW_Log", QueryKind::Action);
         EXPECT_EQ(logged.error, "");
         EXPECT_EQ(logged.changed, 2U);
         EXPECT_TRUE(logged.fields.empty());
-        EXPECT_EQ(rowOf(call("spW_LogRows", false)), "|3");
+        EXPECT_EQ(rowOf(call("spW_LogRows", QueryKind::Rows)), "|3");
     }
     EXPECT_EQ(rowOf(runOnce(*database, "spW_LogRows")), "|1");
     EXPECT_TRUE(shop.dump() == before) << "the dump differs";
@@ -207,7 +211,7 @@ TEST(PostgreSqlDatabase, FindsFunctionsAndViewsOfTheUser) {
     odd.name = "sales.spW Odd\"";
     {
         const DatabasePage page(*database);
-        EXPECT_EQ(rowOf(database->run(odd, false, {})), "|7");
+        EXPECT_EQ(rowOf(database->run(odd, QueryKind::Rows, {})), "|7");
     }
     const auto view = runOnce(*database, "spW_View");
     const std::string bytes("\0\xFF", 2);
@@ -218,12 +222,12 @@ TEST(PostgreSqlDatabase, FindsFunctionsAndViewsOfTheUser) {
     EXPECT_EQ(rowOf(runOnce(*database, "spW_View 1")), "spW_View is no function, and cannot be called with 1 value.");
     EXPECT_EQ(rowOf(runOnce(*database, "pg_sleep 0")), "There is no function pg_sleep, and no view of this name.");
     EXPECT_EQ(rowOf(runOnce(*database, "pg_shadow")), "There is no function pg_shadow, and no view of this name.");
-    const auto known = database->find("spw_two", false);
+    const auto known = database->find("spw_two", QueryKind::Rows);
     ASSERT_TRUE(known);
     EXPECT_TRUE(known->areArgumentsKnown);
     EXPECT_EQ(known->fewestArguments, 1U);
     EXPECT_EQ(known->mostArguments, 2U);
-    EXPECT_FALSE(database->find("pg_sleep", false));
+    EXPECT_FALSE(database->find("pg_sleep", QueryKind::Rows));
 }
 
 TEST(PostgreSqlDatabase, ConnectsAgainForTheNextPage) {
@@ -236,7 +240,7 @@ TEST(PostgreSqlDatabase, ConnectsAgainForTheNextPage) {
     {
         const DatabasePage page(*database);
         EXPECT_EQ(shop.server.run(end), "1\n");
-        const auto lost = database->run(*callOf("spG_Suppliers", "", {}, ""), false, {});
+        const auto lost = database->run(*callOf("spG_Suppliers", "", {}, ""), QueryKind::Rows, {});
         EXPECT_NE(lost.error.find("connection to the database is lost"), std::string::npos) << lost.error;
     }
     EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "");
@@ -262,7 +266,7 @@ TEST(PostgreSqlDatabase, RunsNoActionWhereASequenceCannotBeKept) {
         "CREATE FUNCTION refuse() RETURNS event_trigger LANGUAGE plpgsql AS $$ BEGIN RAISE 'not today'; END $$;\n"
         "CREATE EVENT TRIGGER refused ON ddl_command_start WHEN TAG IN ('ALTER SEQUENCE') EXECUTE FUNCTION "
         "refuse();\n");
-    const auto log = runOnce(*shop.open(), "spW_Log", "", {}, true);
+    const auto log = runOnce(*shop.open(), "spW_Log", "", {}, QueryKind::Action);
     const std::string words = "It is not run, since the sequences cannot be kept as they are: ERROR:  not today";
     EXPECT_EQ(log.error.substr(0, words.size()), words);
     EXPECT_EQ(shop.server.run("SELECT last_value, is_called FROM log_id_seq;"), "1|f\n");
@@ -373,10 +377,10 @@ TEST(MariaDbDatabase, ConnectsAgainForTheNextPage) {
     const MariaDBForUs shop;
     shop.server.run("CREATE USER reader; GRANT ALL ON test.* TO reader;");
     const auto database = Database::open("mariadb://reader@/test");
-    for (const bool isAction : {false, true}) {
+    for (const auto kind : {QueryKind::Rows, QueryKind::Action}) {
         const DatabasePage page(*database);
         shop.server.run("KILL USER reader;");
-        const auto lost = database->run(*callOf("spG_Suppliers", "", {}, ""), isAction, {});
+        const auto lost = database->run(*callOf("spG_Suppliers", "", {}, ""), kind, {});
         EXPECT_NE(lost.error.find("has gone away"), std::string::npos) << lost.error;
     }
     EXPECT_EQ(runOnce(*database, "spG_Suppliers").error, "");
@@ -391,9 +395,10 @@ TEST(MariaDbDatabase, SaysThatAServerRefusesToWrite) {
         "CREATE PROCEDURE spA_See() SQL SECURITY INVOKER INSERT INTO Seen VALUES(1);\nSET GLOBAL read_only = 1;\n");
     const auto database = Database::open("mariadb://reader@/test");
     const DatabasePage page(*database);
-    const auto refused = database->run(*callOf("spA_See", "", {}, ""), true, {});
+    const auto refused = database->run(*callOf("spA_See", "", {}, ""), QueryKind::Action, {});
     EXPECT_NE(refused.error.find("--read-only"), std::string::npos) << refused.error;
-    EXPECT_EQ(database->run(*callOf("spG_Suppliers", "", {}, ""), false, {}).error, "") << "the page goes on";
+    EXPECT_EQ(database->run(*callOf("spG_Suppliers", "", {}, ""), QueryKind::Rows, {}).error, "")
+        << "the page goes on";
 }
 
 TEST(MariaDbDatabase, SaysThatTheConnectionWasLostWhileAQueryRan) {
@@ -462,12 +467,14 @@ TEST(OdbcDatabase, CallsFunctionsThroughADriver) {
         EXPECT_EQ(hire.fields.at(0), "ID");
         EXPECT_EQ(runOnce(*database, "spG_PartsOfSupplier", "CKey06", {.key = "NIGHTW", .text = ""}).error, "");
         const DatabasePage page(*database);
-        const auto call = [&](const char* query) { return database->run(*callOf(query, "", {}, ""), false, {}); };
+        const auto call = [&](const char* query) {
+            return database->run(*callOf(query, "", {}, ""), QueryKind::Rows, {});
+        };
         EXPECT_NE(call("spW_Broken").error.find("division by zero"), std::string::npos);
         EXPECT_EQ(call("spG_Suppliers").error, "") << "after one that failed";
         EXPECT_EQ(call("spW_Nowhere").error, "There is no procedure spW_Nowhere that can be called.");
         EXPECT_EQ(call("spG_Suppliers()};").error, "There is no procedure spG_Suppliers()}; that can be called.");
-        EXPECT_EQ(database->run(*callOf("spW_Log", "", {}, ""), true, {}).error, "");
+        EXPECT_EQ(database->run(*callOf("spW_Log", "", {}, ""), QueryKind::Action, {}).error, "");
         EXPECT_EQ(rowOf(call("spW_LogRows")), "|1") << "later queries of the page see what it did";
     }
     EXPECT_TRUE(shop.dump() == before) << "the dump differs";

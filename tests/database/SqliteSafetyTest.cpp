@@ -49,9 +49,9 @@ class Small {
     Sqlite tool_{folder_ / "small.db"};
 };
 
-QueryResult call(Database& database, const std::string& query, bool isAction = false, const std::string& parmIs = {},
-                 const ClickedNode& clicked = {}, const QueryLimits& limits = {}) {
-    return database.run(*callOf(query, parmIs, clicked, "05-Mar-2026"), isAction, limits);
+QueryResult call(Database& database, const std::string& query, QueryKind kind = QueryKind::Rows,
+                 const std::string& parmIs = {}, const ClickedNode& clicked = {}, const QueryLimits& limits = {}) {
+    return database.run(*callOf(query, parmIs, clicked, "05-Mar-2026"), kind, limits);
 }
 
 std::string firstRow(const QueryResult& result) {
@@ -75,17 +75,18 @@ TEST_F(SqliteFile, GivesConstantsAndParametersWithTheirTypes) {
     const DatabasePage page(*database);
     const ClickedNode node{.key = "1003", .text = "It's \"1\"; DROP TABLE Things", .isGenerated = true};
     EXPECT_EQ(firstRow(call(*database, "spW_Given")), "|1||null||null") << "what was left there is gone";
-    EXPECT_EQ(firstRow(call(*database, "spW_Given 2", false, "Lkey", node)), "|1|2|integer|1003|integer");
-    EXPECT_EQ(firstRow(call(*database, "spW_Given 2.5", false, "CKey04", node)), "|1|2.5|real|1003|text");
-    EXPECT_EQ(firstRow(call(*database, "spW_Given OPEN", false, "Today", node)), "|1|OPEN|text|05-Mar-2026|text");
-    EXPECT_EQ(firstRow(call(*database, "spW_Given 007", false, "Lkey")), "|1|007|text|0|integer");
-    EXPECT_EQ(firstRow(call(*database, "spW_Given 2 OPEN 3", false, "Text", node)),
+    EXPECT_EQ(firstRow(call(*database, "spW_Given 2", QueryKind::Rows, "Lkey", node)), "|1|2|integer|1003|integer");
+    EXPECT_EQ(firstRow(call(*database, "spW_Given 2.5", QueryKind::Rows, "CKey04", node)), "|1|2.5|real|1003|text");
+    EXPECT_EQ(firstRow(call(*database, "spW_Given OPEN", QueryKind::Rows, "Today", node)),
+              "|1|OPEN|text|05-Mar-2026|text");
+    EXPECT_EQ(firstRow(call(*database, "spW_Given 007", QueryKind::Rows, "Lkey")), "|1|007|text|0|integer");
+    EXPECT_EQ(firstRow(call(*database, "spW_Given 2 OPEN 3", QueryKind::Rows, "Text", node)),
               "|1|2 OPEN 3|text|It's \"1\"; DROP TABLE Things|text");
     EXPECT_EQ(firstRow(call(*database, "SPW_given")), "|1||null||null") << "in any case of its letters";
     const ClickedNode hostile{
         .key = std::string("a\0b", 3), .text = std::string(1'000'000, 'x'), .isGenerated = true};
-    EXPECT_EQ(call(*database, "spW_Given", false, "CKey03", hostile).rows.at(0).at(3).text, hostile.key);
-    EXPECT_EQ(call(*database, "spW_Given", false, "Text", hostile).rows.at(0).at(3).text, hostile.text);
+    EXPECT_EQ(call(*database, "spW_Given", QueryKind::Rows, "CKey03", hostile).rows.at(0).at(3).text, hostile.key);
+    EXPECT_EQ(call(*database, "spW_Given", QueryKind::Rows, "Text", hostile).rows.at(0).at(3).text, hostile.text);
 }
 
 TEST_F(SqliteFile, CallsOnlyWhatIsInItsCatalogue) {
@@ -95,13 +96,14 @@ TEST_F(SqliteFile, CallsOnlyWhatIsInItsCatalogue) {
     EXPECT_EQ(firstRow(call(*database, "sqlite_schema")), "There is no view sqlite_schema.");
     EXPECT_EQ(firstRow(call(*database, "spW_Things;DELETE")), "There is no view spW_Things;DELETE.");
     EXPECT_EQ(firstRow(call(*database, "pragma_table_list")), "There is no view pragma_table_list.");
-    EXPECT_EQ(firstRow(call(*database, "spW_Things", true)), "There is no trigger spW_Things on the table Given.");
+    EXPECT_EQ(firstRow(call(*database, "spW_Things", QueryKind::Action)),
+              "There is no trigger spW_Things on the table Given.");
     QueryCall withQuotes;
     withQuotes.name = "a \"b";
-    EXPECT_EQ(firstRow(database->run(withQuotes, false, {})), "|7");
-    EXPECT_TRUE(database->find("spw_things", false));
-    EXPECT_FALSE(database->find("spw_things", true));
-    EXPECT_TRUE(database->find("SPW_ADD", true));
+    EXPECT_EQ(firstRow(database->run(withQuotes, QueryKind::Rows, {})), "|7");
+    EXPECT_TRUE(database->find("spw_things", QueryKind::Rows));
+    EXPECT_FALSE(database->find("spw_things", QueryKind::Action));
+    EXPECT_TRUE(database->find("SPW_ADD", QueryKind::Action));
 }
 
 TEST_F(SqliteFile, ShowsLaterParagraphsWhatAnActionDidAndTakesItBack) {
@@ -111,7 +113,7 @@ TEST_F(SqliteFile, ShowsLaterParagraphsWhatAnActionDidAndTakesItBack) {
         const auto database = small.open();
         {
             const DatabasePage page(*database);
-            const auto added = call(*database, "spW_Add two", true);
+            const auto added = call(*database, "spW_Add two", QueryKind::Action);
             EXPECT_EQ(added.error, "");
             EXPECT_EQ(added.changed, 1U);
             EXPECT_EQ(call(*database, "spW_Things").total, 2U);
@@ -156,11 +158,12 @@ TEST_F(SqliteFile, StaysAsItIsWhereATriggerRollsBack) {
     {
         const auto database = small.open();
         const DatabasePage page(*database);
-        EXPECT_EQ(call(*database, "spW_Add two", true).error, "");
-        EXPECT_EQ(call(*database, "spW_End", true).error, "the end The transaction of the page ended with it.");
+        EXPECT_EQ(call(*database, "spW_Add two", QueryKind::Action).error, "");
+        EXPECT_EQ(call(*database, "spW_End", QueryKind::Action).error,
+                  "the end The transaction of the page ended with it.");
         EXPECT_EQ(call(*database, "spW_Things").total, 1U);
-        EXPECT_EQ(call(*database, "spW_Add three", true).error, "");
-        EXPECT_EQ(call(*database, "spW_Fail", true).error, "no more");
+        EXPECT_EQ(call(*database, "spW_Add three", QueryKind::Action).error, "");
+        EXPECT_EQ(call(*database, "spW_Fail", QueryKind::Action).error, "no more");
         EXPECT_EQ(call(*database, "spW_Things").total, 2U) << "what failed is taken back, and nothing else";
         EXPECT_EQ(call(*database, "spW_Given 5").error, "");
     }
@@ -178,9 +181,10 @@ TEST_F(SqliteFile, StopsWhatTakesTooLong) {
     {
         const auto database = small.open();
         const DatabasePage page(*database);
-        for (const auto& [name, isAction] : {std::pair("spW_Endless", false), std::pair("spW_Fill", true)}) {
+        for (const auto& [name, kind] :
+             {std::pair("spW_Endless", QueryKind::Rows), std::pair("spW_Fill", QueryKind::Action)}) {
             const auto result =
-                call(*database, name, isAction, {}, {}, {.time = std::chrono::milliseconds(300), .rows = 10});
+                call(*database, name, kind, {}, {}, {.time = std::chrono::milliseconds(300), .rows = 10});
             EXPECT_TRUE(result.isTooSlow);
             EXPECT_TRUE(result.error.starts_with("Stopped, since its time is over: interrupted")) << result.error;
             EXPECT_LT(result.time, std::chrono::seconds(20));
@@ -200,7 +204,7 @@ TEST_F(SqliteFile, StaysAsItIsWhereAnActionChangesALot) {
     const auto before = small.files();
     const auto database = small.open();
     const DatabasePage page(*database);
-    const auto filled = call(*database, "spW_Fill", true, {}, {}, {.time = std::chrono::minutes(1)});
+    const auto filled = call(*database, "spW_Fill", QueryKind::Action, {}, {}, {.time = std::chrono::minutes(1)});
     EXPECT_EQ(filled.error, "");
     EXPECT_EQ(filled.changed, 20'000U);
     EXPECT_EQ(call(*database, "spW_Things").total, 20'001U);
@@ -214,7 +218,7 @@ TEST_F(SqliteFile, KeepsTheLogOfAWriteAheadFile) {
     const auto use = [&] {
         const auto database = small.open();
         const DatabasePage page(*database);
-        EXPECT_EQ(call(*database, "spW_Add two", true).error, "");
+        EXPECT_EQ(call(*database, "spW_Add two", QueryKind::Action).error, "");
         return call(*database, "spW_Things").total;
     };
     EXPECT_EQ(use(), 2U);
@@ -301,10 +305,11 @@ TEST_F(SqliteFile, CountsTheRowsThatItDoesNotKeep) {
         "f;\n");
     const auto database = small.open();
     const DatabasePage page(*database);
-    const auto many = call(*database, "spW_Many", false, {}, {}, {.time = std::chrono::minutes(1)});
+    const auto many = call(*database, "spW_Many", QueryKind::Rows, {}, {}, {.time = std::chrono::minutes(1)});
     EXPECT_EQ(many.rows.size(), 1000U);
     EXPECT_EQ(many.total, 100'000U);
-    const auto few = call(*database, "spW_Many", false, {}, {}, {.time = std::chrono::minutes(1), .bytes = 10'000});
+    const auto few =
+        call(*database, "spW_Many", QueryKind::Rows, {}, {}, {.time = std::chrono::minutes(1), .bytes = 10'000});
     EXPECT_LT(few.rows.size(), 11U);
     EXPECT_EQ(few.total, 100'000U);
     const auto kinds = call(*database, "spW_Kinds");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <unistd.h>
 
+#include "model/NodeType.h"
+#include "model/ParagraphType.h"
 #include "tests/commands/Commands.h"
 #include "tests/database/MariaDB.h"
 #include "tests/database/Pages.h"
@@ -349,4 +351,30 @@ TEST(Verify, SaysThatTheDatabaseIsLocked) {
               "pelmo-scheme: The database cannot be read now, perhaps because another program is writing to it: "
               "database is locked\n");
     std::filesystem::remove(isWaiting);
+}
+
+TEST(Verify, MissesTheQueryOfEveryTypeThatHasOne) {
+    auto nodes = navHeader + "1,\"Root\",\"F\",0,\"\",\"\",\"\",\"\"\r\n";
+    auto paragraphs = webHeader;
+    int id = 1;
+    for (const auto& type : nodeTypes)
+        nodes += std::to_string(++id) + ",\"Node\",\"" + type.letter + "\",1,\"spG_" + type.letter +
+                 "\",\"\",\"\",\"\"\r\n";
+    for (const auto& type : paragraphTypes)
+        paragraphs += std::to_string(++id) + ",1,1,\"Title\",\"spW_" + type.letter + "\",\"\",\"" + type.letter +
+                      "\",0,\"\",\"\"\r\n";
+    const SchemeFolder files(nodes, paragraphs);
+    const TempFolder folder;
+    writeBytes(folder / "empty.db", "");
+    const auto out =
+        pelmo({"verify", files.nodes(), files.paragraphs(), "--db", "sqlite:" + (folder / "empty.db").string()}).out;
+    for (const auto& type : nodeTypes) {
+        const auto words = std::string("The database has no query spG_") + type.letter + ".";
+        EXPECT_EQ(out.find(words) != std::string::npos, type.hasQuery) << type.letter << out;
+    }
+    for (const auto& type : paragraphTypes) {
+        const auto words =
+            std::string("The database has no ") + (type.isAction ? "action " : "") + "query spW_" + type.letter + ".";
+        EXPECT_NE(out.find(words), std::string::npos) << type.letter << out;
+    }
 }

@@ -57,8 +57,8 @@ struct MadeDatabase final : Database {
         calls.emplace_back("begin");
     }
     void endPage() noexcept override { calls.emplace_back("end"); }
-    QueryResult run(const QueryCall& call, bool isAction, const QueryLimits& limits) override {
-        auto line = (isAction ? "action " : "") + call.name;
+    QueryResult run(const QueryCall& call, QueryKind kind, const QueryLimits& limits) override {
+        auto line = (kind == QueryKind::Action ? "action " : "") + call.name;
         for (const auto& constant : call.constants) line += " " + constant;
         calls.push_back(line + "(" + call.parameter + ")");
         auto result =
@@ -66,7 +66,7 @@ struct MadeDatabase final : Database {
         if (result.rows.size() > limits.rows) result.rows.resize(limits.rows);
         return result;
     }
-    std::unique_ptr<KnownQuery> find(std::string_view, bool) override { return nullptr; }
+    std::unique_ptr<KnownQuery> find(std::string_view, QueryKind) override { return nullptr; }
 };
 
 /// A paragraph of node 1 whose query gave this.

@@ -177,7 +177,7 @@ TEST_F(EveryType, OfAParagraphIsShownExplainedAndAnalysed) {
         ASSERT_NE(entry, "") << type.letter;
         helps.insert(helpOn(form, entry));
         const bool columns = find<QLineEdit>(form, "txtCol").isEnabled();
-        EXPECT_EQ(columns, type.keepsColumns) << entry;
+        EXPECT_EQ(columns, type.columns != ColumnsUse::None) << entry;
         const bool formNumber = find<QLineEdit>(form, "txtForm").isEnabled();
         EXPECT_EQ(formNumber, type.keepsForm || type.letter == 'I') << entry;
     }
