@@ -94,7 +94,7 @@ void appendQuery(std::string& report, std::int32_t id, std::string_view query, s
 std::string NavToDo(const clsNavSchemes& oNavs) {
     std::string report(navSteps);
     for (const auto& node : oNavs.NewEnum()) {
-        if (!hasQuery(node->typeIs().letter())) continue;
+        if (!callsQuery(node->typeIs().letter())) continue;
         appendQuery(report, node->ID, node->queryIs(), node->parmIs());
         report.append("\r\n");
     }

@@ -235,7 +235,7 @@ class Draft {
     std::size_t columns_ = 0;        // including the ID; 0 if no use wants rows
     std::set<std::size_t> numbers_;  // the columns that must be numbers
     std::size_t idLength_ = 0;
-    std::set<const ParagraphType*> pictures_;  // the types of its uses that want a picture, in their order
+    std::set<const ParagraphType*> pictures_;  // the types of its uses that want a picture, in the order of the table
 };
 
 // The lengths of the text keys that queries return, as declared by the nodes and paragraphs that receive the keys.
@@ -297,7 +297,7 @@ std::vector<Query> queriesOf(const SavedScheme& scheme) {
     Collector collector;
     const KeyLengths lengths(scheme);
     for (const auto* node : scheme.nodes())
-        if (hasQuery(node->typeIs().letter()))
+        if (callsQuery(node->typeIs().letter()))
             collector.add({.who = "Node " + keyText(node->ID),
                            .isNode = true,
                            .type = node->typeIs(),

@@ -32,6 +32,6 @@ struct Query {
     std::vector<QueryField> fields;  ///< empty for an action query
 };
 
-/// Every query that a node of type G or R or a paragraph names, once, in the order of the first uses. Names that
+/// Every query that a node or a paragraph names and Pelmo calls, once, in the order of the first uses. Names that
 /// differ only in the case of ASCII letters count as one.
 [[nodiscard]] std::vector<Query> queriesOf(const SavedScheme& scheme);

@@ -39,7 +39,7 @@ std::size_t GeneratedTree::unreachedNodes() const {
 
 bool GeneratedTree::isBranch(const TreeNode& parent) const {
     return parent.node != nullptr &&
-           (hasQuery(parent.node->typeIs().letter()) || !tree_.childrenOf(parent.node->ID).empty());
+           (callsQuery(parent.node->typeIs().letter()) || !tree_.childrenOf(parent.node->ID).empty());
 }
 
 const clsNavScheme* GeneratedTree::madeAfter(const clsNavScheme& node) const {
@@ -50,7 +50,8 @@ const clsNavScheme* GeneratedTree::madeAfter(const clsNavScheme& node) const {
 
 TreeBranch GeneratedTree::below(const TreeNode& parent, Database& database, const QueryLimits& limits) const {
     if (parent.node == nullptr) return {};
-    return hasQuery(parent.node->typeIs().letter()) ? rowsBelow(parent, database, limits) : childrenOf(*parent.node);
+    return callsQuery(parent.node->typeIs().letter()) ? rowsBelow(parent, database, limits)
+                                                      : childrenOf(*parent.node);
 }
 
 TreeBranch GeneratedTree::childrenOf(const clsNavScheme& node) const {

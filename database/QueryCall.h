@@ -29,12 +29,13 @@ struct QueryCall {
 /// What a query is called for.
 enum class QueryKind {
     Rows,    ///< the nodes below a node, or what a paragraph shows
-    Action,  ///< what it does; it returns no rows
+    Action,  ///< what it does; rows that it returns are not shown
 };
 
 /// What the query of a paragraph is called for. @param type the letter of its type, or 0
 [[nodiscard]] constexpr QueryKind queryKindOf(char type) {
-    return isAction(type) ? QueryKind::Action : QueryKind::Rows;
+    const auto* row = paragraphType(type);
+    return row && row->isAction ? QueryKind::Action : QueryKind::Rows;
 }
 
 /// The call that a record's query and parameter kind make when that node is clicked.

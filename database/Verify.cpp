@@ -17,21 +17,20 @@ using Place = std::pair<bool, std::uint32_t>;  // whether it is a node, its slot
 // What a node and a paragraph have in common here.
 struct Caller {
     Place place;
-    QueryKind kind = QueryKind::Rows;
-    char type = 0;  // the letter
+    QueryKind purpose = QueryKind::Rows;
+    char paragraphType = 0;  // the letter
     std::string_view queryIs, parmIs, colsAre{};
 };
 
 Caller callerOf(const clsNavScheme& node, std::uint32_t slot) {
-    return {
-        .place = {true, slot}, .type = node.typeIs().letter(), .queryIs = node.queryIs(), .parmIs = node.parmIs()};
+    return {.place = {true, slot}, .queryIs = node.queryIs(), .parmIs = node.parmIs()};
 }
 
 Caller callerOf(const clsWebScheme& paragraph, std::uint32_t slot) {
     const auto type = paragraph.typeIs.letter();
     return {.place = {false, slot},
-            .kind = queryKindOf(type),
-            .type = type,
+            .purpose = queryKindOf(type),
+            .paragraphType = type,
             .queryIs = paragraph.queryIs,
             .parmIs = paragraph.parmIs,
             .colsAre = paragraph.colsAre};
@@ -79,7 +78,7 @@ class Verification {
 
     void lookUpAll() {
         for (std::uint32_t slot = 0; const auto& node : navs_.NewEnum().Slots()) {
-            if (hasQuery(node->typeIs().letter())) lookUp(callerOf(*node, slot));
+            if (callsQuery(node->typeIs().letter())) lookUp(callerOf(*node, slot));
             ++slot;
         }
         for (std::uint32_t slot = 0; slot < paragraphs_.size(); ++slot) lookUp(callerOf(paragraph(slot), slot));
@@ -88,12 +87,12 @@ class Verification {
     void lookUp(const Caller& caller) {
         const auto call = callOf(caller.queryIs, caller.parmIs, {}, options_.today);
         if (!call) return;
-        const auto known = database_.find(call->name, caller.kind);
+        const auto known = database_.find(call->name, caller.purpose);
         const auto count = call->constants.size() + (call->kind == ParameterKind::None ? 0 : 1);
         if (!known)
             add(caller.place, "query-missing", "queryIs",
-                "The database has no " + std::string(caller.kind == QueryKind::Action ? "action query " : "query ") +
-                    call->name + ".");
+                "The database has no " +
+                    std::string(caller.purpose == QueryKind::Action ? "action query " : "query ") + call->name + ".");
         else if (known->areArgumentsKnown && (count < known->fewestArguments || count > known->mostArguments))
             add(caller.place, "query-arguments", "queryIs",
                 call->name + " takes " + takes(*known) + ", and is called with " + std::to_string(count) +
@@ -110,7 +109,7 @@ class Verification {
         readPage(node);
         if (!tree_.isBranch(node)) return;
         const auto caller = callerOf(*node.node, slots_.at(node.node));
-        if (!hasQuery(node.node->typeIs().letter())) {
+        if (!callsQuery(node.node->typeIs().letter())) {
             for (const auto& child : tree_.below(node, database_, options_.limits).nodes) walk(child, depth);
         } else if (depth < options_.depth && !broken_.contains(caller.place)) {
             readRows(node, caller, depth);
@@ -131,7 +130,7 @@ class Verification {
         if (branch.nodes.empty()) return;
         const auto* const after = branch.nodes.front().node;
         std::vector<Caller> takers;
-        if (after != nullptr && hasQuery(after->typeIs().letter()))
+        if (after != nullptr && callsQuery(after->typeIs().letter()))
             takers.push_back(callerOf(*after, slots_.at(after)));
         if (after != nullptr)
             for (const auto slot : pages_[after->ID]) takers.push_back(callerOf(paragraph(slot), slot));
@@ -162,13 +161,13 @@ class Verification {
     void readParagraph(const Caller& caller, const TreeNode& node) {
         const auto call = callOf(caller.queryIs, caller.parmIs, node.clicked, options_.today);
         if (!call) return;
-        const bool isAction = caller.kind == QueryKind::Action;
+        const bool isAction = caller.purpose == QueryKind::Action;
         if (isAction && !database_.canUndo() && !options_.runsActions)
             return add(caller.place, "action-not-run", "queryIs",
                        call->name + " was not run: this database cannot take back what it does.");
-        const auto result = database_.run(*call, caller.kind, options_.limits);
+        const auto result = database_.run(*call, caller.purpose, options_.limits);
         if (!addFailure(caller, node, result.error, result.isTooSlow, result.time) || isAction) return;
-        for (auto& flaw : flawsOfPage(caller.type, caller.colsAre, result))
+        for (auto& flaw : flawsOfPage(caller.paragraphType, caller.colsAre, result))
             add(caller.place, flaw.id, flaw.field, std::move(flaw.words));
     }
 

@@ -8,7 +8,7 @@
 
 // Windows-1252, the code page of the files where the operating system has none of its own.
 
-inline constexpr const char* codePageName = "windows-1252";  ///< in commands
+inline constexpr const char* codePageName = "windows-1252";  ///< as `pelmo-scheme --encoding` spells it
 
 /// The characters for the bytes 80 to FF. Windows-1252 leaves five bytes undefined; here they become the control
 /// characters with the same number, so that every byte has a character and no two bytes share one.

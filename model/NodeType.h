@@ -5,9 +5,8 @@
 #include <limits>
 #include <string_view>
 
-/// What each type of node is. Storing, the to-do list, the form, the legend, the tree of the preview and the
-/// skeletons of queries use this table. Every other table with a row for each type has them in this order, and does
-/// not compile if one is missing.
+/// What each type of node is, for the whole program. Every other table with a row for each type has them in this
+/// order, and does not compile if one is missing.
 struct NodeType {
     static constexpr int anyNumber = std::numeric_limits<int>::max();
 
@@ -52,8 +51,9 @@ inline constexpr NodeType nodeTypes[] = {
     return found == std::end(nodeTypes) ? nullptr : found;
 }
 
-/// Whether a node with this letter has a query; false for any other letter.
-[[nodiscard]] constexpr bool hasQuery(char letter) {
+/// Whether Pelmo calls the query of a node with this letter. A node of an unknown type may have one, too, but it is
+/// not called.
+[[nodiscard]] constexpr bool callsQuery(char letter) {
     const auto* type = nodeType(letter);
     return type && type->hasQuery;
 }

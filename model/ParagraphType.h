@@ -12,14 +12,13 @@ enum class ColumnsUse {
     Layout,  ///< XML: how the pictures are laid out
 };
 
-/// What each type of paragraph is. Storing, the to-do list, the form, what verifies results, the preview and the
-/// skeletons of queries use this table. Every other table with a row for each type has them in this order, and does
-/// not compile if one is missing.
+/// What each type of paragraph is, for the whole program. Every other table with a row for each type has them in this
+/// order, and does not compile if one is missing.
 struct ParagraphType {
     char letter;
     bool keepsForm = false;  ///< storing keeps the form number; otherwise it becomes 0
     ColumnsUse columns = ColumnsUse::None;
-    bool isAction = false;           ///< its query returns no rows
+    bool isAction = false;  ///< its query is called for what it does; its rows, if there are any, are not shown
     std::string_view fieldPrefix{};  ///< its query has a field whose name begins with this, in either case
     bool isFieldPath = false;        ///< that field holds the path of a picture; otherwise the picture itself
 };
@@ -41,10 +40,4 @@ inline constexpr ParagraphType paragraphTypes[] = {
 [[nodiscard]] constexpr const ParagraphType* paragraphType(char letter) {
     const auto* found = std::ranges::find(paragraphTypes, letter, &ParagraphType::letter);
     return found == std::end(paragraphTypes) ? nullptr : found;
-}
-
-/// Whether the query of a paragraph with this letter is called for what it does.
-[[nodiscard]] constexpr bool isAction(char letter) {
-    const auto* type = paragraphType(letter);
-    return type && type->isAction;
 }

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "database/ResultChecks.h"
+#include "model/ParagraphType.h"
 #include "preview/Paragraphs.h"
 
 // Types H and I: one record, as the names and values of its fields. Type I has a picture, too.

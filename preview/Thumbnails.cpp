@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "database/ResultChecks.h"
+#include "model/ParagraphType.h"
 #include "preview/ColumnsField.h"
 #include "preview/Paragraphs.h"
 

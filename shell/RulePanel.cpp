@@ -30,7 +30,7 @@ constexpr double captionLeft = 120;
 // the row's.
 constexpr double pictureLeft = 180;
 constexpr double nameLeft = 540;
-constexpr double columnLefts[] = {2880, 3210, 3570, 3930};
+constexpr double columnLefts[] = {2880, 3210, 3570, 3930};  // given, not evenly spaced
 constexpr double headerTop = 240;
 constexpr double firstRowTop = 960;
 constexpr double rowHeight = 480;

@@ -33,5 +33,5 @@ refuse "model, analysis and commands may not use Qt, except for writing files" <
 refuse "of preview, only Server, FileWatch and Preview.cpp may use Qt" < <(grep -rnE '^ *# *include *<Q' preview |
     grep -vE '^preview/(Server[.](h|cpp)|FileWatch[.](h|cpp)|Preview[.]cpp):')
 refuse "what other folders include of database may not use Qt" < <(
-    grep -nE '^ *# *include *<Q' database/{Database,GeneratedTree,PictureBytes,QtStart,QueryCall,QueryFindings,Verify}.h)
+    grep -nE '^ *# *include *<Q' database/{Database,GeneratedTree,PictureBytes,QtStart,QueryCall,QueryFindings,ResultChecks,Verify}.h)
 exit "$code"

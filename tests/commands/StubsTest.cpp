@@ -118,11 +118,16 @@ TEST(Stubs, WriteASkeletonForEveryTypeOfNodeThatHasAQuery) {
     for (int id = 1; const auto& type : nodeTypes)
         nodes += std::to_string(++id) + ",\"Node\",\"" + type.letter + "\",1,\"spG_" + type.letter +
                  "\",\"\",\"\",\"\"\r\n";
+    for (const std::string unknown : {"X", "g"})
+        nodes +=
+            std::to_string(unknown[0]) + ",\"Node\",\"" + unknown + "\",1,\"spG_" + unknown + "\",\"\",\"\",\"\"\r\n";
     const SchemeFolder folder(nodes, webHeader + "1,1,1,\"Title\",\"spW_Query\",\"\",\"S\",0,\"\",\"\"\r\n");
     const auto ran = pelmo({"stubs", folder.nodes(), folder.paragraphs(), "--dialect", "sqlite"});
     for (const auto& type : nodeTypes)
         EXPECT_EQ(ran.out.find(std::string("spG_") + type.letter) != std::string::npos, type.hasQuery)
             << type.letter << ran.out << ran.err;
+    EXPECT_EQ(ran.out.find("spG_X"), std::string::npos);
+    EXPECT_EQ(ran.out.find("spG_g"), std::string::npos);
 }
 
 TEST(Stubs, WriteAFieldForThePictureOfEveryTypeOfParagraphThatHasOne) {
@@ -133,5 +138,15 @@ TEST(Stubs, WriteAFieldForThePictureOfEveryTypeOfParagraphThatHasOne) {
         const auto ran = pelmo({"stubs", folder.nodes(), folder.paragraphs(), "--dialect", "sqlite"});
         const auto field = std::string(type.fieldPrefix) + "Picture";
         EXPECT_EQ(ran.out.find(field) != std::string::npos, !type.fieldPrefix.empty()) << type.letter << ran.out;
+    }
+}
+
+// Two characters are read as the length; both must be digits.
+TEST(Stubs, GiveAKeyNoLengthThatIsNoNumber) {
+    for (const std::string kind : {"CKey 5", "CKey+5", "CKey5", "CK", "CKey00"}) {
+        const SchemeFolder folder(navHeader + "1,\"Root\",\"F\",0,\"\",\"\",\"\",\"\"\r\n",
+                                  webHeader + "1,1,1,\"Title\",\"spW_Query\",\"" + kind + "\",\"S\",0,\"\",\"\"\r\n");
+        const auto ran = pelmo({"stubs", folder.nodes(), folder.paragraphs(), "--dialect", "postgresql"});
+        EXPECT_NE(ran.out.find("Called with the key of the node, a text.\n"), std::string::npos) << kind << ran.out;
     }
 }

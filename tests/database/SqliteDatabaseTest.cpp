@@ -135,7 +135,8 @@ TEST(SqliteDatabase, GivesWhatSqliteGivesAndChangesNothing) {
                 const ClickedNode clicked{.key = click.key.text, .text = click.text, .isGenerated = true};
                 const auto call = callOf(paragraph->queryIs, paragraph->parmIs, clicked, shopDayText);
                 const DatabasePage page(*database);
-                auto result = database->run(*call, queryKindOf(paragraph->typeIs.letter()), {});
+                auto result =
+                    database->run(*call, paragraph->typeIs == "E" ? QueryKind::Action : QueryKind::Rows, {});
                 ASSERT_EQ(result.error, "") << paragraph->queryIs.view();
                 if (paragraph->typeIs != "E") made.push_back({{&*listed, click}, std::move(result)});
             }

@@ -360,6 +360,8 @@ TEST(Verify, MissesTheQueryOfEveryTypeThatHasOne) {
     for (const auto& type : nodeTypes)
         nodes += std::to_string(++id) + ",\"Node\",\"" + type.letter + "\",1,\"spG_" + type.letter +
                  "\",\"\",\"\",\"\"\r\n";
+    for (const std::string unknown : {"X", "g"})
+        nodes += std::to_string(++id) + ",\"Node\",\"" + unknown + "\",1,\"spG_" + unknown + "\",\"\",\"\",\"\"\r\n";
     for (const auto& type : paragraphTypes)
         paragraphs += std::to_string(++id) + ",1,1,\"Title\",\"spW_" + type.letter + "\",\"\",\"" + type.letter +
                       "\",0,\"\",\"\"\r\n";
