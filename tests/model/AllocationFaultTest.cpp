@@ -125,6 +125,28 @@ TEST(AllocationFault, AddingDoesAllOrNothing) {
     expectAllOrNothing("Add of a paragraph", [&](clsNavSchemes& navs) { navs.oWebs.Add(paragraph); });
 }
 
+// However many there are: sometimes only one of the lists that they go into has to grow.
+TEST(AllocationFault, AddingDoesAllOrNothingAtEverySize) {
+    for (int size = 0; size <= 40; ++size) {
+        SCOPED_TRACE(size);
+        auto result = failed;
+        for (int requests = 0; result == failed; ++requests) {
+            clsNavSchemes navs;
+            for (int id = 1; id <= size; ++id) navs.oWebs.Add(makeParagraph(id, 7));
+            const auto before = nodesOf(navs.oWebs);
+            const auto paragraph = makeParagraph(1000, 7);
+            const auto add = [&](clsNavSchemes& schemes) { schemes.oWebs.Add(paragraph); };
+            result = run(requests, navs, add);
+            if (result == failed) {
+                ASSERT_EQ(nodesOf(navs.oWebs), before);
+                add(navs);
+            }
+            ASSERT_EQ(navs.oWebs.Count(), size + 1);
+            ASSERT_NE(nodesOf(navs.oWebs), before);
+        }
+    }
+}
+
 // A file for which there is too little memory counts as one that cannot be read.
 TEST(AllocationFault, LoadingGivesTheWholeFileOrNothing) {
     const TempFolder folder;
