@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <QElapsedTimer>
+#include <ctime>
 
 #include "Helpers.h"
 
@@ -13,9 +13,10 @@ class NavTreeDeepTest : public testing::Test {
 
     void SetUp() override {
         ASSERT_TRUE(window.appear());
-        clock.start();
+        start = std::clock();
     }
-    void TearDown() override { EXPECT_LT(clock.elapsed(), 60000) << "milliseconds: quadratic time"; }
+    // The time of the processor alone: other programs may keep it busy.
+    void TearDown() override { EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 60) << "seconds: quadratic time"; }
 
     void drawChain(std::int32_t levels, const std::string& lastKey = {}) {
         fillChain(window.navs, levels);
@@ -38,7 +39,7 @@ class NavTreeDeepTest : public testing::Test {
     }
 
     SchemeWindow window;
-    QElapsedTimer clock;
+    std::clock_t start = 0;
 };
 
 }  // namespace
