@@ -91,6 +91,9 @@ TEST(Program, SaysWhatIsWrongWithAFile) {
         expectRefused(pelmo({command, sampleNodes, missing}), missing + ": there is no such file");
         expectRefused(pelmo({command, "-", "-"}), "only one of the files can be the standard input");
     }
+    for (const auto& command : {"sql", "stubs"})
+        expectRefused(pelmo({command, "-", "-", "--dialect", "sqlite"}),
+                      "only one of the files can be the standard input");
     for (const auto& command : {"check", "todo"})
         expectRefused(pelmo({command, sampleParagraphs}),
                       sampleParagraphs + ":1: this is a file of table XST2, not of XST1");

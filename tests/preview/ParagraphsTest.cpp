@@ -211,6 +211,9 @@ TEST(PreviewHeader, ShowsThePictureOfTheDatabase) {
             .ends_with("<div><dt>Picture</dt><dd>(15 bytes)</dd></div></dl></div><p class=note>No field of the "
                        "query has a name that begins with IMG, and so there is no picture.</p>"));
     EXPECT_EQ(shown("H", "", withPicture("IMGPart", bytes(gif))).find("<img"), std::string::npos);
+    EXPECT_EQ(shown("I", "", made({"ID", "IMGPart", "Part"}, {{number("34"), bytes(gif), text("Brake pad")}})),
+              record + "<img class=head src=\"picture/name1\" alt=\"IMGPart\"></div>")
+        << "the fields after the picture";
 }
 
 // --- M ---
