@@ -176,7 +176,7 @@ class Place:
                 shutil.copy(ROOT / name, copy)
         subprocess.run(["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", "-DCMAKE_BUILD_TYPE=",
                         "-DWIZARD_QUICK_TESTS=OFF",
-                        "-DCMAKE_CXX_FLAGS=-O0 -D_GLIBCXX_ASSERTIONS" + (" -fuse-ld=lld" if shutil.which("ld.lld") else "")],
+                        "-DCMAKE_CXX_FLAGS=-O0 -D_GLIBCXX_ASSERTIONS"],
                        check=True, stdout=subprocess.DEVNULL)
 
     def compiles(self, programs):
