@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Builds with warnings as errors and runs the tests.
-#   ./test.sh            the tests of preset dev that need neither screen nor database, except those with the largest schemes
+#   ./test.sh            the tests of preset dev that need neither screen nor database, except the slowest
 #   ./test.sh all        all tests, as in continuous integration: dev with X servers and databases, asan and fuzz
 #   ./test.sh asan       all tests of one or more presets
 #   ./test.sh windows    builds the Windows programs and tests them under Wine; not part of "all"
@@ -25,8 +25,12 @@ processors=$(getconf _NPROCESSORS_ONLN)
 run() { # PRESET [CTEST_OPTION...]
     say "preset $1"
     build "$1"
-    # Tests of windows spend half of their time waiting.
-    ctest --preset "$1" --no-tests=error -j $((2 * processors)) "${@:2}" \
+    run_tests "$@"
+}
+
+run_tests() { # PRESET [CTEST_OPTION...]
+    # Tests of windows and databases spend most of their time waiting.
+    ctest --preset "$1" --no-tests=error -j $((3 * processors)) "${@:2}" \
         --output-junit "$PWD/build/$1/tests.xml" --test-output-size-passed 100000000 || {
         local code=$?
         say "what failed"
@@ -36,7 +40,11 @@ run() { # PRESET [CTEST_OPTION...]
     }
 }
 
-if (($# == 0)); then run dev -L 'parts|quick' -E '^database'; fi
+if (($# == 0)); then
+    say "preset dev"
+    build dev quick_tests
+    run_tests dev -L 'parts|quick'
+fi
 for preset in "$@"; do
     case $preset in
         all)

@@ -89,7 +89,7 @@ need_tools() {
     done
 }
 
-# build PRESET - brings the build of the preset, in build/PRESET, up to date.
+# build PRESET [TARGET] - brings the build of the preset, in build/PRESET, up to date, or what the target needs.
 build() {
     local folder=build/$1 line source=''
     if [[ -e $folder && ! -w $folder ]]; then
@@ -106,5 +106,5 @@ build() {
     elif [[ ! -f $folder/build.ninja ]]; then
         cmake --preset "$1"
     fi
-    cmake --build --preset "$1" --parallel "$(getconf _NPROCESSORS_ONLN)"
+    cmake --build --preset "$1" --parallel "$(getconf _NPROCESSORS_ONLN)" ${2:+--target "$2"}
 }
