@@ -13,15 +13,11 @@ namespace {
 /// The same shop in SQLite, on the same day.
 class ShopInSqlite {
   public:
-    explicit ShopInSqlite(const std::string& today) : today_(today) {}
     [[nodiscard]] std::map<std::string, std::vector<QueryResult>> pages(Actions actions) const {
         const auto database = Database::open("sqlite:" + (shop.folder / "shop.db").string());
-        return allPages(shop.navs, *database, today_, actions);
+        return allPages(shop.navs, *database, shopDayText, actions);
     }
-    Shop shop;
-
-  private:
-    std::string today_;
+    Shop shop{shopDay};
 };
 
 /// A server of PostgreSQL that the program finds by the environment.
@@ -32,7 +28,7 @@ class PostgreSQLForUs {
             const auto end = setting.find('=');
             settings_.push_back(std::make_unique<Environment>(setting.substr(0, end), setting.substr(end + 1)));
         }
-        server.run("SET client_min_messages = warning;\n" + bytesOf(sample("shop-postgresql.sql")));
+        server.run("SET client_min_messages = warning;\n" + scriptFor("shop-postgresql.sql", shopDay));
     }
     [[nodiscard]] std::unique_ptr<Database> open() const { return Database::open("postgresql:///postgres"); }
     [[nodiscard]] std::string dump() const {
@@ -50,7 +46,7 @@ class PostgreSQLForUs {
 
 class MariaDBForUs {
   public:
-    MariaDBForUs() : home_("HOME", server.home().string()) { server.run(bytesOf(sample("shop-mariadb.sql"))); }
+    MariaDBForUs() : home_("HOME", server.home().string()) { server.run(scriptFor("shop-mariadb.sql", shopDay)); }
     [[nodiscard]] std::unique_ptr<Database> open() const { return Database::open("mariadb:///test"); }
     [[nodiscard]] std::string dump() const {
         const auto dumped = run({"mariadb-dump", "--skip-dump-date", "--routines", "test"});
@@ -75,7 +71,7 @@ QueryResult runOnce(Database& database, const std::string& query, const std::str
                     const ClickedNode& clicked = {}, QueryKind kind = QueryKind::Rows,
                     const QueryLimits& limits = {}) {
     const DatabasePage page(database);
-    return database.run(*callOf(query, parmIs, clicked, dayForQueries()), kind, limits);
+    return database.run(*callOf(query, parmIs, clicked, shopDayText), kind, limits);
 }
 
 }  // namespace
@@ -84,12 +80,12 @@ TEST(PostgreSqlDatabase, HasThePagesOfSqliteAndChangesNothing) {
     if (PostgreSQL::programs().empty()) GTEST_SKIP() << "PostgreSQL is not installed";
     if (!Sqlite::isThere()) GTEST_SKIP() << "sqlite3 is not installed";
     const PostgreSQLForUs shop;
-    const ShopInSqlite same(dayForQueries());
+    const ShopInSqlite same;
     const auto before = shop.dump();
     {
         const auto database = shop.open();
         EXPECT_TRUE(database->canUndo());
-        expectSamePages(allPages(same.shop.navs, *database, dayForQueries(), Actions::Run), same.pages(Actions::Run));
+        expectSamePages(allPages(same.shop.navs, *database, shopDayText, Actions::Run), same.pages(Actions::Run));
     }
     const auto after = shop.dump();
     EXPECT_TRUE(after == before) << "the dump differs";
@@ -100,12 +96,12 @@ TEST(MariaDbDatabase, HasThePagesOfSqliteAndChangesNothing) {
     if (!MariaDB::isThere()) GTEST_SKIP() << "MariaDB is not installed";
     if (!Sqlite::isThere()) GTEST_SKIP() << "sqlite3 is not installed";
     const MariaDBForUs shop;
-    const ShopInSqlite same(dayForQueries());
+    const ShopInSqlite same;
     const auto before = shop.dump();
     {
         const auto database = shop.open();
         EXPECT_FALSE(database->canUndo());
-        expectSamePages(allPages(same.shop.navs, *database, dayForQueries(), Actions::Omitted),
+        expectSamePages(allPages(same.shop.navs, *database, shopDayText, Actions::Omitted),
                         same.pages(Actions::Omitted));
     }
     EXPECT_TRUE(shop.dump() == before) << "the dump differs";
@@ -123,7 +119,7 @@ TEST(PostgreSqlDatabase, StopsWhatTakesTooLongAndKeepsThePage) {
     const DatabasePage page(*database);
     const auto call = [&](const char* query, QueryKind kind,
                           QueryLimits limits = {.time = std::chrono::seconds(60)}) {
-        return database->run(*callOf(query, kind == QueryKind::Action ? "Today" : "", {}, dayForQueries()), kind,
+        return database->run(*callOf(query, kind == QueryKind::Action ? "Today" : "", {}, shopDayText), kind,
                              limits);
     };
     EXPECT_EQ(call("spW_AddLateCharges", QueryKind::Action).error, "");

@@ -138,6 +138,25 @@ inline const std::map<std::string, std::string> reasonsForNothing = {
     {"spW_CustomerJobsShaped", "NOT EXISTS (SELECT 1 FROM RepairJobs, GivenKey g WHERE customer = g.ID)"},
 };
 
+/// The day of the examples in the help. The shop is made as on that day where a test goes on when the day ends.
+inline const std::string shopDay = "2026-03-05";
+inline const std::string shopDayText = "05-Mar-2026";  // as queries get it
+
+inline std::string replaced(std::string text, const std::string& what, const std::string& by) {
+    std::size_t count = 0;
+    for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size(), ++count)
+        text.replace(at, what.size(), by);
+    EXPECT_GT(count, 0U) << what;
+    return text;
+}
+
+/// The script for a server, changed so that it makes the shop of this day; unchanged if `day` is empty.
+inline std::string scriptFor(const std::string& name, const std::string& day) {
+    const auto script = bytesOf(sample(name));
+    const std::string today = "'/srv/shop/pictures/', current_date";
+    return day.empty() ? script : replaced(script, today, "'/srv/shop/pictures/', '" + day + "'");
+}
+
 /// The sample schemes, and the shop's database as it is made on some day.
 class Shop {
   public:

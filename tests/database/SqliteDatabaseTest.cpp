@@ -70,9 +70,6 @@ std::map<int, std::vector<ClickedNode>> nodesOf(const Shop& shop, Database& data
     return nodes;
 }
 
-const std::string shopDay = "2026-03-05";
-const std::string shopDayText = "05-Mar-2026";
-
 }  // namespace
 
 TEST(QueryCall, SplitsTheNameFromItsConstants) {

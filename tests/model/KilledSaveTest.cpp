@@ -209,7 +209,9 @@ constexpr int severalPieces = 5'000;
 void killAtRandom(Killed& saves, int wanted) {
     auto whole = saves.wholeSave;
     std::mt19937 random(1);
-    for (int attempt = 0; saves.killed < wanted && attempt < 20 * wanted; ++attempt) {
+    // A disk that has become slower since the first save needs more of them.
+    const auto isEnough = [&] { return saves.killed >= wanted && saves.replaced > 0; };
+    for (int attempt = 0; !isEnough() && attempt < 20 * wanted; ++attempt) {
         const auto life = whole * std::uniform_int_distribution<int>(0, 1300)(random) / 1000;
         saves.save(killedAfter(life));
         if (testing::Test::HasFailure()) break;
@@ -219,7 +221,7 @@ void killAtRandom(Killed& saves, int wanted) {
         else if (life > whole)
             whole = whole * 110 / 100;
     }
-    EXPECT_EQ(saves.killed, wanted) << "saves are over too quickly to be killed";
+    EXPECT_GE(saves.killed, wanted) << "saves are over too quickly to be killed";
     EXPECT_GT(saves.replaced, 0);
     EXPECT_GT(saves.kept, wanted / 4) << "most kills come too late";
     std::cout << saves.killed << " kills have left " << saves.leftWhole + saves.leftInPieces << " more files\n";

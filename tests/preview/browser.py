@@ -4,7 +4,7 @@
 
     browser.py PROGRAM [--all] [CHECK...]
 
-PROGRAM is pelmo-scheme. Without --all, of the nodes that a query made only three are visited, and two on a server;
+PROGRAM is pelmo-scheme. Without --all, of the nodes that a query made only three are visited, and one on a server;
 every node and paragraph of the scheme is. Prints a line for each check; fails if one fails, and is skipped (77) where
 Chromium is missing.
 """
@@ -70,7 +70,7 @@ class Preview:
         self.log = open(folder / "log", "w+")
         self.started = time.monotonic()
         self.process = subprocess.Popen([PROGRAM, "preview", "XST1.txt", "XST2.txt", "--db", address, "--no-browser",
-                                         *options], cwd=folder, stdout=subprocess.PIPE, stderr=self.log, text=True)
+                                         "--today", shop.DAY, *options], cwd=folder, stdout=subprocess.PIPE, stderr=self.log, text=True)
         self.address = self.process.stdout.readline().strip()
         if not self.address.startswith("http://127.0.0.1:"):
             raise ConnectionError(self.address + (folder / "log").read_text())
@@ -178,7 +178,7 @@ class Checks:
         folder = self.new_folder()
         shop.load(folder)
         with server_class(folder) as server:
-            self.walk(folder, server.address, lambda count: {0, count - 1}, server.undoes)
+            self.walk(folder, server.address, lambda count: {count // 2}, server.undoes)
 
     def walk(self, folder, address, chosen, runs_actions=True):
         """Visits the pages; chosen gives the places to visit among as many generated nodes."""
@@ -491,7 +491,7 @@ class Checks:
         paragraphs = [f'{number},3,{number},"{evil}:","spW_Evil {evil}","Text","{kind}",9,"{columns}",""'
                       for number, (kind, columns) in enumerate([("C", "1:2"), ("H", ""), ("E", ""), ("M", ""), ("I", ""), ("S", "All"),
                                                                 ("T", evil), ("<", ""), ("S", evil)], start=1)]
-        paragraphs += ['20,6,1,"Rows","spW_Million","","S",0,"1",""', '21,6,2,"Pictures","spW_Files","","T",0,"",""',
+        paragraphs += ['20,6,1,"Rows","spW_Large","","S",0,"1",""', '21,6,2,"Pictures","spW_Files","","T",0,"",""',
                        '22,7,1,"Slow","spW_Slow","","S",0,"1",""', '23,7,2,"After it","spW_Files","","S",0,"",""']
         (folder / "XST2.txt").write_bytes("\r\n".join(["ID"] + paragraphs).encode("cp1252"))
         os.symlink("/etc/passwd", folder / "link.gif")
@@ -506,14 +506,14 @@ class Checks:
             CREATE VIEW spW_Evil AS SELECT ID, text AS "{name}", text AS B, blob AS IMGx, text AS FILEx FROM E;
             CREATE VIEW spG_Many AS WITH RECURSIVE N(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM N WHERE n < 12000)
                 SELECT n AS ID, 'Node ' || n AS name FROM N;
-            CREATE VIEW spW_Million AS WITH RECURSIVE N(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM N WHERE n < 1000000)
+            CREATE VIEW spW_Large AS WITH RECURSIVE N(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM N WHERE n < 200000)
                 SELECT n AS ID, n AS number, 'row ' || n AS text FROM N;
             CREATE VIEW spW_Slow AS WITH RECURSIVE N(n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM N)
                 SELECT n AS ID FROM N WHERE n < 0;
             CREATE VIEW spW_Files AS SELECT * FROM F;""")
         database.executemany("INSERT INTO E VALUES(?, ?, ?)", [
             (self.EVIL, self.EVIL, b"GIF89a but no picture"), (2, "NUL \0 and more", b"<svg onload=alert(1)>"),
-            (3, "x" * (1 << 20), b""), (4, "\u202Ereversed", b"\0" * 1000), (5, "", None)])
+            (3, "x" * (1 << 18), b""), (4, "\u202Ereversed", b"\0" * 1000), (5, "", None)])
         database.executemany("INSERT INTO F VALUES(?, ?, ?)", [
             (n, path, path) for n, path in enumerate(["/etc/passwd", str(folder / "link.gif"), str(folder / "text.gif"),
                                                       "../../etc/passwd", "/proc/self/environ", "/dev/zero",
@@ -541,7 +541,7 @@ class Checks:
             viewer.page.wait("document.querySelector('.more.failed')")
             viewer.click(names.index("Rows"))
             notes = [note for section in viewer.sections() for note in section["notes"]]
-            self.expect("These are the first 1,000 rows of 1,000,000." in notes, True, str(notes))
+            self.expect("These are the first 1,000 rows of 200,000." in notes, True, str(notes))
             self.expect(viewer.sections()[1]["pictures"], 0, "pictures of no pictures")
             self.expect(viewer.page.run("document.querySelectorAll('.none').length"), 9, "reasons")
             viewer.click(next(place for place, name in enumerate(names) if name == "NUL \0 and \x1B"))

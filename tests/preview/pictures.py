@@ -18,7 +18,6 @@ import chromium
 import shop
 
 HELP = pathlib.Path(__file__).parents[2] / "help/pictures"
-DAY = "2026-03-05"
 
 # The way to ten pages, from below the root.
 PAGES = {
@@ -46,9 +45,8 @@ def png(width, height, shade):
 
 def load(folder):
     """The shop of that day, with photos of some of its bicycles."""
-    script = (shop.SAMPLES / "shop.sql").read_text(encoding="utf-8").replace("date('now', 'localtime')", f"'{DAY}'")
+    shop.load(folder)
     database = sqlite3.connect(folder / "shop.db")
-    database.executescript(script)
     photos = folder / "pictures"
     database.execute("UPDATE Shop SET pictureFolder = ?", (f"{photos}/",))
     database.commit()
@@ -60,8 +58,6 @@ def load(folder):
             (photos / f"bicycles/{number}.jpg").write_bytes(png(120, 90, 60 + number))
     for view in (1, 2):
         (photos / f"types/CTL-{view}.jpg").write_bytes(png(160, 120, 90 * view))
-    for name in ("XST1.txt", "XST2.txt"):
-        (folder / name).write_bytes((shop.SAMPLES / name).read_bytes())
 
 
 def go(viewer, names):
@@ -115,7 +111,7 @@ def main():
     with tempfile.TemporaryDirectory() as name, chromium.Chromium() as pages:
         folder = pathlib.Path(name)
         load(folder)
-        with browser.Preview(folder, "sqlite:shop.db", "--today", DAY) as preview:
+        with browser.Preview(folder, "sqlite:shop.db") as preview:
             if target:
                 target.mkdir(exist_ok=True)
                 look(folder, pages, preview, target)

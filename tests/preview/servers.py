@@ -81,8 +81,7 @@ class PostgreSQL(Server):
     def load(self):
         psql = [self.programs / "psql", "-X", "-q", "-v", "ON_ERROR_STOP=1", "-h", self.folder, "-U", "wizard", "-d", "postgres"]
         self.run(*psql, "-c", "SELECT 1")
-        with open(shop.SAMPLES / "shop-postgresql.sql", "rb") as script:
-            self.run(*psql, stdin=script)
+        self.run(*psql, input=shop.script("shop-postgresql.sql").encode())
 
 
 class PostgreSQLOverODBC(PostgreSQL):
@@ -121,5 +120,4 @@ class MariaDB(Server):
     def load(self):
         client = ["mariadb", "--no-defaults", f"--socket={self.socket}", "-u", "root", "--default-character-set=utf8mb4"]
         self.run(*client, "-e", "CREATE DATABASE IF NOT EXISTS shop CHARACTER SET utf8mb4")
-        with open(shop.SAMPLES / "shop-mariadb.sql", "rb") as script:
-            self.run(*client, "shop", stdin=script)
+        self.run(*client, "shop", input=shop.script("shop-mariadb.sql").encode())

@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: MIT
-"""The sample shop in SQLite, and what its pages must show: worked out from the rows that SQLite itself gives."""
+"""The sample shop on a day in March, and what its pages must show: worked out from the rows that SQLite itself gives."""
 import csv
-import datetime
 import pathlib
 import sqlite3
 
 SAMPLES = pathlib.Path(__file__).parents[2] / "samples"
-MONTHS = "Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec".split()
+# The day of the shop: a check may run past midnight. The preview is told it; queries get it as text.
+DAY, DAY_FOR_QUERIES = "2026-03-05", "05-Mar-2026"
 
 # How many fields the outer table of each query for several chapters has, the ID included.
 OUTER = {"spW_BikeHiresShaped": 4, "spW_JobTasksShaped": 3, "spW_ClaimsShaped": 4, "spW_OrdersShaped": 3,
@@ -18,18 +18,22 @@ def rows_of(file):
         return list(csv.DictReader(stream))
 
 
+def script(name, today="current_date"):
+    """A script of the samples, changed so that it makes the shop of that day."""
+    text = (SAMPLES / name).read_text(encoding="utf-8")
+    before, after = "'/srv/shop/pictures/', " + today, f"'/srv/shop/pictures/', '{DAY}'"
+    if text.count(before) != 1:
+        raise ValueError(f"{name} does not have its day in one place")
+    return text.replace(before, after)
+
+
 def load(folder):
     """Makes shop.db in a folder, with both files of the scheme beside it."""
     database = sqlite3.connect(folder / "shop.db")
-    database.executescript((SAMPLES / "shop.sql").read_text(encoding="utf-8"))
+    database.executescript(script("shop.sql", "date('now', 'localtime')"))
     database.close()
     for name in ("XST1.txt", "XST2.txt"):
         (folder / name).write_bytes((SAMPLES / name).read_bytes())
-
-
-def today():
-    day = datetime.date.today()
-    return f"{day.day:02}-{MONTHS[day.month - 1]}-{day.year}"
 
 
 def is_same(found, wanted):
@@ -73,7 +77,7 @@ class Shop:
 
     def give(self, record, key, text, run=None):
         kind = record["parmIs"][:2].upper()
-        parameter = {"": None, "LK": key, "CK": str(key), "TE": text, "TO": today()}[kind]
+        parameter = {"": None, "LK": key, "CK": str(key), "TE": text, "TO": DAY_FOR_QUERIES}[kind]
         if kind == "LK" and str(key).lstrip("-").isdigit():
             parameter = int(key)
         words = record["queryIs"].split()
