@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 # Builds with warnings as errors and runs the tests.
 #   ./test.sh            the tests of preset dev that need neither screen nor database, except the slowest
-#   ./test.sh all        all tests, as in continuous integration: dev with X servers and databases, asan and fuzz
+#   ./test.sh all        all tests, as in continuous integration: dev with X servers and databases, and asan
 #   ./test.sh asan       all tests of one or more presets
 #   ./test.sh windows    builds the Windows programs and tests them under Wine; not part of "all"
 # On Debian 12 or later it first installs the packages that are missing. Stops at the first failure.
@@ -51,14 +51,13 @@ for preset in "$@"; do
             # The offscreen tests are left to the sanitizers, and to X servers here (except the largest schemes).
             run dev -LE 'parts|offscreen'
             run asan
-            run fuzz
-            tests/skipped.py build/{dev,asan,fuzz}/tests.xml
+            tests/skipped.py build/{dev,asan}/tests.xml
             ;;
-        asan | fuzz) run "$preset" ;;
         windows)
             if command -v apt-get >/dev/null; then install_packages packages/windows.txt packages/windows-test.txt; fi
             tests/windows/run.sh
             ;;
+        asan) run asan ;;
         *) run "$preset" -LE parts ;;
     esac
 done
