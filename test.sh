@@ -43,13 +43,13 @@ run_tests() { # PRESET [CTEST_OPTION...]
 if (($# == 0)); then
     say "preset dev"
     build dev quick_tests
-    run_tests dev -L 'parts|quick'
+    run_tests dev -L quick
 fi
 for preset in "$@"; do
     case $preset in
         all)
             # The offscreen tests are left to the sanitizers, and to X servers here (except the largest schemes).
-            run dev -LE 'parts|offscreen'
+            run dev -LE offscreen
             run asan
             tests/skipped.py build/{dev,asan}/tests.xml
             ;;
@@ -57,7 +57,6 @@ for preset in "$@"; do
             if command -v apt-get >/dev/null; then install_packages packages/windows.txt packages/windows-test.txt; fi
             tests/windows/run.sh
             ;;
-        asan) run asan ;;
-        *) run "$preset" -LE parts ;;
+        *) run "$preset" ;;
     esac
 done

@@ -13,10 +13,10 @@ using namespace std::string_literals;
 namespace {
 
 // A stored parameter and what the form makes of it.
-struct Parameter {
+struct StoredKind {
     std::string stored, becomes;
 };
-const std::vector<Parameter> parameters = {
+const std::vector<StoredKind> parameters = {
     {"", ""},
     {"Lkey", "Lkey"},
     {"CKey05", "CKey05"},
@@ -92,7 +92,7 @@ class Opened : public Stage {
 struct NodeCase {
     Node node;
     std::string parentType;
-    Parameter parameter;
+    StoredKind parameter;
 };
 
 NodeCase drawNode(const std::vector<std::string>& types, const std::vector<std::string>& parents) {
@@ -109,7 +109,7 @@ NodeCase drawNodeShownAsItIs() {
     return drawn;
 }
 
-Paragraph drawParagraph(const std::vector<std::string>& types, const Parameter& parameter) {
+Paragraph drawParagraph(const std::vector<std::string>& types, const StoredKind& parameter) {
     auto paragraph = makeParagraph(anyNumber(), anyNumber(), anyNumber(), anyText());
     paragraph->queryIs = anyText();
     paragraph->parmIs = parameter.stored;

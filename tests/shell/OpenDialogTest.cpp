@@ -27,10 +27,10 @@ class OpenDialog : public testing::Test {
 };
 
 // Leads to another folder in one of the ways that the dialog has.
-using Way = std::function<void(QDialog&)>;
+using WayToAFolder = std::function<void(QDialog&)>;
 
 // The user turns the details off and goes to another folder in this way: the details must be shown again.
-void expectDetailsAfter(QDialog& dialog, const std::string& what, const Way& way) {
+void expectDetailsAfter(QDialog& dialog, const std::string& what, const WayToAFolder& way) {
     clickButton(dialog, "listModeButton");
     EXPECT_FALSE(showsDetails(dialog)) << what;
     const auto before = folderOf(dialog);
