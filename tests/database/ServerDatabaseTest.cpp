@@ -119,8 +119,7 @@ TEST(PostgreSqlDatabase, StopsWhatTakesTooLongAndKeepsThePage) {
     const DatabasePage page(*database);
     const auto call = [&](const char* query, QueryKind kind,
                           QueryLimits limits = {.time = std::chrono::seconds(60)}) {
-        return database->run(*callOf(query, kind == QueryKind::Action ? "Today" : "", {}, shopDayText), kind,
-                             limits);
+        return database->run(*callOf(query, kind == QueryKind::Action ? "Today" : "", {}, shopDayText), kind, limits);
     };
     EXPECT_EQ(call("spW_AddLateCharges", QueryKind::Action).error, "");
     const auto slow = call("spW_Slow", QueryKind::Rows, {.time = std::chrono::milliseconds(200)});
