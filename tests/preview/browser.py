@@ -66,11 +66,11 @@ class Skipped(Exception):
 class Preview:
     """The program, on a folder with XST1.txt, XST2.txt and a database."""
 
-    def __init__(self, folder, address="sqlite:shop.db", *options):
+    def __init__(self, folder, address="sqlite:shop.db", *options, today=("--today", shop.DAY)):
         self.log = open(folder / "log", "w+")
         self.started = time.monotonic()
         self.process = subprocess.Popen([PROGRAM, "preview", "XST1.txt", "XST2.txt", "--db", address, "--no-browser",
-                                         "--today", shop.DAY, *options], cwd=folder, stdout=subprocess.PIPE, stderr=self.log, text=True)
+                                         *today, *options], cwd=folder, stdout=subprocess.PIPE, stderr=self.log, text=True)
         self.address = self.process.stdout.readline().strip()
         if not self.address.startswith("http://127.0.0.1:"):
             raise ConnectionError(self.address + (folder / "log").read_text())
@@ -228,6 +228,17 @@ class Checks:
             self.visit(viewer, at + 1 + place, *below[place])
         if at > 0 and items[at][2] == "-":
             viewer.close(at)
+
+    def today_is_the_day_of_this_computer(self):
+        folder = self.new_folder()
+        shop.load(folder)
+        with Preview(folder, today=()) as preview:
+            viewer = Viewer(self.browser, preview)
+            before = time.strftime("%d-%b-%Y")
+            for name in ("Hire desk", "Hires going out today"):
+                viewer.click([item[1] for item in viewer.items()].index(name))
+            query = viewer.sections()[0]["query"]
+            self.expect(any("Its value" + day in query for day in (before, time.strftime("%d-%b-%Y"))), True, query)
 
     # --- the keyboard, and what is spoken ---
 
