@@ -142,19 +142,15 @@ inline const std::map<std::string, std::string> reasonsForNothing = {
 inline const std::string shopDay = "2026-03-05";
 inline const std::string shopDayText = "05-Mar-2026";  // as queries get it
 
-inline std::string replaced(std::string text, const std::string& what, const std::string& by) {
-    std::size_t count = 0;
-    for (std::size_t at = 0; (at = text.find(what, at)) != std::string::npos; at += by.size(), ++count)
-        text.replace(at, what.size(), by);
-    EXPECT_GT(count, 0U) << what;
-    return text;
-}
-
-/// The script for a server, changed so that it makes the shop of this day; unchanged if `day` is empty.
+/// A script of the sample database, changed so that it makes the shop of this day; unchanged if `day` is empty.
 inline std::string scriptFor(const std::string& name, const std::string& day) {
-    const auto script = bytesOf(sample(name));
-    const std::string today = "'/srv/shop/pictures/', current_date";
-    return day.empty() ? script : replaced(script, today, "'/srv/shop/pictures/', '" + day + "'");
+    auto script = bytesOf(sample(name));
+    const std::string today = name == "shop.sql" ? "date('now', 'localtime'))" : "current_date)";
+    const auto place = script.find(today);
+    EXPECT_NE(place, std::string::npos) << name;
+    EXPECT_EQ(place, script.rfind(today)) << "the day must stand in one place of " << name;
+    if (!day.empty()) script.replace(place, today.size(), quoted(day) + ")");
+    return script;
 }
 
 /// The sample schemes, and the shop's database as it is made on some day.
@@ -167,12 +163,7 @@ class Shop {
         navList = listed(NavToDo(navs));
         webList = listed(WebToDo(navs.oWebs));
 
-        auto script = bytesOf(sample("shop.sql"));
-        const std::string today = "date('now', 'localtime')";
-        const auto place = script.find(today);
-        EXPECT_EQ(place, script.rfind(today)) << "the day must stand in one place";
-        if (!day.empty()) script.replace(place, today.size(), quoted(day));
-        EXPECT_EQ(database.run(script), "");
+        EXPECT_EQ(database.run(scriptFor("shop.sql", day)), "");
         const auto iso = database.run("SELECT today FROM Shop;");
         EXPECT_EQ(iso.size(), std::string("2026-03-05\n").size());
         if (!day.empty()) {
